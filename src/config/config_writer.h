@@ -1,0 +1,62 @@
+// Saves settings: rewrites one top-level block of a configuration file and leaves the rest of the file as it
+// was. The new file is made beside the old one and takes its place in one step, so that at every moment there
+// is a whole file; if anything cannot be written, the old file stays.
+#pragma once
+
+#include "config/config_file.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+class INI_Writer {
+public:
+    INI_Writer() = default;
+    INI_Writer(const INI_Writer&) = delete;
+    INI_Writer& operator=(const INI_Writer&) = delete;
+    // Finishes a save that is under way.
+    ~INI_Writer();
+
+    // Starts the rewrite of `block` in the file `path`; what the block held is replaced by what is written
+    // until Close. A missing block is appended, a missing file created. Failures are logged and leave the
+    // writer closed.
+    void WriteExistantFile(const char* path, const char* block);
+
+    // One key line each. Without a rewrite under way they log a warning and write nothing.
+    void WriteInt(int value, const char* key);
+    // Six decimals.
+    void WriteFloat(float value, const char* key);
+    // In double quotes. A double quote inside becomes an apostrophe and a control byte a blank, so that any
+    // text reads back.
+    void WriteString(const char* value, const char* key);
+
+    // Opens a nested block.
+    void OpenBlock(const char* name);
+    // Closes the nested blocks from the innermost up to and including `name`; a name that is not open does
+    // nothing.
+    void CloseBlock(const char* name);
+
+    // Finishes the rewrite and puts the new file in the place of the old one.
+    void Close();
+
+private:
+    struct CloseFile {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+
+    bool Ready() const;
+    void WriteValue(const char* key, std::string_view value);
+    void CloseInnermost();
+    void KeepDamagedFile() const;
+    bool FinishOutput();
+
+    std::unique_ptr<std::FILE, CloseFile> output;
+    std::string text; // the new file's content so far
+    std::vector<std::string> openBlocks;
+    ConfigFile input;
+    std::string path;
+    std::string blockName;
+    std::string temporaryName;
+    bool blockFound = false;
+};

@@ -1,0 +1,51 @@
+// The log file; see log.h.
+#include "core/log.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+#include <memory>
+
+namespace {
+
+constexpr char LogName[] = "log.txt";
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+std::unique_ptr<std::FILE, CloseFile> OpenLog() {
+    return std::unique_ptr<std::FILE, CloseFile>(std::fopen(LogName, "a"));
+}
+
+} // namespace
+
+void LogStart() {
+    std::remove(LogName);
+    LogAppend("-- -- -- --\n");
+    LogAppend("-- Starting log : log.txt \n");
+    LogAppend("-- Program build : %s , %s \n", __DATE__, __TIME__);
+    LogAppend("-- -- -- --\n");
+}
+
+void LogWrite(const char* format, ...) {
+    const auto log = OpenLog();
+    if (!log) return;
+    const std::time_t now = std::time(nullptr);
+    const char* stamp = std::ctime(&now);
+    // ctime's first 19 characters end before the year.
+    std::fprintf(log.get(), "[%.19s] ", stamp ? stamp : "--- --- -- --:--:--");
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vfprintf(log.get(), format, arguments);
+    va_end(arguments);
+}
+
+void LogAppend(const char* format, ...) {
+    const auto log = OpenLog();
+    if (!log) return;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vfprintf(log.get(), format, arguments);
+    va_end(arguments);
+}

@@ -1,0 +1,40 @@
+// Times of a frame's sections, shown on screen by the world scene.
+// Rests on SDL's ticks and the bitmap font.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+class Profiler {
+public:
+    enum Section {
+        DrawMap,
+        DrawEntityes,
+        DrawParticles,
+        DrawGUI,
+        UpdateMap,
+        UpdateEntityes,
+        UpdateParticles,
+        UpdateGUI,
+        SectionCount
+    };
+
+    void Begin(Section section);
+    void End(Section section);
+    // Milliseconds between the section's last Begin and End.
+    std::uint32_t Elapsed(Section section) const { return sections[section].elapsed; }
+
+    // Prints the eight times in the screen's upper right.
+    void Show() const;
+
+private:
+    struct Span {
+        std::uint32_t start = 0;
+        std::uint32_t elapsed = 0;
+    };
+    std::array<Span, SectionCount> sections;
+};
+
+// There while the game or the world scene runs its frames, none otherwise.
+extern std::unique_ptr<Profiler> profiler;

@@ -1,0 +1,53 @@
+// The frame loop of all scenes; see scene.h.
+#include "core/scene.h"
+
+#include "core/game_mode.h"
+#include "core/log.h"
+
+#include <SDL.h>
+#include <SDL_opengl.h>
+
+void mainScene::RunFrame(void (mainScene::*frame)()) {
+    if (SDL_WasInit(SDL_INIT_VIDEO) == 0) return;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glMatrixMode(GL_MODELVIEW);
+    (this->*frame)();
+    SDL_GL_SwapBuffers();
+}
+
+void mainScene::BlackFrame() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) == 0) return;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    SDL_GL_SwapBuffers();
+}
+
+void mainScene::RunWhile(State state, void (mainScene::*frame)()) {
+    while (SceneState == state)
+        RunFrame(frame);
+}
+
+void mainScene::GameProcess() {
+    RunWhile(State::Game, &mainScene::GameFrame);
+    for (;;) {
+        LogWrite("%s::GameProcess()[%s] State mode Change - [%s]\n", ProcessName(), Main::ModeName(),
+                 Main::StateName());
+        switch (SceneState) {
+        case State::Game:
+            LeavePause();
+            RunWhile(State::Game, &mainScene::GameFrame);
+            break;
+        case State::Pause:
+            EnterPause();
+            RunWhile(State::Pause, &mainScene::PauseFrame);
+            break;
+        case State::End:
+            EndScene();
+            return;
+        case State::Change:
+            ChangeScene();
+            return;
+        default:
+            return;
+        }
+    }
+}

@@ -1,0 +1,26 @@
+// The statistics overlay; see stats_overlay.h.
+#include "core/stats_overlay.h"
+
+#include "core/frame_clock.h"
+#include "core/version.h"
+#include "graphics/font.h"
+
+#include <SDL_opengl.h>
+
+namespace {
+
+const char* DriverText(GLenum name) {
+    const GLubyte* text = glGetString(name);
+    return text ? reinterpret_cast<const char*>(text) : "";
+}
+
+} // namespace
+
+void StatsOverlay() {
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_DEPTH_TEST);
+    font.Print(10, 10, 0, "FPS = %d | TIME = %d", frameClock.fps, static_cast<int>(frameClock.frameDelta));
+    font.PrintBlend(10, 450, 0, "%s\n", DriverText(GL_VENDOR));
+    font.Print(10, 470, 0, "%s\n", DriverText(GL_RENDERER));
+    font.Print(515, 470, 0, "version %f", static_cast<double>(gameVersion));
+}

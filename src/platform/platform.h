@@ -1,0 +1,65 @@
+// The few calls that differ between systems, as thin inline functions.
+// Rests on the C library of the system alone.
+#pragma once
+
+#include <cstdio>
+
+#ifdef _WIN32
+#include <cstring>
+#include <io.h>
+#include <windows.h>
+#else
+#include <strings.h>
+#include <unistd.h>
+#endif
+
+namespace platform {
+
+// Gives up the processor for about the given number of milliseconds.
+inline void Sleep(unsigned milliseconds) {
+#ifdef _WIN32
+    ::Sleep(milliseconds);
+#else
+    usleep(milliseconds * 1000U);
+#endif
+}
+
+// Compares without regard to the case of ASCII letters; 0 when equal, as strcmp otherwise.
+inline int CompareNoCase(const char* a, const char* b) {
+#ifdef _WIN32
+    return _stricmp(a, b);
+#else
+    return strcasecmp(a, b);
+#endif
+}
+
+// The same over at most `count` bytes.
+inline int CompareNoCase(const char* a, const char* b, std::size_t count) {
+#ifdef _WIN32
+    return _strnicmp(a, b, count);
+#else
+    return strncasecmp(a, b, count);
+#endif
+}
+
+// Waits until everything written to the stream is on the disk; false when any of it could not be written.
+inline bool FlushToDisk(std::FILE* stream) {
+    if (std::fflush(stream) != 0) return false;
+#ifdef _WIN32
+    return _commit(_fileno(stream)) == 0;
+#else
+    return fsync(fileno(stream)) == 0;
+#endif
+}
+
+// Puts the file `from` in the place of `to` in one step, so that `to` names a whole file at every moment.
+// False when it cannot be done; both files then stand as before.
+inline bool ReplaceFileWith(const char* from, const char* to) {
+#ifdef _WIN32
+    return MoveFileExA(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+#else
+    return std::rename(from, to) == 0;
+#endif
+}
+
+} // namespace platform
