@@ -1,8 +1,6 @@
 // The game: starts with the intro.
 #include "core/engine.h"
 
-#include <SDL.h>
+#include <SDL.h> // its entry library renames main where a system needs another entry
 
-int main(int, char**) {
-    return RunGame(Mode::Intro);
-}
+int main(int /*argc*/, char** /*argv*/) { return RunGame(Mode::Intro); }

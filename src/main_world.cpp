@@ -1,8 +1,6 @@
 // The world stage: the same engine, started in the world scene.
 #include "core/engine.h"
 
-#include <SDL.h>
+#include <SDL.h> // its entry library renames main where a system needs another entry
 
-int main(int, char**) {
-    return RunGame(Mode::Game);
-}
+int main(int /*argc*/, char** /*argv*/) { return RunGame(Mode::Game); }

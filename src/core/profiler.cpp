@@ -4,7 +4,7 @@
 #include "graphics/font.h"
 
 #include <SDL.h>
-#include <SDL_opengl.h>
+#include <GL/gl.h>
 
 constinit std::unique_ptr<Profiler> profiler;
 

@@ -5,7 +5,7 @@
 #include "core/log.h"
 
 #include <SDL.h>
-#include <SDL_opengl.h>
+#include <GL/gl.h>
 
 void mainScene::RunFrame(void (mainScene::*frame)()) {
     if (SDL_WasInit(SDL_INIT_VIDEO) == 0) return;

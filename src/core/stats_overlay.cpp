@@ -5,7 +5,7 @@
 #include "core/version.h"
 #include "graphics/font.h"
 
-#include <SDL_opengl.h>
+#include <GL/gl.h>
 
 namespace {
 

@@ -1,0 +1,33 @@
+# Sourced by play, test and the other scripts: installs Debian packages that are missing, and nothing when all are there.
+
+packages_build="g++ cmake ninja-build pkg-config libsdl1.2-dev libsdl-mixer1.2-dev libdevil-dev libglu1-mesa-dev libgl1-mesa-dev"
+packages_display="libgl1-mesa-dri xvfb xdotool imagemagick"
+packages_test="libgtest-dev python3-minimal libpython3-stdlib sox libsox-fmt-all valgrind procps ccache"
+packages_check="clang-format-14 clang-tidy-14"
+packages_bench="libbenchmark-dev libinih-dev libsimpleini-dev"
+packages_fuzz="clang-14 libclang-rt-14-dev"
+
+install_missing() {
+    local missing="" package
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+    echo "Installing:$missing"
+    local as_root=""
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "Please install these as root first:$missing" >&2; return 1; }
+        as_root="sudo"
+    fi
+    $as_root apt-get update -qq
+    # shellcheck disable=SC2086 # one word a package
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+}
+
+# Configures a preset when that was not done yet and builds it.
+build_preset() { # preset [target ...]
+    local preset=$1
+    shift
+    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+    ninja -C "build/$preset" "$@"
+}
