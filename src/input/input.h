@@ -1,0 +1,30 @@
+// Turns the player's keys and mouse buttons into actions while a scene plays.
+// Rests on SDL's event queue; the bindings say which key calls what.
+#pragma once
+
+#include "input/key_bindings.h"
+
+union SDL_Event;
+
+class Input : public KeyBindings {
+public:
+    // Every scene begins with Start, adds its bindings and hooks, and ends with Destroy.
+    void Start();
+    void Destroy();
+
+    // Takes every pending event from SDL's queue and calls what is bound to it. A moved mouse is put back to
+    // the screen's middle.
+    void ProcessEvents();
+
+    // Called before any key or mouse button coming up is dispatched, or none.
+    void (*onRelease)() = nullptr;
+    // Called when the window is to be closed, or none.
+    void (*onQuit)() = nullptr;
+
+private:
+    void Dispatch(const SDL_Event& event);
+    void KeyDown(int code) const;
+    void KeyUp(int code) const;
+};
+
+extern Input input;

@@ -1,0 +1,51 @@
+// Which key does what: a search tree of bindings, filled from the "input" block of a configuration file.
+// Rests on the key names and the configuration reader; the actions come from above, through FindKeyFunction.
+#pragma once
+
+#include "input/key_names.h"
+
+#include <memory>
+#include <string_view>
+
+class ConfigFile;
+
+using KeyAction = void (*)();
+
+struct KeyFunction {
+    const char* name;   // begins with '+' for a key going down, with '-' for one coming up
+    KeyAction function; // null for a name that is known and does nothing
+};
+
+// The action of that exact name, null when there is none. The table knows the rules and the mode requests and
+// lies above this file, in key_actions.cpp.
+const KeyFunction* FindKeyFunction(std::string_view name);
+
+struct KeyBinding {
+    const KeyName* key = nullptr;
+    KeyAction keyUp = nullptr;
+    KeyAction keyDown = nullptr;
+    std::unique_ptr<KeyBinding> lower; // smaller codes
+    std::unique_ptr<KeyBinding> higher;
+};
+
+class KeyBindings {
+public:
+    // Adds all bindings of the "input" block; a file without one is logged.
+    void ReadKeys(ConfigFile* file);
+    // Adds one binding, a line of three words with single blanks between: bind, key name, action name. At
+    // most 79 characters of it are looked at. A line that is not of this form is logged and skipped.
+    void AddConfigKey(std::string_view line);
+    // Binds a key, unless it is bound already: the first binding stays. An unknown key is logged.
+    void AddKeyName(std::string_view key, std::string_view action);
+    // Gives a binding its actions: "+name" the one for down, "-name" the one for up, a bare name both.
+    // Names without an action are logged and leave that half without one.
+    void AddKeyFunc(std::string_view action, KeyBinding* binding);
+
+    // The binding of a key code, null when it has none.
+    const KeyBinding* Find(int code) const;
+    void Clear() { root.reset(); }
+    bool IsEmpty() const { return root == nullptr; }
+
+private:
+    std::unique_ptr<KeyBinding> root;
+};
