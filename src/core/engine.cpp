@@ -42,7 +42,8 @@ void SetWindowIcon() {
     SDL_WM_SetIcon(icon, nullptr);
 }
 
-// The engine frees itself part by part; the log keeps a line for each check that a debugging runtime would make.
+// The engine frees itself part by part; the log keeps a line for each check that a debugging runtime would
+// make.
 void CheckMem() {
     LogWrite("CheckMem() - \t[OK] - No memory leaks found\n");
     LogWrite("CheckMem() - \t[OK] - No corrupted heap\n");

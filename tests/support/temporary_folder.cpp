@@ -1,0 +1,47 @@
+// Folders for tests; see temporary_folder.h.
+#include "support/temporary_folder.h"
+
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder() : before(fs::current_path()) {
+    std::string name = (fs::temp_directory_path() / "quarvello-test-XXXXXX").string();
+    if (!mkdtemp(name.data())) std::abort();
+    path = name;
+    fs::current_path(path);
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::current_path(before, ignored);
+    fs::remove_all(path, ignored);
+}
+
+void TemporaryFolder::LinkData(const char* name) const {
+    fs::create_symlink(fs::path(QUARVELLO_SOURCE_DIR) / "data" / name, path / name);
+}
+
+void WriteFile(const fs::path& name, std::string_view content) {
+    if (name.has_parent_path()) fs::create_directories(name.parent_path());
+    std::ofstream(name, std::ios::binary) << content;
+}
+
+std::string ReadFile(const fs::path& name) {
+    std::ifstream file(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::string ReadLog() {
+    static constexpr std::size_t StampLength = 22; // "[Tue Nov 24 23:11:45] "
+    std::string log = ReadFile("log.txt");
+    for (std::size_t at = log.find('['); at != std::string::npos; at = log.find('[', at + 1)) {
+        const std::string_view stamp = std::string_view(log).substr(at, StampLength);
+        if (stamp.size() == StampLength && stamp.ends_with("] ") && stamp[14] == ':' && stamp[17] == ':')
+            log.erase(at--, StampLength);
+    }
+    return log;
+}
