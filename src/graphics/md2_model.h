@@ -1,0 +1,110 @@
+// MD2 models: animated meshes, all frames decoded to positions, with optional tag points from a side file.
+// Rests on the byte cursor for the files.
+#pragma once
+
+#include "graphics/vector_math.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+// The 17 fields that an MD2 file opens with, in file order. Offsets are in bytes from the start of the file.
+struct Md2Header {
+    static constexpr std::int32_t Magic = 'I' | 'D' << 8 | 'P' << 16 | '2' << 24;
+
+    std::int32_t magic = 0;
+    std::int32_t version = 0; // not checked
+    std::int32_t skinWidth = 0;
+    std::int32_t skinHeight = 0;
+    std::int32_t frameSize = 0; // not used: frames follow each other
+    std::int32_t skinCount = 0;
+    std::int32_t vertexCount = 0;
+    std::int32_t texcoordCount = 0;
+    std::int32_t triangleCount = 0;
+    std::int32_t commandCount = 0;
+    std::int32_t frameCount = 0;
+    std::int32_t skinOffset = 0;
+    std::int32_t texcoordOffset = 0;
+    std::int32_t triangleOffset = 0;
+    std::int32_t frameOffset = 0;
+    std::int32_t commandOffset = 0;
+    std::int32_t endOffset = 0;
+};
+
+struct Md2Triangle {
+    std::array<std::uint16_t, 3> vertices;
+    std::array<std::uint16_t, 3> texcoords;
+};
+
+// One animation: frames first to last, played at fps frames a second.
+struct Md2Anim {
+    int first;
+    int last;
+    int fps;
+};
+
+// The tag of one frame: two points, P where an attached model stands and Q that it turns towards.
+struct Md2Tag {
+    Vec3 p;
+    Vec3 q;
+};
+
+// The animations of a model with that many frames: one for 34, twenty for 198, none for any other count.
+std::span<const Md2Anim> Md2AnimationsFor(int frameCount);
+
+class Md2Model {
+public:
+    // Bytes that a model's decoded positions take at most: the largest model of the published format (4096
+    // triangles in 512 frames). A file that asks for more counts as damaged.
+    static constexpr std::uint64_t MaxPositionBytes = 4096ULL * 3 * 3 * sizeof(float) * 512;
+
+    // Reads the model file and its tag side file, which has the same path with "mdw" for the last three
+    // characters. A missing or damaged model is logged and replaced by "default/blank.md2"; false, logged,
+    // when that cannot be read either.
+    bool Load(const char* path);
+    // Decodes a model file's bytes. False, model empty: not an MD2 file, or a count, offset or index that the
+    // file does not hold.
+    bool Parse(std::span<const std::byte> file);
+    // Decodes a tag side file for the frames of the parsed model: a 16-bit marker 31241, then P and Q as six
+    // floats a frame. False, no tags: another marker or too short.
+    bool ParseTags(std::span<const std::byte> file);
+
+    const Md2Header& Header() const { return header; }
+    // The file that the model was loaded from.
+    const std::string& Path() const { return path; }
+    int FrameCount() const { return header.frameCount; }
+    // Three a triangle.
+    std::size_t CornerCount() const { return triangles.size() * 3; }
+    std::span<const Md2Triangle> Triangles() const { return triangles; }
+    // Two floats a corner: s / skin width, t / skin height - 1.
+    std::span<const float> Texcoords() const { return texcoords; }
+    // Three floats a corner. Frames lie behind each other, already spread over the corners, so that blending
+    // two of them is one walk over three plain arrays. The index must be below FrameCount.
+    std::span<const float> Frame(int index) const;
+    // The frame's name as the file holds it.
+    std::string_view FrameName(int index) const { return frameNames[static_cast<std::size_t>(index)]; }
+    std::span<const Md2Anim> Animations() const { return animations; }
+    // One a frame; empty when the model has no tag data.
+    std::span<const Md2Tag> Tags() const { return tags; }
+
+    // Writes the corners' positions between two frames, t = 0 to 1, to out (CornerCount x 3 floats).
+    void Interpolate(int current, int next, float t, float* out) const;
+
+    // Index of the model's skin in its store's texture set.
+    std::uint16_t skin = 0;
+
+private:
+    bool LoadFile(const char* newPath);
+
+    Md2Header header;
+    std::string path;
+    std::vector<Md2Triangle> triangles;
+    std::vector<float> texcoords;
+    std::vector<float> positions;
+    std::vector<std::string> frameNames;
+    std::span<const Md2Anim> animations;
+    std::vector<Md2Tag> tags;
+};
