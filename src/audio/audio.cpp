@@ -1,0 +1,188 @@
+// The sound object; see audio.h.
+#include "audio/audio.h"
+
+#include "config/config_reader.h"
+#include "config/config_writer.h"
+#include "core/log.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+constinit QEV_Audio audio;
+
+namespace {
+
+constexpr char BlockName[] = "audio";
+constexpr int AllChannels = -1;
+constexpr int AnyFreeChannel = -1;
+constexpr int Once = 0;
+constexpr int NoTimeLimit = -1;
+
+// The library takes any number, but some make it wait for ever or divide by nothing. Zero stands for its own
+// default.
+bool MixerCanTake(int rate, std::uint16_t format, int channels, int buffers) {
+    constexpr int HighestRate = 192000;
+    constexpr int LargestBuffer = 32768; // the library keeps 16 bits
+    constexpr std::array<std::uint16_t, 7> Formats = {
+        0, AUDIO_U8, AUDIO_S8, AUDIO_U16LSB, AUDIO_S16LSB, AUDIO_U16MSB, AUDIO_S16MSB};
+    return rate >= 0 && rate <= HighestRate && channels >= 0 && buffers >= 0 && buffers <= LargestBuffer &&
+           std::find(Formats.begin(), Formats.end(), format) != Formats.end();
+}
+
+bool CanBeRead(const char* path) {
+    std::FILE* file = std::fopen(path, "rb");
+    if (!file) return false;
+    std::fclose(file);
+    return true;
+}
+
+// "sounds/move.wav" gives "sounds/HQ_move.wav"; a name without a folder has no variant and gives nothing.
+std::string HighQualityName(const std::string& name) {
+    const std::size_t slash = name.rfind('/');
+    if (slash == std::string::npos) return {};
+    return name.substr(0, slash + 1) + "HQ_" + name.substr(slash + 1);
+}
+
+} // namespace
+
+void QEV_Audio::Load(const char* path) {
+    audio_rate = DefaultRate;
+    audio_format = DefaultFormat;
+    audio_channels = DefaultChannels;
+    audio_buffers = DefaultBuffers;
+    highQuality = false;
+    sound_volume = MIX_MAX_VOLUME;
+    samples.clear();
+    positional.Clear();
+    listener = {};
+    enabled = true;
+    LogWrite("QEV_Audio::Load(%s) - loading audio parameters\n", path);
+    ConfigFile file(path);
+    ReadParameters(&file);
+}
+
+void QEV_Audio::ReadParameters(ConfigFile* file) {
+    LogWrite("QEV_Audio::ReadParameters()\n");
+    music.Start();
+    if (INI_FindBlock(BlockName, file)) {
+        audio_rate = INI_ReadInt("audio_rate", file);
+        audio_format = static_cast<std::uint16_t>(INI_ReadInt("audio_format", file));
+        audio_channels = INI_ReadInt("audio_channels", file);
+        audio_buffers = INI_ReadInt("audio_buffers", file);
+        highQuality = INI_ReadInt("highQuality", file) != 0;
+        sound_volume = static_cast<std::uint8_t>(INI_ReadInt("sound_volume", file));
+        music.SetVolume(INI_ReadInt("music_volume", file));
+        INI_SkipBlock(BlockName, file);
+    } else {
+        LogWrite("QEV_Audio::ReadParameters() [WARNING] - Audio block not found\n");
+    }
+    Start();
+}
+
+void QEV_Audio::Start() {
+    if (MixerCanTake(audio_rate, audio_format, audio_channels, audio_buffers) &&
+        Mix_OpenAudio(audio_rate, audio_format, audio_channels, audio_buffers) == 0) {
+        LogWrite("QEV_Audio::Start() - Started audio with audio_rate=%d, audio_format=%d, audio_channels=%d, "
+                 "audio_buffer=%d \n",
+                 audio_rate, audio_format, audio_channels, audio_buffers);
+        return;
+    }
+    LogWrite(
+        "QEV_Audio::Start() - [ERROR] - Unable to set audio support with audio_rate=%d, audio_format=%d, "
+        "audio_channels=%d, audio_buffer=%d ! Setting audio with default parameters\n",
+        audio_rate, audio_format, audio_channels, audio_buffers);
+    if (Mix_OpenAudio(DefaultRate, DefaultFormat, DefaultChannels, DefaultBuffers) == 0) return;
+    LogWrite(
+        "QEV_Audio::Start() - [ERROR] - Unable to set audio support with default parameters audio_rate=%d, "
+        "audio_format=%d, audio_channels=%d, audio_buffer=%d audio is disabled!\n",
+        DefaultRate, DefaultFormat, DefaultChannels, DefaultBuffers);
+    enabled = false;
+    music.Disable();
+}
+
+void QEV_Audio::WriteParameters(const char* path) {
+    if (!enabled) return;
+    INI_Writer writer;
+    writer.WriteExistantFile(path, BlockName);
+    writer.WriteInt(audio_rate, "audio_rate");
+    writer.WriteInt(audio_format, "audio_format");
+    writer.WriteInt(audio_channels, "audio_channels");
+    writer.WriteInt(audio_buffers, "audio_buffers");
+    writer.WriteInt(music.GetVolume(), "music_volume");
+    writer.WriteInt(sound_volume, "sound_volume");
+    writer.WriteInt(highQuality ? 1 : 0, "highQuality");
+    writer.Close();
+}
+
+void QEV_Audio::Destroy() {
+    music.Free();
+    Sample_Clear();
+    positional.Clear();
+}
+
+AudioSample* QEV_Audio::Sample_Add(const char* name) {
+    if (!enabled || !name || *name == '\0') return nullptr;
+    std::string chosen = name;
+    if (highQuality) {
+        std::string candidate = HighQualityName(chosen);
+        if (!candidate.empty() && CanBeRead(candidate.c_str())) chosen = std::move(candidate);
+    }
+    if (AudioSample* known = Sample_Find(chosen.c_str())) return known;
+
+    auto sample = std::make_unique<AudioSample>();
+    if (SDL_RWops* file = SDL_RWFromFile(chosen.c_str(), "rb")) sample->chunk.reset(Mix_LoadWAV_RW(file, 1));
+    if (!sample->chunk) LogWrite("QEV_Audio::Sample_Add(%s) - [ERROR] - Couldnt load sound\n", name);
+    sample->name = std::move(chosen);
+    samples.push_back(std::move(sample));
+    return samples.back().get();
+}
+
+AudioSample* QEV_Audio::Sample_Find(const char* name) const {
+    if (!enabled || !name) return nullptr;
+    for (const auto& sample : samples) {
+        if (sample->name == name) return sample.get();
+    }
+    return nullptr;
+}
+
+void QEV_Audio::Sample_Remove(AudioSample* sample) {
+    if (!enabled) return;
+    std::erase_if(samples, [sample](const auto& held) { return held.get() == sample; });
+}
+
+void QEV_Audio::Sample_Clear() {
+    samples.clear();
+}
+
+void QEV_Audio::Simple_Play(AudioSample* sample) {
+    if (!enabled || !sample) return;
+    sample->channel = Mix_PlayChannelTimed(AnyFreeChannel, sample->chunk.get(), Once, NoTimeLimit);
+    if (sample->channel == -1)
+        LogWrite("QEV_Audio::Simple_Play() - Couldnt play sample %s\n", sample->name.c_str());
+    // A failed play sets every channel's volume, which is the volume that all of them have.
+    Mix_Volume(sample->channel, sound_volume);
+}
+
+void QEV_Audio::SetSoundVolume(int volume) {
+    if (!enabled) return;
+    sound_volume = static_cast<std::uint8_t>(volume);
+    Mix_Volume(AllChannels, sound_volume);
+}
+
+void QEV_Audio::Positional_Play(AudioSample* sample, const float* x, const float* y,
+                                const std::int32_t* plane) {
+    if (enabled && sample) positional.Play(sample, x, y, plane);
+}
+
+void QEV_Audio::Positional_Stop(const float* x, const float*) {
+    if (enabled) positional.Stop(x);
+}
+
+void QEV_Audio::Positional_Update() {
+    if (enabled) positional.Update(listener);
+}
+
+void QEV_Audio::BindListener(const float* x, const float* y, const float* angle, const std::int32_t* plane) {
+    listener = {x, y, angle, plane};
+}

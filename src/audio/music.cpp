@@ -1,0 +1,60 @@
+// The music track; see music.h.
+#include "audio/music.h"
+
+#include "core/log.h"
+
+namespace {
+
+constexpr int FadeOutTime = 4000; // ms
+constexpr int ForEver = -1;
+
+} // namespace
+
+QEV_Music::~QEV_Music() {
+    Free();
+}
+
+void QEV_Music::Start() {
+    Free();
+    enabled = true;
+    SetVolume(MIX_MAX_VOLUME);
+}
+
+bool QEV_Music::Load(const char* name) {
+    if (!enabled) return false;
+    Free();
+    if (!name || *name == '\0') return true;
+    handle = Mix_LoadMUS(name);
+    if (!handle) {
+        LogWrite("loading failed - Music not found %s\n", name);
+        return false;
+    }
+    SetVolume(volume);
+    return true;
+}
+
+void QEV_Music::Play() {
+    if (enabled && handle) Mix_PlayMusic(handle, ForEver);
+}
+
+void QEV_Music::FadeOut() {
+    if (enabled) Mix_FadeOutMusic(FadeOutTime);
+}
+
+void QEV_Music::Stop() {
+    if (enabled && handle && Mix_PlayingMusic()) Mix_HaltMusic();
+}
+
+void QEV_Music::Free() {
+    if (!enabled || !handle) return;
+    // Freeing a track that still fades would wait for the end of its fade.
+    Stop();
+    Mix_FreeMusic(handle);
+    handle = nullptr;
+}
+
+void QEV_Music::SetVolume(int newVolume) {
+    if (!enabled) return;
+    volume = static_cast<std::uint8_t>(newVolume);
+    Mix_VolumeMusic(volume);
+}
