@@ -1,0 +1,77 @@
+// The event pump; see input.h.
+#include "input/input.h"
+
+#include "core/log.h"
+#include "graphics/video.h"
+
+#include <SDL.h>
+
+constinit Input input;
+
+namespace {
+
+// Whether the next motion moves the mouse back. Moving it makes a motion event of its own, which must not.
+constinit bool centreOnMotion = false;
+
+void CentreMouse() {
+    if (centreOnMotion)
+        SDL_WarpMouse(static_cast<Uint16>(video.HalfWidth()), static_cast<Uint16>(video.HalfHeight()));
+    centreOnMotion = !centreOnMotion;
+}
+
+} // namespace
+
+void Input::Start() {
+    LogWrite("mainScene::input.Start()\n");
+    Clear();
+    onRelease = nullptr;
+    onQuit = nullptr;
+}
+
+void Input::Destroy() {
+    LogWrite("mainScene::input.Destroy()\n");
+    onQuit = nullptr;
+    Clear();
+}
+
+void Input::ProcessEvents() {
+    SDL_Event event;
+    while (SDL_PollEvent(&event))
+        Dispatch(event);
+}
+
+void Input::Dispatch(const SDL_Event& event) {
+    switch (event.type) {
+    case SDL_KEYDOWN:
+        KeyDown(event.key.keysym.sym);
+        break;
+    case SDL_KEYUP:
+        KeyUp(event.key.keysym.sym);
+        break;
+    case SDL_MOUSEBUTTONDOWN:
+        KeyDown(event.button.button);
+        break;
+    case SDL_MOUSEBUTTONUP:
+        KeyUp(event.button.button);
+        break;
+    case SDL_MOUSEMOTION:
+        CentreMouse();
+        break;
+    case SDL_QUIT:
+        if (onQuit) onQuit();
+        break;
+    default:
+        break;
+    }
+}
+
+void Input::KeyDown(int code) const {
+    const KeyBinding* binding = Find(code);
+    if (binding && binding->keyDown) binding->keyDown();
+}
+
+void Input::KeyUp(int code) const {
+    if (onRelease) onRelease();
+    const KeyBinding* binding = Find(code);
+    if (binding && binding->keyUp) binding->keyUp();
+}

@@ -1,0 +1,98 @@
+// The tree of bindings and its reader; see key_bindings.h.
+#include "input/key_bindings.h"
+
+#include "config/config_reader.h"
+#include "core/log.h"
+
+#include <string>
+
+namespace {
+
+constexpr std::size_t LongestLine = 79;
+
+std::string_view UpTo(std::string_view text, std::size_t length) {
+    return text.substr(0, length);
+}
+
+KeyAction LookUp(const std::string& name, const char* warning) {
+    const KeyFunction* function = FindKeyFunction(name);
+    if (function) return function->function;
+    LogWrite("input::AddKeyFunc(%s) - [WARNING] %s\n", name.c_str(), warning);
+    return nullptr;
+}
+
+} // namespace
+
+void KeyBindings::ReadKeys(ConfigFile* file) {
+    if (!INI_FindBlock("input", file)) {
+        LogWrite("mainScene::ExecConfig::ReadKeys() - [WARNING] no input information found\n");
+        return;
+    }
+    for (const char* line = INI_ReadLine(file); *line != '\0'; line = INI_ReadLine(file))
+        AddConfigKey(line);
+    INI_SkipBlock("input", file);
+}
+
+void KeyBindings::AddConfigKey(std::string_view line) {
+    const std::string kept(UpTo(line, LongestLine));
+    const std::string_view text = kept;
+    const std::size_t firstBlank = text.find(' ');
+    const std::string word(UpTo(text, firstBlank));
+    if (firstBlank == std::string_view::npos || word != "bind") {
+        LogWrite("input::AddConfigKey(%s) - [WARNING] %s - found instead of bind\n", kept.c_str(),
+                 word.c_str());
+        return;
+    }
+    const std::string_view behindBind = text.substr(firstBlank + 1);
+    const std::size_t secondBlank = behindBind.find(' ');
+    const std::string key(UpTo(behindBind, secondBlank));
+    if (secondBlank == std::string_view::npos) {
+        LogWrite("input::AddConfigKey(%s) - [WARNING] %s - end of string found too early\n", kept.c_str(),
+                 key.c_str());
+        return;
+    }
+    const std::string_view behindKey = behindBind.substr(secondBlank + 1);
+    AddKeyName(key, UpTo(behindKey, behindKey.find(' ')));
+}
+
+void KeyBindings::AddKeyName(std::string_view key, std::string_view action) {
+    const KeyName* name = FindKeyName(key);
+    if (!name) {
+        LogWrite("input::AddKeyName(%s) - [WARNING] such key don't exist\n", std::string(key).c_str());
+        return;
+    }
+    std::unique_ptr<KeyBinding>* place = &root;
+    while (KeyBinding* binding = place->get()) {
+        if (binding->key->code == name->code) return;
+        place = name->code < binding->key->code ? &binding->lower : &binding->higher;
+    }
+    *place = std::make_unique<KeyBinding>();
+    (*place)->key = name;
+    AddKeyFunc(action, place->get());
+}
+
+void KeyBindings::AddKeyFunc(std::string_view action, KeyBinding* binding) {
+    const std::string name(action);
+    if (name.empty() || !binding) {
+        LogWrite("input::AddKeyFunc(%s) - [WARNING] incorrect parameters function\n", name.c_str());
+        return;
+    }
+    binding->keyDown = nullptr;
+    binding->keyUp = nullptr;
+    if (name.front() == '+') {
+        binding->keyDown = LookUp(name, "key function not found");
+    } else if (name.front() == '-') {
+        binding->keyUp = LookUp(name, "key function not found");
+    } else {
+        binding->keyDown = LookUp("+" + name, "keydown function not found");
+        binding->keyUp = LookUp("-" + name, "keyup function not found");
+    }
+}
+
+const KeyBinding* KeyBindings::Find(int code) const {
+    const KeyBinding* binding = root.get();
+    while (binding && binding->key->code != code) {
+        binding = code < binding->key->code ? binding->lower.get() : binding->higher.get();
+    }
+    return binding;
+}
