@@ -38,9 +38,9 @@ public:
     void Update();
 
     // The board with the falling piece and, when shown, the grid, in units of one block on the plane y = 0.
-    void Draw();
+    void Draw() const;
     // The next piece, turning, in front of the viewer.
-    void DrawNext();
+    void DrawNext() const;
 
     std::int32_t GetLevel() const { return level; }
     std::int32_t GetScore() const { return score; }
@@ -78,9 +78,9 @@ private:
     void Land();
     void CheckLines();
     void AddScore(int rows);
-    void DrawBlocks(const Piece& drawn);
-    void DrawBlock(float x, float y, int angle, int tile);
-    void DrawGrid();
+    void DrawBlocks(int type) const;
+    void DrawBlock(float x, float y, int angle, int tile) const;
+    static void DrawGrid();
 
     Piece piece;
     Piece nextPiece;
