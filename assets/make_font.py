@@ -1,0 +1,111 @@
+#!/usr/bin/python3
+"""font/basic4.png: the bitmap font, 16 x 16 cells of 32 texels, white with alpha.
+
+Cells 0 to 127 hold the bytes 32 to 159 of the text face, cells 128 to 255 the same bytes of the display face; bytes
+without a letter stay empty. The game draws a cell as 16 x 16 pixels of a 640 x 480 screen (of any screen for the label
+in the menu) and moves on by 10, so a letter lives in the left 20 texels of its cell. Two texels are one pixel there:
+heights are bent so that base line, small letters and capitals end between two pixels, and each letter is set where
+its stems come out sharpest.
+"""
+import sys
+
+import numpy as np
+from PIL import Image, ImageDraw, ImageFont
+
+import paint
+
+CELL, PEN = 32, 20
+# Letters are rendered this much larger and then reduced.
+FINE = 16
+BASE_LINE = 24
+
+TEXT = dict(
+    path="/usr/share/fonts/truetype/dejavu/DejaVuSerifCondensed-Bold.ttf", size=29.5, small=16, capital=22, widest=19.0,
+    # The pen is fixed, so narrow letters are widened lest they leave holes.
+    widened=dict(i=1.22, j=1.22, l=1.22, I=1.2, t=1.1, f=1.1, r=1.08), fattened=0)
+DISPLAY = dict(
+    path="/usr/share/fonts/opentype/linux-libertine/LinBiolinum_RB.otf", size=33, small=14, capital=22, widest=19.5,
+    widened={}, fattened=0.4)
+
+
+def render(face, font, letter):
+    """The letter's coverage, FINE times larger than the cell, cut to its ink at left and right; None for a blank."""
+    big = Image.new("L", (CELL * FINE * 2, CELL * FINE))
+    ImageDraw.Draw(big).text((CELL * FINE // 2, BASE_LINE * FINE), letter, font=font, fill=255, anchor="ls",
+                             stroke_width=round(face["fattened"] * FINE))
+    box = big.getbbox()
+    return None if box is None else big.crop((box[0], 0, box[2], big.height))
+
+
+def heights(font):
+    """How far small letters and capitals reach above the base line, in texels."""
+    return [-font.getbbox(letter, anchor="ls")[1] / FINE for letter in "xH"]
+
+
+def bend(ink, natural_small, natural_capital, face):
+    """Stretches the letter vertically in two pieces, so that small letters and capitals get the wanted heights."""
+    rows = BASE_LINE - (np.arange(CELL * FINE) + 0.5) / FINE
+    small, capital = face["small"], face["capital"]
+    source = np.where(rows <= 0, rows,
+                      np.where(rows <= small, rows * natural_small / small,
+                               natural_small + (rows - small) * (natural_capital - natural_small) / (capital - small)))
+    index = np.clip(np.round((BASE_LINE - source) * FINE - 0.5).astype(int), 0, CELL * FINE - 1)
+    return Image.fromarray(np.asarray(ink)[index])
+
+
+def squeeze(ink, letter, face):
+    """The letter's width in texels: narrow ones widened, wide ones squeezed to fit the pen."""
+    width = ink.width / FINE * face["widened"].get(letter, 1.0)
+    return min(width, face["widest"])
+
+
+def place(ink, width, left):
+    """The cell with the letter's ink from left to left + width, in texels."""
+    wide = ink.resize((max(1, round(width * FINE)), CELL * FINE), Image.BOX)
+    cell = Image.new("L", (CELL * FINE, CELL * FINE))
+    cell.paste(wide, (round(left * FINE), 0))
+    return np.asarray(cell, float).reshape(CELL, FINE, CELL, FINE).mean((1, 3)) / 255
+
+
+def sharpness(cell):
+    """How black and white the letter is when two by two texels are one pixel."""
+    pixels = cell.reshape(CELL // 2, 2, CELL // 2, 2).mean((1, 3))
+    return float(((pixels - 0.5) ** 2).sum())
+
+
+def glyph(face, font, letter):
+    ink = render(face, font, letter)
+    if ink is None:
+        return np.zeros((CELL, CELL))
+    ink = bend(ink, *heights(font), face)
+    width = squeeze(ink, letter, face)
+    centre = (PEN - width) / 2
+    best = None
+    # A shift of less than a pixel and a width changed by less than half a pixel go unnoticed; blurred stems do not.
+    for stretch in (0, -0.5, 0.5, -1.0, 1.0):
+        if width + stretch > face["widest"] or width + stretch < 2:
+            continue
+        for shift in np.arange(-1.0, 1.01, 0.125):
+            left = centre - stretch / 2 + shift
+            if left < 0 or left + width + stretch > PEN:
+                continue
+            cell = place(ink, width + stretch, left)
+            score = sharpness(cell) - 1.5 * abs(shift) - 1.5 * abs(stretch)
+            if best is None or score > best[0]:
+                best = (score, cell)
+    return best[1] if best else place(ink, width, max(0.0, centre))
+
+
+def sheet():
+    alpha = np.zeros((16 * CELL, 16 * CELL))
+    for first_cell, face in ((0, TEXT), (128, DISPLAY)):
+        font = ImageFont.truetype(face["path"], round(face["size"] * FINE))
+        for byte in range(33, 127):
+            cell = first_cell + byte - 32
+            row, column = divmod(cell, 16)
+            alpha[row * CELL:(row + 1) * CELL, column * CELL:(column + 1) * CELL] = glyph(face, font, chr(byte))
+    return np.dstack([np.ones(alpha.shape + (3,)), alpha])
+
+
+if __name__ == "__main__":
+    paint.save(paint.to_image(sheet()), sys.argv[1], "font/basic4.png")
