@@ -34,6 +34,9 @@ struct WorldObject {
     // Displacement of the next millisecond: velocity and a twentieth of the impulse.
     Vector2 Motion() const { return {velocity.x + 0.05F * impulse.x, velocity.y + 0.05F * impulse.y}; }
 
+    // An object without velocity does not count as moving.
+    void StopIfResting();
+
     bool IsTouching() const { return contactCount > 0; }
     // Notes an object touched; one already noted and a sixth are dropped.
     void AddContact(std::uint8_t object);
@@ -61,7 +64,7 @@ struct WorldObject {
     std::uint16_t modelSlot = NoModel;                // instance in the object set's models
 
 private:
-    void Turn(float rate);
+    void Turn(float degrees);
     void Move(float time, bool blockedX, bool blockedY);
     void GiveWay(float time, bool blockedX, bool blockedY);
 };

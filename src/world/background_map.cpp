@@ -1,0 +1,53 @@
+// The ground of a map; see background_map.h.
+#include "world/background_map.h"
+
+#include "config/config_file.h"
+#include "core/game_mode.h"
+#include "core/log.h"
+
+#include <SDL_opengl.h>
+
+#include <algorithm>
+
+constinit std::unique_ptr<Backmap> backmap;
+
+namespace {
+
+constexpr float TileScale = 2.0F; // a cell is 2 drawing units wide
+
+} // namespace
+
+bool Backmap::Load(const char* path) {
+    if (!ConfigFile(path).IsOpen()) {
+        LogWrite("mainScene::Backmap::Load[ FATAL ERROR !] - file not found\n");
+        Main::SDL_Quit();
+        return false;
+    }
+    models.Init();
+    models.SetScale(TileScale);
+    sectors.assign(1, BackgroundSector{});
+    return true;
+}
+
+void Backmap::DrawLayer(std::uint32_t sector) const {
+    if (sector >= sectors.size()) return;
+    const BackgroundSector& drawn = sectors[sector];
+    const KsmModel& tile = models.Ksm(0);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    const std::size_t groups = std::min<std::size_t>(drawn.groupCount, BackgroundSector::MaxGroups);
+    for (std::size_t g = 0; g < groups; ++g) {
+        glBindTexture(GL_TEXTURE_2D, models.textures.Get(drawn.groupTexture[g]));
+        for (std::size_t c = 0; c < drawn.groupCellCount[g]; ++c) {
+            const BackgroundCell& cell = drawn.groupCells[g][c];
+            tile.DrawAtXY(2.0F * static_cast<float>(cell.x) + 1.0F, 2.0F * static_cast<float>(cell.y) + 1.0F);
+        }
+    }
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+}
+
+void Backmap::Release() {
+    sectors.clear();
+    models.Destroy();
+}

@@ -1,0 +1,67 @@
+// The eye; see camera.h.
+#include "world/camera.h"
+
+#include "config/config_reader.h"
+#include "core/log.h"
+#include "world/world_grid.h"
+
+#include <SDL_opengl.h>
+
+constinit Camera camera;
+
+void Camera::Start() const {
+    LogWrite("mainScene::camera.Start()\n");
+}
+
+void Camera::Load(ConfigFile* mapFile) {
+    LogWrite("mainScene::camera.Load()\n");
+    if (!INI_FindBlock("camera", mapFile)) {
+        LogWrite("mainScene::camera.Load() [WARNING] - Camera block not found\n");
+        return;
+    }
+    x = INI_ReadFloat("Camera_x", mapFile);
+    y = INI_ReadFloat("Camera_y", mapFile);
+    z = INI_ReadFloat("Camera_z", mapFile);
+    rot1 = INI_ReadFloat("Camera_rot1", mapFile);
+    rot2 = INI_ReadFloat("Camera_rot2", mapFile);
+    objectId = INI_ReadInt("Object_id", mapFile);
+    INI_SkipBlock("camera", mapFile);
+}
+
+void Camera::SetPosition(float newX, float newY, float newZ) {
+    x = newX;
+    y = newY;
+    z = newZ;
+}
+
+void Camera::SetAngles(float newRot1, float newRot2) {
+    rot1 = newRot1;
+    rot2 = newRot2;
+}
+
+void Camera::GetPosition(float* outX, float* outY, float* outZ) const {
+    if (outX) *outX = x;
+    if (outY) *outY = y;
+    if (outZ) *outZ = z;
+}
+
+void Camera::GetAngles(float* outRot1, float* outRot2) const {
+    if (outRot1) *outRot1 = rot1;
+    if (outRot2) *outRot2 = rot2;
+}
+
+void Camera::Apply() const {
+    glLoadIdentity();
+    glRotatef(rot2, 1.0F, 0.0F, 0.0F);
+    glRotatef(rot1, 0.0F, 0.0F, 1.0F);
+    glTranslatef(x, y, z);
+}
+
+void Camera::FollowObject() {
+    if (!globalp || objectId < 0) return;
+    const WorldObject* object = globalp->Object(static_cast<std::uint32_t>(objectId));
+    if (!object) return;
+    x = 2.0F * object->x;
+    y = 2.0F * object->y;
+    rot1 = object->heading;
+}

@@ -1,0 +1,66 @@
+// The object set of a map; see object_set.h.
+#include "world/object_set.h"
+
+#include "config/config_file.h"
+#include "core/game_mode.h"
+#include "core/log.h"
+#include "world/world_grid.h"
+
+#include <SDL_opengl.h>
+
+constinit std::unique_ptr<Objects> objects;
+
+namespace {
+
+constexpr float ModelScale = 4.0F; // drawing units of a model's unit for an object of size 1
+
+// Switches blending as the object asks for it; false when its mode draws nothing.
+bool ApplyBlend(std::uint8_t blend) {
+    switch (blend) {
+    case 0:
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        return true;
+    case 1:
+        glDisable(GL_BLEND);
+        return true;
+    case 2:
+    case 3:
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool Objects::Load(const char* path) {
+    if (!ConfigFile(path).IsOpen()) {
+        LogWrite("mainScene::Objects::Load[ FATAL ERROR !] - %s - file not found\n", path);
+        Main::SDL_Quit();
+        return false;
+    }
+    models.Init();
+    return true;
+}
+
+void Objects::DrawLayer(const Globalp& world, std::uint32_t layer) {
+    for (const std::uint8_t index : world.ObjectsOf(layer)) {
+        const WorldObject& object = world.objects[index];
+        glBindTexture(GL_TEXTURE_2D, models.InstanceSkin(object.modelSlot));
+        glPushMatrix();
+        glTranslatef(-2.0F * object.x, -2.0F * object.y, 0.0F);
+        glRotatef(180.0F - object.heading, 0.0F, 0.0F, 1.0F);
+        const float scale = ModelScale * object.size;
+        glScalef(scale, scale, scale);
+        if (ApplyBlend(object.blend)) models.Instance(object.modelSlot).Draw();
+        glDisable(GL_BLEND);
+        glPopMatrix();
+    }
+}
+
+void Objects::Release() {
+    models.Destroy();
+}
