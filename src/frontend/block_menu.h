@@ -1,0 +1,100 @@
+// The 3D menu: four boxes that fly in from four sides, lock together into the T piece, and are picked with
+// the mouse. Rests on the box model, OpenGL's selection, the frame clock, and the glow drawn behind the
+// boxes.
+#pragma once
+
+#include "core/timer.h"
+#include "frontend/radial_glow.h"
+
+#include <array>
+#include <cstddef>
+
+struct AudioSample;
+class KsmModel;
+class QEV_Textures;
+
+enum class MenuItem : int { None = -1, Options, Credits, NewGame, Quit };
+
+// A menu's boxes and their state. Nothing here decides what a picked box does.
+class BlockMenu {
+public:
+    enum class Phase { Gathering, Ready, Hovered, Frozen };
+
+    struct Item {
+        float x = 0.0F; // place of the box's middle, in drawing units
+        float y = 0.0F;
+        float z = 0.0F;
+        float scale = 1.0F;
+        bool soundPlayed = false; // the hover sound, since the box last shrank
+    };
+    static constexpr std::size_t ItemCount = 4;
+
+    // The pictures drawn around the boxes; each may be null. They must outlive the drawing.
+    struct Logos {
+        const QEV_Textures* maker = nullptr;
+        const QEV_Textures* game = nullptr;
+        const QEV_Textures* studio = nullptr;
+    };
+
+    // The model drawn for every box with its textures, which must outlive the drawing, and the glow's
+    // texture.
+    void Init(const KsmModel* boxModel, const QEV_Textures* boxTextures);
+    void SetLogos(const Logos& newLogos) { logos = newLogos; }
+    // Played when a hovered box has grown, and when the boxes lock; may be null.
+    void SetSounds(AudioSample* hover, AudioSample* explosion);
+    // Boxes at their four starting points, nothing hovered, no glow.
+    void Reset();
+    // Gives the glow's texture back.
+    void Release() { glow.Release(); }
+
+    // Advances by the frame clock's frameDelta: gathering and locking, spin, and the boxes' growing and
+    // shrinking.
+    void Update();
+    // Finds the box under a point in screen fractions (y from the top); the nearest of several.
+    void Pick(float cursorX, float cursorY);
+
+    // Everything: glow, logos, boxes, and the hovered box's name beside the cursor.
+    void Draw();
+    // The four boxes, each under its index as its selection name.
+    void DrawBoxes() const;
+
+    void SetState(Phase newPhase) { phase = newPhase; }
+    Phase GetState() const { return phase; }
+    MenuItem GetHovered() const { return static_cast<MenuItem>(hovered); }
+    void SetHovered(MenuItem item) { hovered = static_cast<int>(item); }
+
+    const Item& GetItem(std::size_t index) const { return items[index]; }
+    float AngleX() const { return angleX; }
+    float AngleY() const { return angleY; }
+    float Speed() const { return speed; }
+
+    // Opacity of the logos, 0 to 1.
+    float logoAlpha = 0.0F;
+    Timer logoFadeTimer; // raises the opacity after the boxes have locked
+    RadialGlow glow;
+
+private:
+    void Gather(float delta);
+    void Lock();
+    void Spin(float degrees);
+    void UpdateHover(float delta);
+    void UpdateScale(std::size_t index, float delta);
+    void ReadPick(int hits, const unsigned* record);
+    void CaptureGlow();
+    void DrawMakerLogo() const;
+    void DrawLogos() const;
+    void DrawName() const;
+
+    const KsmModel* model = nullptr;
+    const QEV_Textures* textures = nullptr;
+    Logos logos;
+    AudioSample* hoverSample = nullptr;
+    AudioSample* explosionSample = nullptr;
+    Phase phase = Phase::Gathering;
+    Timer logoWaveTimer;
+    float angleX = 0.0F; // degrees
+    float angleY = 0.0F;
+    float speed = 0.0F; // of gathering, in units a millisecond
+    std::array<Item, ItemCount> items;
+    int hovered = -1;
+};

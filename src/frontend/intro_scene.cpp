@@ -1,0 +1,128 @@
+// The intro; see intro_scene.h.
+#include "frontend/intro_scene.h"
+
+#include "audio/audio.h"
+#include "core/frame_clock.h"
+#include "core/game_mode.h"
+#include "core/log.h"
+#include "input/input.h"
+#include "platform/platform.h"
+#include "world/camera.h"
+
+#include <SDL_opengl.h>
+
+constinit IntroScene introScene;
+
+namespace {
+
+constexpr std::uint32_t PhaseDuration = 5000; // ms
+constexpr unsigned FrameWait = 2;             // ms
+constexpr float LastBright = 0.2F;            // opacity at either end of a part
+constexpr float PictureSplit = 0.65F;         // share of the picture's height that the first part shows
+
+// The program ends without the menu, also when a key comes up in the same frame.
+void CloseWindow() {
+    input.onRelease = nullptr;
+    Main::GoDestroy();
+}
+
+// A quad 2 wide and centred that shows the picture's rows from `top` to `bottom` (0 its first row).
+void DrawPart(float halfHeight, float z, float top, float bottom) {
+    glBegin(GL_QUADS);
+    glTexCoord2f(0.0F, top);
+    glVertex3f(-1.0F, halfHeight, z);
+    glTexCoord2f(0.0F, bottom);
+    glVertex3f(-1.0F, -halfHeight, z);
+    glTexCoord2f(1.0F, bottom);
+    glVertex3f(1.0F, -halfHeight, z);
+    glTexCoord2f(1.0F, top);
+    glVertex3f(1.0F, halfHeight, z);
+    glEnd();
+}
+
+} // namespace
+
+void IntroScene::GameStart(int /*a*/, int /*b*/) {
+    LogWrite("mainIntro::GameStart\n");
+    mapName.clear();
+    configName.clear();
+    camera.Start();
+    camera.SetPosition(0.0F, 0.0F, -4.0F);
+    camera.SetAngles(0.0F, 0.0F);
+    input.Start();
+    input.onRelease = Main::Quit;
+    input.onQuit = CloseWindow;
+    ExecConfig("config.cfg");
+    logo.Init();
+    logo.Add("textures/veklogo.png");
+    glBindTexture(GL_TEXTURE_2D, logo.Get(0));
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    Main::Resume();
+    logoSample = audio.Sample_Add("sounds/Logo.wav");
+    phaseTimer.Set(PhaseDuration, false);
+    phaseTimer.callback = NextPhase;
+    phaseTimer.Start();
+    phase = 0;
+    alpha = 0.0F;
+    depth = 0.0F;
+    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    audio.Simple_Play(logoSample);
+    GameProcess();
+}
+
+void IntroScene::GameEnd() {
+    input.Destroy();
+    logo.Free();
+    audio.Sample_Remove(logoSample);
+    logoSample = nullptr;
+}
+
+void IntroScene::NextPhase() {
+    ++introScene.phase;
+    introScene.alpha = 0.0F;
+    introScene.depth = 0.0F;
+}
+
+void IntroScene::Update() {
+    frameClock.Update();
+    phaseTimer.Update(frameClock.frameDelta);
+    depth = 2.0F * static_cast<float>(phaseTimer.Progress());
+    alpha = static_cast<float>(phaseTimer.PingPong()) + LastBright;
+    platform::Sleep(FrameWait);
+}
+
+void IntroScene::Draw() {
+    camera.Apply();
+    if (phase >= 2) {
+        Main::Quit();
+        return;
+    }
+    glColor4f(1.0F, 1.0F, 1.0F, alpha);
+    if (phase == 0)
+        DrawPart(PictureSplit, depth, 0.0F, PictureSplit);
+    else
+        DrawPart(1.0F - PictureSplit, depth, PictureSplit, 1.0F);
+}
+
+void IntroScene::GameFrame() {
+    input.ProcessEvents();
+    Update();
+    Draw();
+}
+
+void IntroScene::PauseFrame() {
+    Draw();
+    Main::Quit();
+}
+
+void IntroScene::EndScene() {
+    LogWrite("mainIntro::Leaving intro\n");
+    GameEnd();
+    Main::GoMenu();
+}
+
+void IntroScene::ChangeScene() {
+    LogWrite("mainServer::GameEnd\n");
+    GameEnd();
+}
