@@ -231,7 +231,7 @@ def skin_picture():
     lay("sand", 0.5 * SAND_LIGHT + 0.5 * SAND, 1 + 0.045 * grain + 0.035 * strata)
     lay("field", FIELD, 1 + 0.08 * grain + 0.05 * strata)
     lay("stone", SAND_LIGHT, 1.05 + 0.045 * grain + 0.03 * strata)
-    lay("lapis", 1.25 * LAPIS, 1 + 0.20 * paint.noise(SIZE, 21)[:SIZE // 8])
+    lay("lapis", 1.25 * LAPIS, 1 + 0.15 * paint.noise(SIZE, 21)[:SIZE // 8])
     random = np.random.RandomState(4)
     for _ in range(34):
         # Specks of pyrite.

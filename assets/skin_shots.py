@@ -229,7 +229,7 @@ STYLES = [
           {"normal": window_body(1.0, 1.0), "hover": window_body(1.06, 1.0), "clicked": window_body(1.15, 1.0),
            "disabled": window_body(0.72, 0.80)}),
     Style("9: caption bar", (0, 0), (0.045, 0), (0.02, 0.0305), GOLDEN_TEXT,
-          {"normal": caption_bar(1.0), "hover": caption_bar(1.0), "clicked": caption_bar(1.12), "disabled": caption_bar(0.62)}),
+          {"normal": caption_bar(1.0), "hover": caption_bar(1.05), "clicked": caption_bar(1.12), "disabled": caption_bar(0.62)}),
     Style("10: close button", (0, 0), (0, 0), (0, 0), INK,
           whole("cross", normal=WHITE, hover=(1, 0.85, 0.4, 1), clicked=(1, 0.55, 0.35, 1))),
     Style("11: check box", (0, 0), (0, 0), (0.012, 0.0195), IVORY, mark("box", "tick")),
