@@ -1,5 +1,5 @@
-// The least that a program of this kind does before its first picture: window, mixer, image library and font picture,
-// with the calls of their libraries alone. bench/run times the game's start against it.
+// The least that a program of this kind does before its first picture: window, mixer, image library and font
+// picture, with the calls of their libraries alone. bench/run times the game's start against it.
 #include <GL/gl.h>
 #include <GL/glu.h>
 #include <IL/il.h>
@@ -23,8 +23,8 @@ int main(int /*argc*/, char** /*argv*/) {
     GLuint texture = 0;
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);
-    gluBuild2DMipmaps(GL_TEXTURE_2D, 4, ilGetInteger(IL_IMAGE_WIDTH), ilGetInteger(IL_IMAGE_HEIGHT), GL_RGBA, GL_UNSIGNED_BYTE,
-                      ilGetData());
+    gluBuild2DMipmaps(GL_TEXTURE_2D, 4, ilGetInteger(IL_IMAGE_WIDTH), ilGetInteger(IL_IMAGE_HEIGHT), GL_RGBA,
+                      GL_UNSIGNED_BYTE, ilGetData());
     glClear(GL_COLOR_BUFFER_BIT);
     SDL_GL_SwapBuffers();
     return 0;

@@ -1,4 +1,5 @@
-// Preloaded into a program, ends it once its first picture is on the screen, so that a start can be timed from outside.
+// Preloaded into a program, ends it once its first picture is on the screen, so that a start can be timed
+// from outside.
 #include <GL/gl.h>
 #include <dlfcn.h>
 #include <unistd.h>

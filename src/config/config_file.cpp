@@ -7,6 +7,16 @@
 #include <cstring>
 #include <memory>
 
+namespace {
+
+// The first such byte between two places, the second place when there is none.
+const char* Find(char byte, const char* from, const char* to) {
+    const void* found = std::memchr(from, byte, static_cast<std::size_t>(to - from));
+    return found ? static_cast<const char*>(found) : to;
+}
+
+} // namespace
+
 ConfigFile::ConfigFile(const char* path) {
     struct CloseFile {
         void operator()(std::FILE* file) const { std::fclose(file); }
@@ -19,12 +29,14 @@ ConfigFile::ConfigFile(const char* path) {
     // A folder opens but cannot be read.
     open = std::ferror(file.get()) == 0;
     if (!open) content.clear();
+    hasNul = content.find('\0') != std::string::npos;
 }
 
 ConfigFile ConfigFile::FromMemory(std::string_view content) {
     ConfigFile file;
     file.content = content;
     file.open = true;
+    file.hasNul = content.find('\0') != std::string_view::npos;
     return file;
 }
 
@@ -34,16 +46,13 @@ void ConfigFile::Seek(std::size_t newPosition) {
 }
 
 std::string_view ConfigFile::NextRawLine() {
-    const char* const bytes = content.data();
-    const std::size_t size = content.size();
-    while (position < size && (bytes[position] == '\n' || bytes[position] == '\r'))
-        ++position;
-    const std::size_t start = position;
-    const void* feed = std::memchr(bytes + start, '\n', size - start);
-    std::size_t stop = feed ? static_cast<std::size_t>(static_cast<const char*>(feed) - bytes) : size;
-    if (const void* nul = std::memchr(bytes + start, '\0', stop - start))
-        stop = static_cast<std::size_t>(static_cast<const char*>(nul) - bytes);
-    end = stop == size;
-    position = end ? size : stop + 1;
-    return {bytes + start, stop - start};
+    const char* const last = content.data() + content.size();
+    const char* start = content.data() + position;
+    while (start < last && (*start == '\n' || *start == '\r'))
+        ++start;
+    const char* stop = Find('\n', start, last);
+    if (hasNul) stop = Find('\0', start, stop);
+    end = stop == last;
+    position = static_cast<std::size_t>(stop - content.data()) + (end ? 0 : 1);
+    return {start, static_cast<std::size_t>(stop - start)};
 }

@@ -35,4 +35,5 @@ private:
     std::size_t position = 0;
     bool end = false;
     bool open = false;
+    bool hasNul = false; // NUL bytes are rare; without one no line is searched for them
 };

@@ -18,18 +18,12 @@ constinit std::array<char, ConfigLineLength + 1> valueBuffer{};
 
 namespace {
 
-// Bytes of each buffer that are not zero, so that clearing touches no more than was written.
-constinit std::size_t lineUsed = 0;
-constinit std::size_t valueUsed = 0;
-
-void Store(std::string_view text, std::array<char, ConfigLineLength + 1>& buffer, std::size_t& used) {
-    std::copy(text.begin(), text.end(), buffer.begin());
-    if (used > text.size()) std::fill(buffer.begin() + text.size(), buffer.begin() + used, '\0');
-    used = text.size();
+void Store(std::string_view text, std::array<char, ConfigLineLength + 1>& buffer) {
+    *std::copy(text.begin(), text.end(), buffer.begin()) = '\0';
 }
 
 const char* KeepLine(std::string_view line) {
-    Store(line, lineBuffer, lineUsed);
+    Store(line, lineBuffer);
     return lineBuffer.data();
 }
 
@@ -164,7 +158,7 @@ const char* INI_ReadString(const char* key, ConfigFile* file) {
         value = quote + 1;
         value = value.substr(0, value.find('"'));
     }
-    Store(value, valueBuffer, valueUsed);
+    Store(value, valueBuffer);
     return valueBuffer.data();
 }
 
