@@ -16,7 +16,7 @@ HALF = 0.5
 BEVEL = 0.07
 BEVEL_DEPTH = 0.09
 # The front shows its tile without this much of each edge, so that no neighbour shines in at a quarter turn.
-TILE_INSET = 0.012
+TILE_INSET = 0.030
 # Where the joint of a tile lies, as a fraction of the tile; bevels and sides are cut out of it.
 JOINT_FROM, JOINT_TO = 0.012, 0.034
 # The box has small bevels on all its edges.

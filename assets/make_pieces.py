@@ -21,19 +21,22 @@ SIZE = 512
 # Width of the dark joint and of the bright rim inside it, and the reach of the soft shoulder, in tiles.
 JOINT, RIM, SHOULDER = 0.055, 0.030, 0.155
 # Low-pass of the finished picture, in texels.
-SOFTNESS = 1.1
+SOFTNESS = 1.9
 
 # stone: the ground; cut: grooves and joint; light, mid, accent: the inlays; rim: the bright edge of a tile.
 # The stones were tuned until the mean colours of the seven types lay as far apart as they go.
 PALETTES = {
-    "bar": dict(stone="#001492", cut="#000A45", light="#E3B23C", mid="#0049CE", accent="#F6E3A0"),
+    "bar": dict(stone="#1C1C8E", cut="#0A0C45", light="#E3B23C", mid="#2A50C8", accent="#F6E3A0"),
     "Z": dict(stone="#825390", cut="#381F4B", light="#E9D8F4", mid="#C08DD4", accent="#E3B23C"),
     "L": dict(stone="#910000", cut="#400000", light="#F2B98A", mid="#C74428", accent="#F4D27A"),
-    "S": dict(stone="#009580", cut="#004239", light="#A6E0A8", mid="#006F59", accent="#E3C25C"),
+    "S": dict(stone="#2A9078", cut="#0E4236", light="#B0E4AE", mid="#0A6C54", accent="#E3C25C"),
     "square": dict(stone="#4AE5EF", cut="#106974", light="#EAF8F2", mid="#9CF6FB", accent="#177C86"),
     "T": dict(stone="#FFC610", cut="#915F0C", light="#FFF1B8", mid="#F4CF6A", accent="#A4481E"),
     "J": dict(stone="#FFF9EC", cut="#AE9877", light="#FFFDF6", mid="#EBD3A0", accent="#B07A28"),
 }
+# Which inlay colour the bright rim leans to, and how far. The menu multiplies the box under the pointer by pure red, so
+# the rims of the blue and the green stones are warm: they keep the box visible then.
+RIM_TINTS = {"bar": ("light", 0.42), "S": ("light", 0.62), "square": ("light", 0.65), "T": ("light", 0.55)}
 JOINT_OF_IVORY, RIM_OF_IVORY = rgb("#D3BE96"), rgb("#FFFDF5")
 
 
@@ -107,8 +110,9 @@ def picture(kind):
     if kind == "J":
         rim_colour, joint_colour = RIM_OF_IVORY, JOINT_OF_IVORY
     else:
-        tint = palette["light" if kind in ("S", "square", "T") else "mid"]
-        rim_colour, joint_colour = 0.45 * palette["stone"] + 0.55 * tint, 0.9 * palette["cut"]
+        tint, share = RIM_TINTS.get(kind, ("mid", 0.55))
+        rim_colour = (1 - share) * palette["stone"] + share * palette[tint]
+        joint_colour = 0.9 * palette["cut"]
     image = image * (1 - 0.16 * shoulder[..., None])
     image = image + (rim_colour - image) * (0.75 * rim)[..., None]
     image = image + (joint_colour - image) * joint[..., None]
