@@ -18,13 +18,15 @@ CELL, PEN = 32, 20
 # Letters are rendered this much larger and then reduced.
 FINE = 16
 BASE_LINE = 24
+# How far letters may reach below and above the base line.
+LOWEST, HIGHEST = 6.0, 23.0
 
 TEXT = dict(
-    path="/usr/share/fonts/truetype/dejavu/DejaVuSerifCondensed-Bold.ttf", size=29.5, small=16, capital=22, widest=19.0,
+    path="/usr/share/fonts/truetype/dejavu/DejaVuSerifCondensed-Bold.ttf", size=29.5, small=16, capital=22, widest=18.5,
     # The pen is fixed, so narrow letters are widened lest they leave holes.
     widened=dict(i=1.22, j=1.22, l=1.22, I=1.2, t=1.1, f=1.1, r=1.08), fattened=0)
 DISPLAY = dict(
-    path="/usr/share/fonts/opentype/linux-libertine/LinBiolinum_RB.otf", size=33, small=14, capital=22, widest=19.5,
+    path="/usr/share/fonts/opentype/linux-libertine/LinBiolinum_RB.otf", size=33, small=14, capital=22, widest=19.0,
     widened={}, fattened=0.4)
 
 
@@ -37,20 +39,25 @@ def render(face, font, letter):
     return None if box is None else big.crop((box[0], 0, box[2], big.height))
 
 
-def heights(font):
-    """How far small letters and capitals reach above the base line, in texels."""
-    return [-font.getbbox(letter, anchor="ls")[1] / FINE for letter in "xH"]
+def heights(face, font):
+    """Where the face's lowest letter ends, and how far small letters, capitals and the highest letter reach above the
+    base line, in texels."""
+    boxes = {letter: font.getbbox(letter, anchor="ls") for letter in map(chr, range(33, 127))}
+    lowest, highest = max(box[3] for box in boxes.values()), max(-box[1] for box in boxes.values())
+    fat = face["fattened"]
+    return (-lowest / FINE - fat, -boxes["x"][1] / FINE, -boxes["H"][1] / FINE, highest / FINE + fat)
 
 
-def bend(ink, natural_small, natural_capital, face):
-    """Stretches the letter vertically in two pieces, so that small letters and capitals get the wanted heights."""
+def bend(ink, natural, face):
+    """Stretches the letter vertically in four pieces, so that small letters and capitals get the wanted heights and
+    what hangs below or stands above them keeps clear of the cell's edges, where filtering takes in the neighbours."""
     rows = BASE_LINE - (np.arange(CELL * FINE) + 0.5) / FINE
-    small, capital = face["small"], face["capital"]
-    source = np.where(rows <= 0, rows,
-                      np.where(rows <= small, rows * natural_small / small,
-                               natural_small + (rows - small) * (natural_capital - natural_small) / (capital - small)))
-    index = np.clip(np.round((BASE_LINE - source) * FINE - 0.5).astype(int), 0, CELL * FINE - 1)
-    return Image.fromarray(np.asarray(ink)[index])
+    source = np.interp(rows, [-LOWEST, 0, face["small"], face["capital"], HIGHEST],
+                       [natural[0], 0, *natural[1:]],
+                       left=-CELL, right=CELL)
+    index = np.round((BASE_LINE - source) * FINE - 0.5).astype(int)
+    inside = (index >= 0) & (index < CELL * FINE)
+    return Image.fromarray(np.where(inside[:, None], np.asarray(ink)[np.clip(index, 0, CELL * FINE - 1)], 0).astype("u1"))
 
 
 def squeeze(ink, letter, face):
@@ -77,7 +84,7 @@ def glyph(face, font, letter):
     ink = render(face, font, letter)
     if ink is None:
         return np.zeros((CELL, CELL))
-    ink = bend(ink, *heights(font), face)
+    ink = bend(ink, heights(face, font), face)
     width = squeeze(ink, letter, face)
     centre = (PEN - width) / 2
     best = None
@@ -87,13 +94,13 @@ def glyph(face, font, letter):
             continue
         for shift in np.arange(-1.0, 1.01, 0.125):
             left = centre - stretch / 2 + shift
-            if left < 0 or left + width + stretch > PEN:
+            if left < 1 or left + width + stretch > PEN:
                 continue
             cell = place(ink, width + stretch, left)
             score = sharpness(cell) - 1.5 * abs(shift) - 1.5 * abs(stretch)
             if best is None or score > best[0]:
                 best = (score, cell)
-    return best[1] if best else place(ink, width, max(0.0, centre))
+    return best[1] if best else place(ink, width, max(1.0, centre))
 
 
 def sheet():
