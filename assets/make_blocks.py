@@ -21,7 +21,9 @@ TILE_INSET = 0.030
 JOINT_FROM, JOINT_TO = 0.012, 0.034
 # The box has small bevels on all its edges.
 BOX_BEVEL = 0.035
-BOX_JOINT = 0.006
+# A piece of bright tile rim in the picture, from which the box's bevels are cut: the menu draws it without
+# light, so only bright edges tell its sides apart.
+BOX_RIM = (0.0185, 0.0215, 0.05, 0.20)
 
 
 def front_square(inset, y):
@@ -62,8 +64,8 @@ def box():
     """A cube with the whole picture on each side, bevelled edges and cut corners."""
     mesh = ksm.Mesh()
     whole = [(0, 0), (1, 0), (1, 1), (0, 1)]
-    # The bevels show the frame of the picture.
-    frame = [(BOX_JOINT, 0.2), (BOX_JOINT, 0.8), (BOX_JOINT * 1.5, 0.8), (BOX_JOINT * 1.5, 0.2)]
+    left, right, low, high = BOX_RIM
+    rim = [(left, low), (left, high), (right, high), (right, low)]
     a, b = HALF - BOX_BEVEL, HALF
     # Sides: normal axis and sign, and the axes of u and v; u x v points outside.
     for normal, sign, u, su, v, sv in ((1, -1, 0, 1, 2, 1), (1, 1, 0, -1, 2, 1), (0, 1, 1, 1, 2, 1),
@@ -86,12 +88,12 @@ def box():
                     return tuple(p)
                 quad = [at(-1, True), at(1, True), at(1, False), at(-1, False)]
                 # axis x m = n, so this order looks outside when the two signs differ.
-                mesh.quad(quad if sm * sn < 0 else quad[::-1], frame)
+                mesh.quad(quad if sm * sn < 0 else quad[::-1], rim)
     for sx in (-1, 1):
         for sy in (-1, 1):
             for sz in (-1, 1):
                 corner = [(sx * b, sy * a, sz * a), (sx * a, sy * b, sz * a), (sx * a, sy * a, sz * b)]
-                mesh.triangle(corner if sx * sy * sz > 0 else corner[::-1], frame[:3])
+                mesh.triangle(corner if sx * sy * sz > 0 else corner[::-1], rim[:3])
     return mesh
 
 

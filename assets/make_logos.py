@@ -20,6 +20,10 @@ from paint import (CARNELIAN, GOLD, GOLD_DARK, GOLD_LIGHT, INK, LAPIS, LAPIS_DAR
 from piece_motifs import star
 
 BRONZE, BRONZE_DARK = rgb("#6A430F"), rgb("#4A2C0C")
+# The game reduces pictures with plain linear filtering, so each is softened (in texels) to what its smallest showing
+# can resolve. The medal is shown 70 to 150 pixels wide and stored at half the size it is painted in.
+GAME_SOFTNESS, MAKER_SOFTNESS, MEDAL_SOFTNESS = 0.5, 1.0, 0.8
+MEDAL_REDUCTION = 2
 # Where the maker's picture is cut in two.
 MAKER_CUT = 0.65
 # The stones of the pieces, from dark to bright.
@@ -182,9 +186,12 @@ def stone_tile(c, x, y, side, stone, ornament):
     c.fill()
 
 
-def with_shadow(canvas, radius, strength):
-    """The canvas on a soft dark halo, so that it stands off any background."""
-    pixels = canvas.pixels()
+def finished(canvas, radius, strength, softness, reduction=1):
+    """The canvas reduced, softened, and laid on a soft dark halo, so that it stands off any background."""
+    pixels = canvas.premultiplied()
+    height, width = (n // reduction for n in pixels.shape[:2])
+    pixels = pixels.reshape(height, reduction, width, reduction, 4).mean((1, 3))
+    pixels = gaussian_filter(pixels, (softness, softness, 0))
     alpha = pixels[..., 3]
     halo = np.clip(gaussian_filter(alpha, radius) * strength, 0, 1)
     # Nothing may reach the edge: the halo fades over the last texels.
@@ -193,7 +200,7 @@ def with_shadow(canvas, radius, strength):
     halo = halo * np.clip((border - 2) / (1.5 * radius), 0, 1)
     total = alpha + halo * (1 - alpha)
     shade = np.array([8, 8, 28]) / 255
-    colours = (pixels[..., :3] * alpha[..., None] + shade * (halo * (1 - alpha))[..., None]) / np.maximum(total, 1e-6)[..., None]
+    colours = (pixels[..., :3] + shade * (halo * (1 - alpha))[..., None]) / np.maximum(total, 1e-6)[..., None]
     colours = np.where(total[..., None] > 0, colours, shade)
     return paint.to_image(np.dstack([colours, total]))
 
@@ -218,7 +225,7 @@ def game_logo():
                 c.new_path()
                 c.arc(x + 46 + 13 * k, 429, radius, 0, 2 * math.pi)
                 c.fill()
-    return with_shadow(canvas, 14, 1.5)
+    return finished(canvas, 14, 1.5, GAME_SOFTNESS)
 
 
 def course(c, y, count, side, first, second):
@@ -277,7 +284,7 @@ def maker_logo():
         star(256 + side * 182, 425, 14, 4, 0.35)(c)
         c.set_source_rgb(*GOLD)
         c.fill()
-    image = with_shadow(canvas, 7, 1.4)
+    image = finished(canvas, 7, 1.4, MAKER_SOFTNESS)
     pixels = np.asarray(image).copy()
     # The two parts are cut apart at 0.65: the rows about the cut stay clear.
     cut = round(MAKER_CUT * 512)
@@ -362,7 +369,7 @@ def porvinal_logo():
     rule(c, 90, 367, 332, 5)
     c.restore()
     sun(c, 256, 136, 18)
-    return with_shadow(canvas, 6, 1.2)
+    return finished(canvas, 3, 1.2, MEDAL_SOFTNESS, MEDAL_REDUCTION)
 
 
 if __name__ == "__main__":
