@@ -1,0 +1,256 @@
+"""Plays the real program with real keys and mouse: a virtual display, a run folder, and what a person would see.
+
+Nothing here waits by the clock alone: a journey waits for a line of log.txt or for a picture.
+"""
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import tempfile
+import time
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests"))
+PATIENCE = 180  # seconds until something that never comes is given up; no measure of speed
+SCREEN = (1280, 1024)
+
+
+class Picture:
+    """A screenshot as rows of RGB bytes."""
+
+    def __init__(self, width, height, data):
+        self.width, self.height, self.data = width, height, data
+
+    def pixel(self, x, y):
+        at = (int(y) * self.width + int(x)) * 3
+        return tuple(self.data[at:at + 3])
+
+    def mean(self, left, top, width, height):
+        """Mean colour of a rectangle in pixels."""
+        total = [0, 0, 0]
+        for y in range(int(top), int(top + height)):
+            at = (y * self.width + int(left)) * 3
+            row = self.data[at:at + int(width) * 3]
+            for channel in range(3):
+                total[channel] += sum(row[channel::3])
+        return tuple(t / (int(width) * int(height)) for t in total)
+
+    def brightness(self):
+        return sum(self.data) / len(self.data)
+
+
+class Display:
+    """A virtual screen of its own."""
+
+    def __init__(self, size=SCREEN):
+        read_end, write_end = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{size[0]}x{size[1]}x24", "-noreset", "-nolisten", "tcp"],
+            pass_fds=[write_end], stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end) as number:
+            self.name = ":" + number.readline().strip()
+
+    def close(self):
+        self.server.terminate()
+        self.server.wait()
+
+
+class Game:
+    """One run of the program in a folder of its own."""
+
+    def __init__(self, display, config=None, program="quarvello", folder=None, preload=None, environment=None):
+        self.display = display
+        self.folder = folder or make_run_folder(config)
+        self.environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy")
+        self.environment.update(environment or {})
+        if preload:
+            # The sanitizer's library must come first.
+            self.environment["LD_PRELOAD"] = " ".join([*sanitizer_library(BUILD / program), str(preload)])
+        self.log_path = self.folder / "log.txt"
+        self.log_path.unlink(missing_ok=True)
+        self.process = subprocess.Popen([str(BUILD / program)], cwd=self.folder, env=self.environment,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        self.window = None
+
+    # What the program says
+
+    def log(self):
+        """The log without time stamps."""
+        text = self.log_path.read_text(errors="replace") if self.log_path.exists() else ""
+        return re.sub(r"\[\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d\] ", "", text)
+
+    def await_log(self, text, times=1):
+        self.await_true(lambda: self.log().count(text) >= times, f"{times} x {text!r} in the log")
+
+    def await_true(self, condition, what, act=None, pause=0.05):
+        """Waits for a condition, doing `act` before each look when given."""
+        deadline = time.monotonic() + PATIENCE
+        while True:
+            if act:
+                act()
+            if condition():
+                return
+            if self.process.poll() is not None and not condition():
+                raise AssertionError(f"the program ended ({self.process.returncode}) before: {what}\n{self.error()}\n{self.log()[-2000:]}")
+            if time.monotonic() > deadline:
+                raise AssertionError(f"waited in vain for: {what}\n{self.log()[-2000:]}")
+            time.sleep(pause)
+
+    def await_end(self):
+        try:
+            status = self.process.wait(PATIENCE)
+        except subprocess.TimeoutExpired as late:
+            raise AssertionError(f"the program does not end\n{self.log()[-2000:]}") from late
+        if status != 0:
+            raise AssertionError(f"the program ended with {status}\n{self.error()}\n{self.log()[-2000:]}")
+
+    def error(self):
+        return self.process.stderr.read().decode(errors="replace")[-6000:] if self.process.poll() is not None else ""
+
+    def state_lines(self):
+        """Mode and state changes, in order."""
+        return [line for line in self.log().splitlines() if "Change - [" in line]
+
+    def kill(self):
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+        self.process.stderr.close()
+
+    # What a person does
+
+    def xdotool(self, *arguments):
+        done = subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, check=False)
+        return done.stdout.decode()
+
+    def key(self, *names):
+        self.xdotool("key", *names)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", "30", text)
+
+    def geometry(self):
+        """Left, top, width and height of the window in pixels of the screen."""
+        if not self.window:
+            self.window = self.xdotool("search", "--name", "^Quarvello$").split()[:1]
+        found = dict(line.split("=") for line in self.xdotool("getwindowgeometry", "--shell", *self.window).split() if "=" in line)
+        if "WIDTH" not in found:
+            self.window = None
+            raise AssertionError("the window is not there")
+        return tuple(int(found[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def move(self, x, y):
+        """Points at a place in fractions of the window."""
+        left, top, width, height = self.geometry()
+        self.xdotool("mousemove", left + int(x * width), top + int(y * height))
+
+    def click(self, x, y):
+        self.move(x, y)
+        time.sleep(0.15)  # a frame or two, so that the pointer has arrived before the button
+        self.xdotool("click", 1)
+
+    def close_window(self):
+        """What a window manager sends when the window is closed."""
+        self.geometry()
+        subprocess.run([str(BUILD / "tests/close_window"), self.window[0]], env=self.environment, check=True)
+
+    def look(self, save_as=None):
+        """A screenshot of the window."""
+        left, top, width, height = self.geometry()
+        crop = f"{width}x{height}+{left}+{top}"
+        data = subprocess.run(["import", "-silent", "-window", "root", "-crop", crop, "+repage", "-depth", "8", "rgb:-"],
+                              env=self.environment, stdout=subprocess.PIPE, check=True).stdout
+        picture = Picture(width, height, data)
+        if save_as:
+            subprocess.run(["convert", "-size", f"{width}x{height}", "-depth", "8", "rgb:-", str(save_as)], input=data, check=True)
+        return picture
+
+
+def sanitizer_library(program):
+    linked = subprocess.run(["ldd", str(program)], stdout=subprocess.PIPE, check=False).stdout.decode()
+    return re.findall(r"=> (\S*lib[at]san\S*)", linked)
+
+
+def make_run_folder(config=None):
+    """A folder laid out as the game's working directory; `config` replaces the text of config.cfg."""
+    folder = pathlib.Path(tempfile.mkdtemp(prefix="quarvello-journey-"))
+    for entry in (ROOT / "data").iterdir():
+        if entry.is_dir():
+            (folder / entry.name).symlink_to(entry)
+    text = (ROOT / "data/config.cfg").read_text()
+    (folder / "config.cfg").write_text(config(text) if config else text)
+    return folder
+
+
+def set_key(text, key, value):
+    """The configuration with another value of a key, which must be there."""
+    changed, count = re.subn(rf"(?m)^(\s*{key}\s*=\s*)\S+", rf"\g<1>{value}", text)
+    assert count, key
+    return changed
+
+
+def small(text):
+    """Fast to draw: the smallest mode, in a window."""
+    for key, value in (("width", 640), ("height", 480), ("fullscreen", 0)):
+        text = set_key(text, key, value)
+    return text
+
+
+class Journey(unittest.TestCase):
+    """A test with a display; every game that it starts is gone at its end."""
+
+    def setUp(self):
+        self.display = Display()
+        self.addCleanup(self.display.close)
+        self.games = []
+
+    def start(self, **arguments):
+        arguments.setdefault("config", small)
+        game = Game(self.display, **arguments)
+        self.games.append(game)
+        self.addCleanup(self.forget, game)
+        return game
+
+    def forget(self, game):
+        game.kill()
+        shutil.rmtree(game.folder, ignore_errors=True)
+
+    # Roads that many journeys take
+
+    def to_menu(self, game):
+        """Past the intro by a key, until the boxes have locked (the pointer is set free and the picture holds still)."""
+        game.await_log("mainScene::ExecConfig(config.cfg)")
+        game.await_true(lambda: "Game mode Change - [MENU]" in game.log(), "the menu", act=lambda: game.key("Return"), pause=0.3)
+        game.await_log("mainScene::camera.Load()")
+
+    def menu_item(self, game, name):
+        """Clicks one of the four boxes, found by the label that stands beside the pointer."""
+        from labels import hovered_label
+        tried = 0
+        places = [(x / 100, y / 100) for y in range(44, 80, 5) for x in range(36, 66, 4)]
+
+        def search():
+            nonlocal tried
+            game.move(*places[tried % len(places)])
+            tried += 1
+            time.sleep(0.15)
+
+        place = lambda: places[(tried - 1) % len(places)]
+        game.await_true(lambda: hovered_label(game.look(), *place()) == name, f"the box {name}", act=search, pause=0)
+        game.xdotool("click", 1)
+
+    def to_game(self, game, times=1):
+        self.to_menu(game)
+        self.menu_item(game, "NEW GAME")
+        game.await_log("Game mode Change - [PUZZLE]", times)
+        game.await_log("starting debugger", times)
+
+    def pause(self, game):
+        """Presses p until the game pauses, which it does once the picture has faded in."""
+        paused = game.log().count("State mode Change - [PAUSE]")
+        game.await_true(lambda: game.log().count("State mode Change - [PAUSE]") > paused, "the pause",
+                        act=lambda: game.key("p"), pause=0.3)
