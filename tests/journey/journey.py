@@ -2,6 +2,7 @@
 
 Nothing here waits by the clock alone: a journey waits for a line of log.txt or for a picture.
 """
+import ctypes
 import os
 import pathlib
 import re
@@ -156,7 +157,7 @@ class Game:
     def close_window(self):
         """What a window manager sends when the window is closed."""
         self.geometry()
-        subprocess.run([str(BUILD / "tests/close_window"), self.window[0]], env=self.environment, check=True)
+        send_close(self.display.name, int(self.window[0]))
 
     def look(self, save_as=None):
         """A screenshot of the window."""
@@ -168,6 +169,28 @@ class Game:
         if save_as:
             subprocess.run(["convert", "-size", f"{width}x{height}", "-depth", "8", "rgb:-", str(save_as)], input=data, check=True)
         return picture
+
+
+class ClientMessage(ctypes.Structure):
+    """Xlib's XClientMessageEvent."""
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int), ("display", ctypes.c_void_p),
+                ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong), ("format", ctypes.c_int),
+                ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 24)]
+
+
+def send_close(display_name, window):
+    xlib = ctypes.CDLL("libX11.so.6")
+    xlib.XOpenDisplay.restype = ctypes.c_void_p
+    xlib.XInternAtom.restype = ctypes.c_ulong
+    xlib.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
+    xlib.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long, ctypes.c_void_p]
+    xlib.XCloseDisplay.argtypes = [ctypes.c_void_p]
+    display = xlib.XOpenDisplay(display_name.encode())
+    message = ClientMessage(type=33, window=window, format=32)  # 33: ClientMessage
+    message.message_type = xlib.XInternAtom(display, b"WM_PROTOCOLS", 0)
+    message.data[0] = xlib.XInternAtom(display, b"WM_DELETE_WINDOW", 0)
+    xlib.XSendEvent(display, window, 0, 0, ctypes.byref(message))
+    xlib.XCloseDisplay(display)
 
 
 def sanitizer_library(program):

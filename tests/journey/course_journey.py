@@ -1,0 +1,73 @@
+#!/usr/bin/env python3
+"""The usual course from start to quit, its log lines, and every way out of each scene."""
+import time
+import unittest
+
+from journey import Journey
+
+FULL_COURSE = [
+    "Game mode Change - [INTRO]",
+    "MainServer::GameProcess()[DESTROY] State mode Change - [END]",
+    "Game mode Change - [MENU]",
+    "MainServer::GameProcess()[PUZZLE] State mode Change - [CHANGE]",
+    "Game mode Change - [PUZZLE]",
+    "MainServer::GameProcess()[PUZZLE] State mode Change - [PAUSE]",
+    "MainServer::GameProcess()[PUZZLE] State mode Change - [GAME]",
+    "MainServer::GameProcess()[PUZZLE] State mode Change - [PAUSE]",
+    "MainServer::GameProcess()[MENU] State mode Change - [CHANGE]",
+    "Game mode Change - [MENU]",
+    "MainServer::GameProcess()[DESTROY] State mode Change - [CHANGE]",
+    "Game mode Change - [DESTROY]",
+]
+
+# The pause drop-down's rows and the confirmation's buttons, in fractions of the window; see game_windows.cpp.
+PAUSE_CAPTION = (0.12, 0.38)
+PAUSE_ROWS = {"Resume": (0.12, 0.475), "Menu": (0.12, 0.525), "Quit": (0.12, 0.575)}
+CONFIRM_OK = (0.40, 0.59)
+
+
+class Course(Journey):
+    def test_intro_ends_by_itself(self):
+        game = self.start()
+        begin = time.monotonic()
+        game.await_log("Game mode Change - [MENU]")
+        self.assertGreater(time.monotonic() - begin, 9.5, "the show is two parts of five seconds")
+        game.close_window()
+        game.await_end()
+
+    def test_the_whole_course(self):
+        game = self.start()
+        self.to_game(game)
+        self.pause(game)
+        game.key("Escape")
+        game.await_log("[PUZZLE] State mode Change - [GAME]")
+        self.pause(game)
+        self.choose(game, "Menu")
+        game.await_log("Game mode Change - [MENU]", 2)
+        game.await_log("camera.Load()", 3)
+        game.close_window()
+        game.await_end()
+        self.assertEqual(game.state_lines(), FULL_COURSE)
+        self.assertTrue(game.log().endswith("Global_Destroy() - Log Stop\nGlobal_Destroy() - Normal Exit\n"))
+        config = (game.folder / "config.cfg").read_text()
+        self.assertIn("<gui>\n  <hform1>\n    left = 0.050000\n    top = 0.350000\n  </hform1>\n", config)
+
+    def choose(self, game, row):
+        game.click(*PAUSE_CAPTION)
+        time.sleep(0.5)  # the list unrolls
+        game.click(*PAUSE_ROWS[row])
+        game.await_true(lambda: "State mode Change - [CHANGE]\n" in game.log().split("[PAUSE]")[-1] or
+                        "State mode Change - [END]\n" in game.log().split("[PAUSE]")[-1], f"leaving by {row}",
+                        act=lambda: game.click(*CONFIRM_OK), pause=0.3)
+
+    def test_quit_from_the_game(self):
+        game = self.start()
+        self.to_game(game)
+        self.pause(game)
+        self.choose(game, "Quit")
+        game.await_end()
+        self.assertIn("mainMenu::GameEnd\n", game.log())
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
