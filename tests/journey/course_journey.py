@@ -26,6 +26,18 @@ PAUSE_ROWS = {"Resume": (0.12, 0.475), "Menu": (0.12, 0.525), "Quit": (0.12, 0.5
 CONFIRM_OK = (0.40, 0.59)
 
 
+def choose(game, row):
+    """Leaves a paused game by the drop-down."""
+    def left():
+        since = game.log().rsplit("[PAUSE]", 1)[-1]
+        return "State mode Change - [CHANGE]" in since or "State mode Change - [END]" in since
+
+    game.click(*PAUSE_CAPTION)
+    time.sleep(0.5)  # the list unrolls
+    game.click(*PAUSE_ROWS[row])
+    game.await_true(left, f"leaving by {row}", act=lambda: game.click(*CONFIRM_OK), pause=0.3)
+
+
 class Course(Journey):
     def test_intro_ends_by_itself(self):
         game = self.start()
@@ -42,7 +54,7 @@ class Course(Journey):
         game.key("Escape")
         game.await_log("[PUZZLE] State mode Change - [GAME]")
         self.pause(game)
-        self.choose(game, "Menu")
+        choose(game, "Menu")
         game.await_log("Game mode Change - [MENU]", 2)
         game.await_log("camera.Load()", 3)
         game.close_window()
@@ -52,19 +64,11 @@ class Course(Journey):
         config = (game.folder / "config.cfg").read_text()
         self.assertIn("<gui>\n  <hform1>\n    left = 0.050000\n    top = 0.350000\n  </hform1>\n", config)
 
-    def choose(self, game, row):
-        game.click(*PAUSE_CAPTION)
-        time.sleep(0.5)  # the list unrolls
-        game.click(*PAUSE_ROWS[row])
-        game.await_true(lambda: "State mode Change - [CHANGE]\n" in game.log().split("[PAUSE]")[-1] or
-                        "State mode Change - [END]\n" in game.log().split("[PAUSE]")[-1], f"leaving by {row}",
-                        act=lambda: game.click(*CONFIRM_OK), pause=0.3)
-
     def test_quit_from_the_game(self):
         game = self.start()
         self.to_game(game)
         self.pause(game)
-        self.choose(game, "Quit")
+        choose(game, "Quit")
         game.await_end()
         self.assertIn("mainMenu::GameEnd\n", game.log())
 

@@ -1,0 +1,42 @@
+#!/usr/bin/env python3
+"""Ten rounds of menu, game, menu in one process: what the process holds at the end of a round stays the same."""
+import time
+import unittest
+
+from course_journey import choose
+from journey import BUILD, Journey
+
+ROUNDS = 10
+SETTLED = 3     # rounds until every cache of the driver has seen all that there is
+GROWTH = 1.03   # of resident memory from then on; a leaked texture set of a round is more than 10 %
+
+
+class Rounds(Journey):
+    def memory(self, game):
+        status = dict(line.split(":", 1) for line in open(f"/proc/{game.process.pid}/status"))
+        return int(status["VmRSS"].split()[0]), int(status["Threads"])
+
+    def test_nothing_grows(self):
+        fast = [BUILD / "tests/libfast_clock.so", BUILD / "tests/libcount_resources.so"]
+        game = self.start(preload=" ".join(map(str, fast)), environment={"FAST_CLOCK": "4"})
+        self.to_menu(game)
+        held = []
+        for played in range(1, ROUNDS + 1):
+            self.menu_item(game, "NEW GAME")
+            game.await_log("starting debugger", played)
+            self.pause(game)
+            choose(game, "Menu")
+            game.await_log("Game mode Change - [MENU]", played + 1)
+            game.await_log("camera.Load()", 2 * played + 1)
+            time.sleep(1)  # the menu's first pictures
+            held.append((*self.memory(game), (game.folder / "resources.txt").read_text()))
+        game.close_window()
+        game.await_end()
+        print("\n".join(f"{memory} KiB, {threads} threads, {counts.strip()}" for memory, threads, counts in held))
+        self.assertEqual(len({counts for _, _, counts in held}), 1, "textures, lists, samples and tracks")
+        self.assertEqual(len({threads for _, threads, _ in held}), 1, "threads")
+        self.assertLess(held[-1][0], held[SETTLED][0] * GROWTH, "resident memory")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
