@@ -1,0 +1,22 @@
+// The bytes of a whole file in memory. Rests on the C library.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+
+class FileBytes {
+public:
+    // Larger files are refused; no data file comes near.
+    static constexpr std::size_t MaxSize = std::size_t{256} << 20U;
+
+    // Reads the file at `path`. Anything but a plain file that can be read whole leaves the object closed.
+    explicit FileBytes(const char* path);
+
+    bool IsOpen() const { return bytes != nullptr; }
+    std::span<const std::byte> Bytes() const { return {bytes.get(), size}; }
+
+private:
+    std::unique_ptr<std::byte[]> bytes;
+    std::size_t size = 0;
+};

@@ -1,0 +1,19 @@
+// What all models share; see model_state.h.
+#include "graphics/model_state.h"
+
+constinit QEV_Model modelState;
+
+void QEV_Model::Start() {
+    textures.Init();
+    buffer.clear();
+}
+
+void QEV_Model::Clear() {
+    textures.Free();
+    buffer = {};
+}
+
+float* QEV_Model::Buffer(std::size_t floats) {
+    if (buffer.size() < floats) buffer.resize(floats);
+    return buffer.data();
+}

@@ -1,0 +1,32 @@
+// Reads picture files into memory, so that no file, whatever bytes it holds, can crash or hang the program.
+// Rests on the image library, the PNG check and the platform's contained runs.
+#pragma once
+
+#include <GL/gl.h>
+#include <IL/il.h>
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+// 8 bits a channel, rows without gaps, the bottom row first.
+struct Picture {
+    // Larger pictures are refused: sides in pixels, and pixels in all.
+    static constexpr int MaxSide = 8192;
+    static constexpr int MaxPixels = 4096 * 4096;
+
+    int width = 0;
+    int height = 0;
+    int bytesPerPixel = 0;
+    GLenum format = 0; // GL_RGB, GL_RGBA, GL_BGR, GL_BGRA, GL_LUMINANCE or GL_LUMINANCE_ALPHA
+    std::vector<std::byte> pixels;
+};
+
+// Loads the picture at `path`; IL_NO_ERROR, or the image library's error code, picture unchanged. A PNG (by
+// its first bytes) is checked whole and then decoded here; everything else is decoded as `type` says
+// (IL_TYPE_UNKNOWN: by the file's ending, then its content) in a contained run that a crash or an endless
+// loop cannot leave. The image library must have been started.
+ILenum LoadPicture(ILenum type, const char* path, Picture& picture);
+
+// Decodes the bytes of a PNG file after checking them; results as above.
+ILenum DecodePng(std::span<const std::byte> file, Picture& picture);

@@ -1,0 +1,119 @@
+// Texture sets; see textures.h.
+#include "graphics/textures.h"
+
+#include "core/log.h"
+#include "graphics/picture.h"
+#include "graphics/video.h"
+
+#include <GL/glu.h>
+#include <IL/ilu.h>
+#include <SDL.h>
+
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+constexpr char BlankPicture[] = "default/blank.png";
+
+// Every texture of the system repeats and is filtered linearly; its smaller levels exist, but are not used.
+GLuint Upload(const Picture& picture) {
+    GLuint id = 0;
+    glGenTextures(1, &id);
+    glBindTexture(GL_TEXTURE_2D, id);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    // Rows follow each other without gaps, whatever their length.
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    gluBuild2DMipmaps(GL_TEXTURE_2D, picture.bytesPerPixel, picture.width, picture.height, picture.format,
+                      GL_UNSIGNED_BYTE, picture.pixels.data());
+    return id;
+}
+
+void LogFailure(const char* path, ILenum error) {
+    LogWrite("QEV_Textures::LoadGLTextures[ failed ] Loading %s - %s\n", path, iluErrorString(error));
+}
+
+} // namespace
+
+QEV_Textures& QEV_Textures::operator=(QEV_Textures&& other) noexcept {
+    std::swap(entries, other.entries);
+    return *this;
+}
+
+void QEV_Textures::Init() {
+    Free();
+    if (!video.ContextHolds(video.ContextGeneration())) return;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+}
+
+int QEV_Textures::Add(const char* path) {
+    if (!path || !*path) return -1;
+    if (Count() >= MaxEntries) {
+        LogWrite("QEV_Textures::Add[ failed ] Loading %s - the texture set is full\n", path);
+        return -1;
+    }
+    Entry& entry = entries.emplace_back();
+    entry.name = path;
+    entry.id = static_cast<GLuint>(LoadGLTextures(IL_TYPE_UNKNOWN, path));
+    entry.generation = video.ContextGeneration();
+    return Count() - 1;
+}
+
+GLuint QEV_Textures::Get(int index) const {
+    const auto position = static_cast<std::size_t>(static_cast<unsigned>(index) & 0xFFU);
+    return position < entries.size() ? entries[position].id : 0;
+}
+
+std::string QEV_Textures::GetName(int index) const {
+    if (entries.empty()) return "NULL";
+    if (index < 0 || index >= Count()) return "NOT_FOUND";
+    return entries[static_cast<std::size_t>(index)].name;
+}
+
+void QEV_Textures::Delete(const Entry& entry) {
+    if (video.ContextHolds(entry.generation)) glDeleteTextures(1, &entry.id);
+}
+
+void QEV_Textures::Free() {
+    for (const Entry& entry : entries) {
+        Delete(entry);
+    }
+    entries = {};
+}
+
+void QEV_Textures::Reload() {
+    for (Entry& entry : entries) {
+        Delete(entry);
+        entry.id = static_cast<GLuint>(LoadGLTextures(IL_TYPE_UNKNOWN, entry.name.c_str()));
+        entry.generation = video.ContextGeneration();
+    }
+}
+
+int QEV_Textures::LoadGLTextures(GLenum type, const char* path) {
+    if (!path || !*path) return -1;
+    Picture picture;
+    const ILenum error = LoadPicture(type, path, picture);
+    if (error != IL_NO_ERROR) {
+        LogFailure(path, error);
+        LogWrite("QEV_Textures::LoadGLTextures - loading blank texture\n");
+        return LoadBlank(type, BlankPicture);
+    }
+    return static_cast<int>(Upload(picture));
+}
+
+int QEV_Textures::LoadBlank(GLenum type, const char* path) {
+    Picture picture;
+    const ILenum error = LoadPicture(type, path, picture);
+    if (error != IL_NO_ERROR) {
+        LogFailure(path, error);
+        LogWrite("QEV_Textures::LoadGLTextures[ FATAL ERROR !]");
+        LogWrite("SDL_Quit - \tExit\n");
+        SDL_Quit();
+        std::exit(1);
+    }
+    return static_cast<int>(Upload(picture));
+}

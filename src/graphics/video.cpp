@@ -1,0 +1,216 @@
+// The screen; see video.h.
+#include "graphics/video.h"
+
+#include "config/config_reader.h"
+#include "config/config_writer.h"
+#include "core/log.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+#include <SDL.h>
+
+#include <cstdlib>
+#include <string>
+
+constinit QEV_Video video;
+
+namespace {
+
+constexpr int DefaultWidth = 640;
+constexpr int DefaultHeight = 480;
+constexpr int DefaultBpp = 32;
+
+// What every piece of drawing may count on seeing.
+constexpr double FieldOfView = 60.0; // degrees, from bottom to top
+constexpr double NearPlane = 0.1;
+constexpr double FarPlane = 230.0;
+
+[[noreturn]] void EndProgram() {
+    LogWrite("QEV_Video::SetGLMode() - \tExit\n");
+    SDL_Quit();
+    std::exit(1);
+}
+
+const char* DriverText(GLenum name) {
+    const auto* text = reinterpret_cast<const char*>(glGetString(name));
+    return text ? text : "";
+}
+
+// One numbered line for each of the names, which stand behind each other with a blank after each.
+std::string NumberedExtensions(const std::string& names) {
+    std::string lines = "\t\t[1] - ";
+    int number = 1;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i] != ' ') {
+            lines += names[i];
+            continue;
+        }
+        ++number;
+        if (i + 1 < names.size()) lines += "\n\t\t[" + std::to_string(number) + "] - ";
+    }
+    return lines + "\n";
+}
+
+void ReportDriver() {
+    LogWrite(" Video Information:\n");
+    LogAppend("\t\t Vendor - %s\n", DriverText(GL_VENDOR));
+    LogAppend("\t\t Renderer - %s\n", DriverText(GL_RENDERER));
+    LogAppend("\t\t Version - %s\n", DriverText(GL_VERSION));
+    LogAppend("%s", NumberedExtensions(DriverText(GL_EXTENSIONS)).c_str());
+}
+
+void SetInitialState() {
+    glClearColor(0, 0, 0, 0);
+    glEnable(GL_TEXTURE_2D);
+    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
+}
+
+} // namespace
+
+void QEV_Video::Load(const char* path) {
+    LogWrite("QEV_Video::Load(%s) - loading video parameters\n", path);
+    ConfigFile file(path);
+    if (file.IsOpen()) {
+        ReadParameters(&file);
+    } else {
+        LogWrite("QEV_Video::ReadParameters() [WARNING] - Config not found loading default\n");
+        SetDefaults();
+    }
+    OpenVideo();
+    SetGLMode(width, height, fullscreen, bpp);
+    ReportDriver();
+    SetInitialState();
+    SDL_ShowCursor(SDL_ENABLE);
+    SDL_WM_GrabInput(SDL_GRAB_ON);
+}
+
+void QEV_Video::ReadParameters(ConfigFile* file) {
+    LogWrite("QEV_Video::ReadParameters()\n");
+    if (!INI_FindBlock("video", file)) {
+        LogWrite("QEV_Video::ReadParameters() [WARNING] - Video block not found\n");
+        SetDefaults();
+        return;
+    }
+    width = INI_ReadInt("width", file);
+    height = INI_ReadInt("height", file);
+    fullscreen = INI_ReadInt("fullscreen", file) != 0;
+    bpp = INI_ReadInt("bpp", file);
+    lighting = INI_ReadInt("lighting", file) != 0;
+    INI_SkipBlock("video", file);
+}
+
+void QEV_Video::SetDefaults() {
+    width = DefaultWidth;
+    height = DefaultHeight;
+    fullscreen = true;
+    bpp = DefaultBpp;
+    lighting = true;
+}
+
+// SDL's start is looked at before anything is asked of it: what follows would crash without it.
+void QEV_Video::OpenVideo() {
+    if (SDL_Init(SDL_INIT_VIDEO) < 0) {
+        LogWrite("QEV_Video::SetGLMode() - \t[FAILED] Video initialization: %s\n", SDL_GetError());
+        EndProgram();
+    }
+    LogWrite("QEV_Video::SetGLMode() - \t[OK] Video initialization\n");
+    if (!SDL_GetVideoInfo()) {
+        LogWrite("QEV_Video::SetGLMode() - \t[FAILED] Video query: %s\n", SDL_GetError());
+        EndProgram();
+    }
+    LogWrite("QEV_Video::SetGLMode() - \t[OK] Video query\n");
+    SDL_GL_SetAttribute(SDL_GL_RED_SIZE, 5);
+    SDL_GL_SetAttribute(SDL_GL_GREEN_SIZE, 5);
+    SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, 5);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
+    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 2);
+}
+
+bool QEV_Video::SetGLMode(int newWidth, int newHeight, bool newFullscreen, int newBpp) {
+    const QEV_Video before = *this;
+    if (newWidth == 0 || newHeight == 0) {
+        LogWrite("QEV_Video::SetGLMode(%d,%d,%d,%d) - Incorrect video mode parameters, setting default\n",
+                 newWidth, newHeight, static_cast<int>(newFullscreen), newBpp);
+        newWidth = DefaultWidth;
+        newHeight = DefaultHeight;
+        newFullscreen = true;
+        newBpp = DefaultBpp;
+    }
+    width = newWidth;
+    height = newHeight;
+    fullscreen = newFullscreen;
+    halfWidth = width / 2;
+    halfHeight = height / 2;
+    bpp = newBpp;
+    if (OpenWindow()) return true;
+    if (before.generation == 0) EndProgram();
+    ReturnTo(before);
+    return false;
+}
+
+bool QEV_Video::SetMode(int newWidth, int newHeight, bool newFullscreen) {
+    const bool set = SetGLMode(newWidth, newHeight, newFullscreen, bpp);
+    SetInitialState();
+    return set;
+}
+
+bool QEV_Video::OpenWindow() {
+    LogWrite("QEV_Video::SetGLMode() Setting video mode: %dx%dx%d f=%d \n", width, height, bpp,
+             static_cast<int>(fullscreen));
+    SDL_WM_SetCaption("Quarvello", nullptr);
+    const Uint32 screen = fullscreen ? SDL_FULLSCREEN : 0U;
+    if (!SDL_SetVideoMode(width, height, bpp, SDL_OPENGL | screen)) {
+        LogWrite("QEV_Video::SetGLMode() - \t[FAILED] OpenGL initialisation: %s\n", SDL_GetError());
+        return false;
+    }
+    LogWrite("QEV_Video::SetGLMode() - \t[OK] OpenGL Initialisation\n");
+    CountContext();
+    glShadeModel(GL_SMOOTH);
+    glViewport(0, 0, width, height);
+    ApplyProjection();
+    return true;
+}
+
+// SDL normally leaves the window of the mode before as it was. Where it has gone, it is opened again; a
+// program without any window ends.
+void QEV_Video::ReturnTo(const QEV_Video& before) {
+    *this = before;
+    if (!SDL_GetVideoSurface() && !OpenWindow()) EndProgram();
+}
+
+// A list made in the context before shows whether this is still the same one.
+void QEV_Video::CountContext() {
+    ++generation;
+    // Some versions of SDL leave errors of their own behind.
+    for (int i = 0; i < 16 && glGetError() != GL_NO_ERROR; ++i) {
+    }
+    if (marker != 0 && glIsList(marker) == GL_TRUE) return;
+    oldestLiving = generation;
+    marker = glGenLists(1);
+    glNewList(marker, GL_COMPILE);
+    glEndList();
+}
+
+bool QEV_Video::ContextHolds(unsigned madeIn) const {
+    return madeIn >= oldestLiving && madeIn <= generation && SDL_WasInit(SDL_INIT_VIDEO) != 0;
+}
+
+// The matrix is reset first: where the context outlives a mode change, the old perspective is still in it.
+void QEV_Video::ApplyProjection() const {
+    const float aspect = static_cast<float>(width) / static_cast<float>(height);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPerspective(FieldOfView, static_cast<double>(aspect), NearPlane, FarPlane);
+    glMatrixMode(GL_MODELVIEW);
+}
+
+void QEV_Video::Save(const char* path) const {
+    INI_Writer writer;
+    writer.WriteExistantFile(path, "video");
+    writer.WriteInt(width, "width");
+    writer.WriteInt(height, "height");
+    writer.WriteInt(fullscreen ? 1 : 0, "fullscreen");
+    writer.WriteInt(bpp, "bpp");
+    writer.WriteInt(lighting ? 1 : 0, "lighting");
+    writer.Close();
+}
