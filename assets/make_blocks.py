@@ -3,7 +3,8 @@
 
 A block is a unit cube round the origin. Its front looks towards -y, the player, and is bevelled. Block n
 shows tile n - 1 of a picture of 4 x 4 tiles, counted row by row from the lower left; the other faces take the
-dark joint round that tile. A landed block turns about the y axis, so the solid is the same in every quarter turn.
+edge of that tile, its dark joint and its bright rim. A landed block turns about the y axis, so the solid is the same
+in every quarter turn.
 The box of the menu shows the whole picture on each of its six sides.
 """
 import os
@@ -17,8 +18,10 @@ BEVEL = 0.07
 BEVEL_DEPTH = 0.09
 # The front shows its tile without this much of each edge, so that no neighbour shines in at a quarter turn.
 TILE_INSET = 0.030
-# Where the joint of a tile lies, as a fraction of the tile; bevels and sides are cut out of it.
-JOINT_FROM, JOINT_TO = 0.012, 0.034
+# Depths below the edge of a tile, as fractions of it: the bevels are cut out of the joint; the sides run from the joint
+# at their back to the rim at their front; the back is a panel of rim colour in a border of joint.
+JOINT_FROM, JOINT_TO, RIM = 0.012, 0.034, 0.082
+BACK_BORDER = 0.09
 # The box has small bevels on all its edges.
 BOX_BEVEL = 0.035
 # A piece of bright tile rim in the picture, from which the box's bevels are cut: the menu draws it without
@@ -41,22 +44,28 @@ def block(tile):
 
     low, high = TILE_INSET, 1 - TILE_INSET
     face = [uv(low, low), uv(high, low), uv(high, high), uv(low, high)]
-    # Strips of joint along the four edges of the tile: bottom, right, top, left, outer edge first.
-    a, b = JOINT_FROM, JOINT_TO
-    strips = [[uv(a, a), uv(1 - a, a), uv(1 - a, b), uv(a, b)],
-              [uv(1 - a, a), uv(1 - a, 1 - a), uv(1 - b, 1 - a), uv(1 - b, a)],
-              [uv(1 - a, 1 - a), uv(a, 1 - a), uv(a, 1 - b), uv(1 - a, 1 - b)],
-              [uv(a, 1 - a), uv(a, a), uv(b, a), uv(b, 1 - a)]]
+    def strips(outer, inner):
+        """Strips along the four edges of the tile, bottom, right, top, left; the corners of a strip run along its
+        outer edge first, then back along its inner one."""
+        corners = [[(d, d), (1 - d, d), (1 - d, 1 - d), (d, 1 - d)] for d in (outer, inner)]
+        return [[uv(*corners[0][i]), uv(*corners[0][(i + 1) % 4]), uv(*corners[1][(i + 1) % 4]), uv(*corners[1][i])]
+                for i in range(4)]
+
+    joint, side = strips(JOINT_FROM, JOINT_TO), strips(JOINT_FROM, RIM)
     mesh = ksm.Mesh()
     inner = front_square(BEVEL, -HALF)
-    rim = front_square(0, -HALF + BEVEL_DEPTH)
+    edge = front_square(0, -HALF + BEVEL_DEPTH)
     back = front_square(0, HALF)
+    panel = front_square(BACK_BORDER, HALF)
     mesh.quad(inner, face)
     for i in range(4):
         j = (i + 1) % 4
-        mesh.quad([rim[i], rim[j], inner[j], inner[i]], strips[i])
-        mesh.quad([back[i], back[j], rim[j], rim[i]], strips[i])
-    mesh.quad([back[1], back[0], back[3], back[2]], [strips[0][k] for k in (0, 1, 2, 3)])
+        mesh.quad([edge[i], edge[j], inner[j], inner[i]], joint[i])
+        mesh.quad([back[i], back[j], edge[j], edge[i]], side[i])
+        mesh.quad([back[j], back[i], panel[i], panel[j]], joint[i])
+    # A piece of the lower rim near its right end, where no motif crosses it, stretched over the panel.
+    mesh.quad([panel[1], panel[0], panel[3], panel[2]],
+              [uv(0.82, RIM - 0.01), uv(0.88, RIM - 0.01), uv(0.88, RIM + 0.01), uv(0.82, RIM + 0.01)])
     return mesh
 
 
