@@ -1,0 +1,68 @@
+// The base of all widgets: an element that stands in a container, is hit as a rectangle and drawn by a style;
+// and the list in which a container keeps its widgets.
+#pragma once
+
+#include "gui/element.h"
+
+#include <vector>
+
+class GUI_Component;
+
+// The widgets of one container, in drawing order. Refers to them; the scenes own them.
+class GUI_ComponentList {
+public:
+    constexpr GUI_ComponentList() = default;
+    GUI_ComponentList(const GUI_ComponentList&) = delete;
+    GUI_ComponentList& operator=(const GUI_ComponentList&) = delete;
+
+    // Appends the component and then the parts of which it is made, and makes `parent` their parent. A
+    // component that stands in a list is taken out of it first.
+    void Add(GUI_Component& component, GUI_Element* parent);
+    // Takes all out; their parent becomes none.
+    void Clear();
+    void SetParent(GUI_Element* parent);
+    bool Contains(const GUI_Component& component) const;
+
+    std::size_t Size() const { return components.size(); }
+    GUI_Component& operator[](std::size_t index) const { return *components[index]; }
+
+private:
+    std::vector<GUI_Component*> components;
+};
+
+// From which corner of the container left and top are measured.
+enum class GuiCorner : std::uint8_t { TopLeft, TopRight, BottomRight, BottomLeft };
+
+class GUI_Component : public GUI_Element {
+public:
+    constexpr GUI_Component() : GUI_Component(GuiKind::Component, 1, "component") {}
+
+    // Slot 16: this, or the part of it that lies under the point; null when nothing does.
+    virtual GUI_Component* IsMouseOver(float x, float y);
+    // Slot 17.
+    virtual void Draw();
+
+    GuiCorner pos_id = GuiCorner::TopLeft;
+    // Drawing in place of the style, or none.
+    void (*OnDraw)(GUI_Component* component) = nullptr;
+
+    // False, after a line that begins with `origin` in the log, when the skin has no such style; the
+    // component then falls back to style 0.
+    bool CheckStyle(const char* origin);
+
+protected:
+    constexpr GUI_Component(GuiKind ownKind, std::uint8_t style, const char* text) {
+        kind = ownKind;
+        stid = style;
+        caption = text;
+        width = 0.15F;
+        height = 0.05F;
+    }
+
+    // Set by widgets made of several: lays the parts out and adds them to the container's list.
+    void (*addParts)(GUI_Component& whole, GUI_ComponentList& list, GUI_Element* parent) = nullptr;
+
+private:
+    friend class GUI_ComponentList;
+    GUI_ComponentList* list = nullptr; // the list that it stands in
+};

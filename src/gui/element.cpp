@@ -1,0 +1,92 @@
+// The base of all elements; see element.h.
+#include "gui/element.h"
+
+#include "config/config_reader.h"
+#include "config/config_writer.h"
+
+GUI_Element* GUI_Element::GetParent() const {
+    return parent;
+}
+
+void GUI_Element::SetNormal() {
+    if (state != GuiState::Disabled) state = GuiState::Normal;
+}
+
+void GUI_Element::SetHover() {
+    if (state != GuiState::Normal) return;
+    HoverEnter();
+    state = GuiState::Hover;
+}
+
+void GUI_Element::SetClicked() {
+    if (state != GuiState::Disabled) state = GuiState::Clicked;
+}
+
+void GUI_Element::SetDisabled() {
+    state = GuiState::Disabled;
+}
+
+void GUI_Element::MouseOver(float x, float y) {
+    if (state != GuiState::Clicked) SetHover();
+    if (OnMouseOver) OnMouseOver(this, x, y);
+}
+
+void GUI_Element::HoverEnter() {
+    if (OnHover) OnHover();
+}
+
+void GUI_Element::MouseDown(float x, float y) {
+    SetClicked();
+    if (OnMouseDown) OnMouseDown(this, x, y);
+}
+
+void GUI_Element::MouseUp(float x, float y) {
+    if (state == GuiState::Clicked) Click();
+    SetNormal();
+    if (OnMouseUp) OnMouseUp(this, x, y);
+}
+
+void GUI_Element::KeyDown(SDL_keysym key) {
+    if (OnKeyDown) OnKeyDown(this, key);
+}
+
+void GUI_Element::KeyUp(SDL_keysym key) {
+    if (OnKeyUp) OnKeyUp(this, key);
+}
+
+void GUI_Element::Click() {
+    if (OnClick) OnClick(this);
+}
+
+void GUI_Element::Focus() {
+    if (OnFocus) OnFocus(this);
+    focus = true;
+}
+
+void GUI_Element::LostFocus() {
+    if (OnLostFocus) OnLostFocus(this);
+    focus = false;
+}
+
+void GUI_Element::Save(INI_Writer& writer) {
+    if (!caption) return;
+    writer.OpenBlock(caption);
+    writer.WriteFloat(left, "left");
+    writer.WriteFloat(top, "top");
+    writer.CloseBlock(caption);
+}
+
+bool GUI_Element::Load(ConfigFile* file) {
+    if (!caption || !INI_FindNextBlock(caption, file)) return false;
+    left = INI_ReadFloat("left", file);
+    top = INI_ReadFloat("top", file);
+    INI_SkipBlock(caption, file);
+    return true;
+}
+
+bool GUI_Element::IsShown() const {
+    const GUI_Element* element = this;
+    while (element && element->visible)
+        element = element->GetParent();
+    return element == nullptr;
+}

@@ -1,0 +1,18 @@
+// The mouse cursor that the GUI draws in place of the system's.
+#pragma once
+
+#include "graphics/textures.h"
+
+struct GuiCursor {
+    constexpr GuiCursor() = default;
+
+    // Its upper left corner stands at the pointer; the picture is stored upside down.
+    void Draw() const;
+
+    QEV_Textures texture;
+    int picture = -1; // index in `texture`
+    float x = 0.0F;   // the pointer, in GUI units; scenes may move it
+    float y = 0.0F;
+    float size = 0.0F; // side of the square
+    bool visible = false;
+};

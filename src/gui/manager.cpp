@@ -1,0 +1,213 @@
+// The GUI manager; see manager.h. Routing of events is in routing.cpp.
+#include "gui/manager.h"
+
+#include "audio/audio.h"
+#include "config/config_reader.h"
+#include "core/log.h"
+#include "graphics/video.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+
+constinit QEV_Gui gui;
+
+namespace {
+
+// Under the 60 degrees of the projection these put the unit square, y downwards, on the whole of a 4:3
+// screen.
+constexpr double ScaleX = 1.53;
+constexpr double ScaleY = 1.15;
+constexpr double ScaleAspect = 4.0 / 3.0;
+
+} // namespace
+
+void QEV_Gui::Start(const char* path) {
+    windows.clear();
+    focus = nullptr;
+    hovered = nullptr;
+    hoverSound = nullptr;
+    clickSound = nullptr;
+    soundsEnabled = true;
+    OnReleaseOutside = nullptr;
+    OnKey = nullptr;
+    OnQuit = nullptr;
+    cursor.visible = true;
+    ConfigFile file(path);
+    styles.SetDefaults();
+    if (file.IsOpen())
+        LogWrite("QEV_Gui::Start() - Opening skin - %s\n", path);
+    else
+        LogWrite("QEV_Gui::Start[ failed ] Loading %s - couldn't open file\n", path);
+    ReadCursor(&file, path);
+    ReadSounds(&file, path);
+    if (INI_FindBlock("skin", &file))
+        styles.Load(&file);
+    else
+        LogWrite("QEV_Gui::Start[ failed ] Loading %s - couldn't find skin block\n", path);
+}
+
+void QEV_Gui::ReadCursor(ConfigFile* file, const char* path) {
+    cursor.texture.Init();
+    cursor.picture = -1;
+    if (!INI_FindBlock("cursor", file)) {
+        LogWrite("QEV_Gui::Start[ failed ] Loading %s - couldn't find cursor info block\n", path);
+        return;
+    }
+    cursor.picture = cursor.texture.Add(INI_ReadString("image", file));
+    cursor.size = INI_ReadFloat("size", file);
+}
+
+void QEV_Gui::ReadSounds(ConfigFile* file, const char* path) {
+    if (!INI_FindBlock("audio", file)) {
+        LogWrite("QEV_Gui::Start[ NOTICE ] Loading %s - audio block not found\n", path);
+        return;
+    }
+    hoverSound = audio.Sample_Add(INI_ReadString("hover", file));
+    clickSound = audio.Sample_Add(INI_ReadString("click", file));
+}
+
+void QEV_Gui::Destroy() {
+    LogWrite("QEV_Gui::Destroy()\n");
+    windows.clear();
+    focus = nullptr;
+    hovered = nullptr;
+    styles.Destroy();
+    cursor.texture.Free();
+    // The audio object has freed them.
+    hoverSound = nullptr;
+    clickSound = nullptr;
+}
+
+void QEV_Gui::Clear() {
+    LogWrite("QEV_Gui::Clear()\n");
+    for (GUI_Window* window : windows) {
+        window->ClearComponents();
+        window->owner = nullptr;
+    }
+    windows.clear();
+    focus = nullptr;
+    hovered = nullptr;
+    OnReleaseOutside = nullptr;
+    OnKey = nullptr;
+    OnQuit = nullptr;
+}
+
+void QEV_Gui::AddWindow(GUI_Window* window) {
+    if (!window || std::ranges::find(windows, window) != windows.end()) return;
+    windows.push_back(window);
+    if (windows.size() == 1) SetFocus(window);
+    SetUpButtons(*window);
+    window->owner = this;
+    if (window->kind != GuiKind::HWindow) window->SetSize(window->width, window->height);
+    window->AttachButtons();
+}
+
+void QEV_Gui::SetUpButtons(GUI_Window& window) const {
+    const auto setUp = [](GUI_Button& button, const ButtonSettings& settings) {
+        button.caption = settings.caption.data();
+        button.width = settings.width;
+        button.height = settings.height;
+        button.stid = settings.stid;
+        button.scissor = settings.scissor;
+        button.pos_id = static_cast<GuiCorner>(settings.pos_id);
+    };
+    setUp(window.closeButton, styles.closeButton);
+    window.closeButton.left = styles.closeButton.left;
+    window.closeButton.top = styles.closeButton.top;
+    setUp(window.resizeButton, styles.resizeButton);
+}
+
+void QEV_Gui::Draw() {
+    if (windows.empty()) return;
+    glDisable(GL_DEPTH_TEST);
+    glPushMatrix();
+    glLoadIdentity();
+    const double aspect = static_cast<double>(video.Width()) / std::max(video.Height(), 1);
+    glScaled(ScaleX * aspect / ScaleAspect, -ScaleY, -1.0);
+    glTranslated(-0.5, -0.5, 1.0);
+    for (std::size_t i = 0; i < windows.size(); ++i)
+        windows[i]->Draw();
+    DrawFocusFrame();
+    cursor.Draw();
+    glPopMatrix();
+    glEnable(GL_DEPTH_TEST);
+}
+
+void QEV_Gui::DrawFocusFrame() {
+    if (!focus) return;
+    const GUI_Element* parent = focus->GetParent();
+    if (focus->visible && (!parent || parent->visible))
+        styles.DrawFocus(*focus);
+    else
+        focus->LostFocus();
+}
+
+void QEV_Gui::Render() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) == 0) return;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glMatrixMode(GL_MODELVIEW);
+    Draw();
+    SDL_GL_SwapBuffers();
+}
+
+void QEV_Gui::LoadingStart(float left, float top, std::uint16_t steps, const char* caption) {
+    loading.savedWindows = std::move(windows);
+    loading.savedFocus = focus;
+    loading.savedHovered = hovered;
+    loading.savedOnReleaseOutside = OnReleaseOutside;
+    loading.savedOnKey = OnKey;
+    loading.shown = true;
+    windows.clear();
+    focus = nullptr;
+    hovered = nullptr;
+
+    loading.window.left = left;
+    loading.window.top = top;
+    loading.window.caption = caption;
+    loading.window.SetSize(0.3F, 0.15F);
+    loading.bar.min = 0;
+    loading.bar.max = static_cast<std::int16_t>(std::min<int>(steps, INT16_MAX));
+    loading.bar.value = 0;
+    loading.bar.top = 0.01F;
+    loading.bar.width = 0.25F;
+    loading.label.left = 0.0F;
+    loading.label.top = 0.06F;
+    loading.label.width = 0.3F;
+    loading.label.caption = "Loading..";
+    AddWindow(&loading.window);
+    loading.window.AddComponent(&loading.bar);
+    loading.window.AddComponent(&loading.label);
+}
+
+void QEV_Gui::LoadingStep(const char* text) {
+    if (!loading.shown) return;
+    if (loading.bar.value < loading.bar.max) ++loading.bar.value;
+    loading.label.caption = text;
+    Render();
+}
+
+void QEV_Gui::LoadingEnd() {
+    Clear();
+    if (!loading.shown) return;
+    windows = std::move(loading.savedWindows);
+    loading.savedWindows.clear();
+    focus = loading.savedFocus;
+    hovered = loading.savedHovered;
+    OnReleaseOutside = loading.savedOnReleaseOutside;
+    OnKey = loading.savedOnKey;
+    loading.shown = false;
+}
+
+void QEV_Gui::ReloadTextures() {
+    cursor.texture.Reload();
+    styles.image.Reload();
+}
+
+void QEV_Gui::PlayHoverSound() const {
+    audio.Simple_Play(hoverSound);
+}
+
+void QEV_Gui::PlayClickSound() const {
+    audio.Simple_Play(clickSound);
+}

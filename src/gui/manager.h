@@ -1,0 +1,98 @@
+// The GUI manager: the skin, the windows on screen from the lowest to the topmost, the focused and the
+// hovered element, cursor, sounds and loading screen. A scene hands it windows, lets it process the events
+// and draw once a frame, and clears it at its end. It refers to windows and elements; their scenes own them
+// and keep them alive until Clear.
+#pragma once
+
+#include "gui/gui_cursor.h"
+#include "gui/loading_screen.h"
+#include "gui/skin.h"
+
+#include <cstdint>
+#include <vector>
+
+struct AudioSample;
+
+class QEV_Gui {
+public:
+    constexpr QEV_Gui() = default;
+    QEV_Gui(const QEV_Gui&) = delete;
+    QEV_Gui& operator=(const QEV_Gui&) = delete;
+
+    // Reads cursor, sounds and skin. Whatever is missing is logged and the defaults stay. Needs the video and
+    // the audio object started.
+    void Start(const char* path);
+    void Destroy();
+    // Empties the screen: windows lose their children and leave the list; focus, hovered element and the
+    // three callbacks become none.
+    void Clear();
+
+    // Puts a window on top, sets its buttons up from the skin and applies the size limits (GUI_HWindow: not).
+    // The first window of an empty screen takes the focus. A window that is on screen already is left alone.
+    void AddWindow(GUI_Window* window);
+    // Null takes the focus away. The focused element's window comes to the front.
+    void SetFocus(GUI_Element* element);
+    // Moves the focused element's window to the top.
+    void BringToFront();
+
+    // Takes every pending event from SDL's queue and routes it. The frame time is not used.
+    void ProcessEvents(std::uint32_t frameTime);
+    // Draws the screen over the 3D picture: nothing at all, not even the cursor, without windows.
+    void Draw();
+    // One whole frame of only the GUI: clears, draws and swaps.
+    void Render();
+
+    // The routing of single events; positions are the cursor's.
+    void MouseMove();
+    void MouseDown();
+    void MouseUp();
+    void KeyDown(SDL_keysym key);
+    void KeyUp(SDL_keysym key);
+
+    // Replaces the screen by a window with a progress bar of that many steps, until LoadingEnd puts it back.
+    void LoadingStart(float left, float top, std::uint16_t steps, const char* caption);
+    // One step on, shown at once. The text is not owned.
+    void LoadingStep(const char* text);
+    // Without a LoadingStart before it, the screen is only cleared.
+    void LoadingEnd();
+
+    // After a change of the video mode.
+    void ReloadTextures();
+    GUI_Styles& GetStyles() { return styles; }
+    const GUI_Styles& GetStyles() const { return styles; }
+
+    void PlayHoverSound() const;
+    void PlayClickSound() const;
+
+    GUI_Element* Focused() const { return focus; }
+    GUI_Element* Hovered() const { return hovered; }
+    // From the lowest to the topmost.
+    const std::vector<GUI_Window*>& Windows() const { return windows; }
+
+    GuiCursor cursor;
+    bool soundsEnabled = false; // from Start on
+
+    void (*OnReleaseOutside)() = nullptr;    // a mouse button came up over no window
+    void (*OnKey)(SDL_keysym key) = nullptr; // every key press, before the focused element sees it
+    void (*OnQuit)() = nullptr;              // the window is to be closed
+
+private:
+    // The topmost element under the pointer.
+    GUI_Element* HitElement(bool disabledToo) const;
+    void DropFocus();
+    void DropHovered();
+    void SetUpButtons(GUI_Window& window) const;
+    void DrawFocusFrame();
+    void ReadCursor(class ConfigFile* file, const char* path);
+    void ReadSounds(class ConfigFile* file, const char* path);
+
+    GUI_Styles styles;
+    std::vector<GUI_Window*> windows;
+    GUI_Element* focus = nullptr;
+    GUI_Element* hovered = nullptr;
+    AudioSample* hoverSound = nullptr; // handles of the audio object
+    AudioSample* clickSound = nullptr;
+    LoadingScreen loading;
+};
+
+extern QEV_Gui gui;

@@ -1,0 +1,82 @@
+// Tabbed pages; see page_control.h.
+#include "gui/page_control.h"
+
+#include "gui/geometry.h"
+#include "gui/manager.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+
+GUI_Element* GUI_Page::GetParent() const {
+    return control;
+}
+
+void GUI_Page::Click() {
+    GUI_Button::Click();
+    if (control) control->SetActivePage(this);
+    SetClicked();
+}
+
+void GUI_Page::Draw() {
+    if (!visible) return;
+    if (OnDraw)
+        OnDraw(this);
+    else
+        gui.GetStyles().Draw(*this, control);
+}
+
+void GUI_Page::SetParents() {
+    components.SetParent(control);
+}
+
+void GUI_Page::AddComponent(GUI_Component* component) {
+    if (component && !components.Contains(*component)) components.Add(*component, control);
+}
+
+void GUI_PageControl::AddPage(GUI_Page* page) {
+    if (!page || page->control == this) return;
+    if (page->control) std::erase(page->control->pages, page);
+    if (!pages.empty()) {
+        const GUI_Page& before = *pages.back();
+        page->left = before.left + before.width;
+        page->top = before.top;
+        page->width = before.width;
+        page->height = before.height;
+    }
+    pages.push_back(page);
+    page->control = this;
+    page->parent = this;
+    page->SetParents();
+    if (!active) active = page;
+}
+
+GUI_Component* GUI_PageControl::IsMouseOver(float x, float y) {
+    if (!GUI_Component::IsMouseOver(x, y)) return nullptr;
+    for (GUI_Page* page : pages)
+        if (GUI_Component* hit = page->IsMouseOver(x, y)) return hit;
+    if (!active) return nullptr;
+    for (std::size_t i = 0; i < active->components.Size(); ++i)
+        if (GUI_Component* hit = active->components[i].IsMouseOver(x, y)) return hit;
+    return nullptr;
+}
+
+void GUI_PageControl::Draw() {
+    if (!visible) return;
+    const GUI_Styles& skin = gui.GetStyles();
+    skin.Draw(*this, GetParent());
+    if (OnDraw) OnDraw(this);
+    skin.SetScissor(*this, GetParent());
+    for (GUI_Page* page : pages)
+        page->Draw();
+    if (active) {
+        // The chosen tab looks pressed.
+        const GuiState own = active->state;
+        active->state = GuiState::Clicked;
+        active->Draw();
+        active->state = own;
+        for (std::size_t i = 0; i < active->components.Size(); ++i)
+            active->components[i].Draw();
+    }
+    glDisable(GL_SCISSOR_TEST);
+}

@@ -1,0 +1,48 @@
+// Tabbed pages: the page control shows a row of tabs and the widgets of the active page, placed relative to
+// the control; a page is its own tab.
+#pragma once
+
+#include "gui/button.h"
+
+class GUI_PageControl;
+
+class GUI_Page : public GUI_Button {
+public:
+    constexpr GUI_Page() : GUI_Button(GuiKind::Page, 14, "Page") {}
+
+    GUI_Element* GetParent() const override; // the page control
+    void Click() override;                   // becomes the active page
+    void Draw() override;                    // the tab
+    // Slot 18: hands the page's widgets to its page control.
+    virtual void SetParents();
+
+    // Appends a widget; one that this page holds already stays where it is.
+    void AddComponent(GUI_Component* component);
+    void ClearComponents() { components.Clear(); }
+    const GUI_ComponentList& Components() const { return components; }
+    GUI_PageControl* Control() const { return control; }
+
+private:
+    friend class GUI_PageControl;
+    GUI_PageControl* control = nullptr;
+    GUI_ComponentList components;
+};
+
+class GUI_PageControl : public GUI_Component {
+public:
+    constexpr GUI_PageControl() : GUI_Component(GuiKind::PageControl, 13, "") {}
+
+    // A tab, a widget of the active page, or null: the control's own empty area is not hit.
+    GUI_Component* IsMouseOver(float x, float y) override;
+    void Draw() override;
+
+    // Appends a page; its tab is placed behind the last one. The first becomes active. A page that stands in
+    // this control stays where it is; one of another control moves.
+    void AddPage(GUI_Page* page);
+    GUI_Page* ActivePage() const { return active; }
+    void SetActivePage(GUI_Page* page) { active = page; }
+
+private:
+    std::vector<GUI_Page*> pages;
+    GUI_Page* active = nullptr;
+};

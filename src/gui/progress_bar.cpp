@@ -1,0 +1,45 @@
+// Progress bars; see progress_bar.h.
+#include "gui/progress_bar.h"
+
+#include "gui/manager.h"
+
+#include <GL/gl.h>
+
+namespace {
+
+constexpr std::uint8_t FillStyle = 3;
+constexpr float Inset = 0.002F;
+constexpr float LessHeight = 0.0041F;
+
+} // namespace
+
+void GUI_ProgressBar::Draw() {
+    if (!visible) return;
+    if (OnDraw) OnDraw(this);
+    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw()")) return;
+    const int range = max - min;
+    const float step = range == 0 ? 0.0F : (width - 2.0F * Inset) / static_cast<float>(range);
+    const float fill = static_cast<float>(value) * step;
+    if (scissor)
+        DrawInside(fill);
+    else
+        DrawUnclipped(fill);
+}
+
+void GUI_ProgressBar::DrawInside(float fill) {
+    const GUI_Styles& skin = gui.GetStyles();
+    const GuiRect rect = DrawnRect(skin, *this);
+    skin.DrawShot(skin.Get(stid).shots[static_cast<std::size_t>(state)], rect);
+    skin.DrawShot(skin.Get(FillStyle).shots[static_cast<std::size_t>(GuiState::Normal)],
+                  {rect.left + Inset, rect.top + Inset, fill, rect.height - LessHeight});
+}
+
+void GUI_ProgressBar::DrawUnclipped(float fill) {
+    glDisable(GL_SCISSOR_TEST);
+    const GUI_Styles& skin = gui.GetStyles();
+    GuiRect rect = DrawnRect(skin, *this);
+    skin.DrawShot(skin.Get(stid).shots[static_cast<std::size_t>(state)], rect);
+    rect.width = fill;
+    skin.DrawShot(skin.Get(stid).shots[static_cast<std::size_t>(GuiState::Clicked)], rect);
+    glEnable(GL_SCISSOR_TEST);
+}

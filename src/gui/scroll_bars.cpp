@@ -1,0 +1,109 @@
+// Scroll bars; see scroll_bars.h.
+#include "gui/scroll_bars.h"
+
+#include "gui/geometry.h"
+#include "gui/manager.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr float Inset = 0.002F;
+
+GUI_ScrollBar& BarOf(GUI_Element* button) {
+    return *static_cast<GUI_ScrollButton*>(button)->owner;
+}
+
+} // namespace
+
+void GUI_ScrollBar::AddParts(GUI_Component& whole, GUI_ComponentList& list, GUI_Element* parent) {
+    auto& bar = static_cast<GUI_ScrollBar&>(whole);
+    const GUI_Styles& skin = gui.GetStyles();
+    for (GUI_ScrollButton* arrow : {&bar.first, &bar.last}) {
+        arrow->width = bar.vertical ? bar.width : skin.scroll_width;
+        arrow->height = bar.vertical ? skin.scroll_height : bar.height;
+    }
+    bar.PlaceParts();
+    for (GUI_ScrollButton* part : {&bar.first, &bar.last, &bar.thumb})
+        list.Add(*part, parent);
+}
+
+void GUI_ScrollBar::Draw() {
+    if (!visible) return;
+    if (OnDraw) OnDraw(this);
+    gui.GetStyles().Draw(*this, GetParent());
+    PlaceParts();
+}
+
+void GUI_ScrollBar::PlaceParts() {
+    for (GUI_ScrollButton* part : {&first, &last, &thumb}) {
+        part->left = left + Inset;
+        part->top = top + Inset;
+        (vertical ? part->width : part->height) = (vertical ? width : height) - 2.0F * Inset;
+    }
+    if (vertical) {
+        last.top = top + height - last.height - Inset;
+        thumb.top += first.height;
+        thumb.height = height - last.height - first.height - 2.0F * Inset;
+    } else {
+        last.left = left + width - last.width - Inset;
+        thumb.left += first.width;
+        thumb.width = width - last.width - first.width - 2.0F * Inset;
+    }
+}
+
+void GUI_ScrollBar::Changed() {
+    if (OnChange) OnChange(this);
+}
+
+void GUI_ScrollBar::SetPosition() {
+    if (position == lastPosition) return;
+    position = std::max(std::min(position, max), min);
+    Changed();
+    lastPosition = position;
+}
+
+double GUI_ScrollBar::Positions() const {
+    return std::max(static_cast<double>(max) - min + 1.0, 1.0);
+}
+
+void GUI_ScrollBar::StepBack(GUI_Element* arrow) {
+    GUI_ScrollBar& bar = BarOf(arrow);
+    if (bar.position > bar.min) --bar.position;
+    bar.SetPosition();
+}
+
+void GUI_ScrollBar::StepOn(GUI_Element* arrow) {
+    GUI_ScrollBar& bar = BarOf(arrow);
+    if (bar.position < bar.max) ++bar.position;
+    bar.SetPosition();
+}
+
+void GUI_ScrollBar::PickPosition(GUI_Element* thumb, float x, float y) {
+    GUI_ScrollBar& bar = BarOf(thumb);
+    if (!bar.thumb.CheckStyle("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown")) return;
+    const GuiRect track = DrawnRect(gui.GetStyles(), bar.thumb);
+    const double length = bar.vertical ? track.height : track.width;
+    const double place = bar.vertical ? y - track.top : x - track.left;
+    if (length <= 0.0) return;
+    bar.position = TruncateToInt(place * bar.Positions() / length);
+    bar.SetPosition();
+}
+
+void GUI_ScrollBar::DragThumb(GUI_Element* thumb, float x, float y) {
+    if (thumb->state == GuiState::Clicked) PickPosition(thumb, x, y);
+}
+
+void GUI_ScrollBar::DrawThumb(GUI_Component* component) {
+    GUI_ScrollBar& bar = BarOf(component);
+    GUI_ScrollButton& thumb = bar.thumb;
+    float& length = bar.vertical ? thumb.height : thumb.width;
+    float& place = bar.vertical ? thumb.top : thumb.left;
+    const float wholeLength = length;
+    const float wholePlace = place;
+    length = static_cast<float>(wholeLength / bar.Positions());
+    place += static_cast<float>(bar.position) * length;
+    gui.GetStyles().Draw(thumb, thumb.GetParent());
+    length = wholeLength;
+    place = wholePlace;
+}

@@ -1,0 +1,99 @@
+// The skin's table and defaults; see skin.h.
+#include "gui/skin.h"
+
+#include "core/log.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t MaxStyles = 255;
+
+GuiPoint BoxCorner(const GuiRect& window, float x, float y, std::uint8_t fixed) {
+    const bool right = fixed == 1 || fixed == 2;
+    const bool bottom = fixed == 2 || fixed == 3;
+    return {right ? window.left + window.width - x : window.left + x,
+            bottom ? window.top + window.height - y : window.top + y};
+}
+
+ShotPolylist WholeRectangle(ShotMode mode, float shade, float alpha) {
+    ShotPoly poly;
+    for (std::uint8_t corner = 0; corner < 4; ++corner)
+        poly.verts.push_back({0, 0, shade, shade, shade, alpha, 0, 0, corner});
+    return {{poly, poly}, static_cast<std::uint8_t>(mode)};
+}
+
+ButtonSettings MakeButton(const char* caption, float width, float left, float top, std::uint8_t stid,
+                          std::uint8_t corner) {
+    ButtonSettings button;
+    std::strncpy(button.caption.data(), caption, button.caption.size() - 1);
+    button.width = width;
+    button.left = left;
+    button.top = top;
+    button.stid = stid;
+    button.pos_id = corner;
+    return button;
+}
+
+} // namespace
+
+bool BorderBox::Contains(const GuiRect& window, float x, float y) const {
+    const GuiPoint first = BoxCorner(window, pos1x, pos1y, fixed1);
+    const GuiPoint second = BoxCorner(window, pos2x, pos2y, fixed2);
+    return x >= first.x && x < second.x && y >= first.y && y < second.y;
+}
+
+Shot GUI_Style::MakeDefaultShot() {
+    return {WholeRectangle(ShotMode::Filled, 1.0F, 0.7F), WholeRectangle(ShotMode::Outline, 0.0F, 1.0F)};
+}
+
+void GUI_Style::SetDefaults() {
+    shots.fill(MakeDefaultShot());
+    leftx = 0.02F;
+    lefty = 0.04F;
+    rightx = 0.02F;
+    righty = 0.02F;
+    textx = 0.01F;
+    texty = 0.02F;
+    textr = textg = textb = 0.0F;
+    texta = 1.0F;
+}
+
+void GUI_Styles::SetDefaults() {
+    Destroy();
+    styles.resize(1);
+    styles[0].SetDefaults();
+    win_min_width = 0.2F;
+    win_min_height = 0.1F;
+    win_max_width = win_max_height = 1.1F;
+    scroll_width = scroll_height = 0.2F;
+    closeButton = MakeButton("X", 0.03F, 0.01F, 0.01F, 1, 1);
+    resizeButton = MakeButton("", 0.02F, 0.0F, 0.0F, 0, 2);
+}
+
+void GUI_Styles::Destroy() {
+    focus.clear();
+    styles.clear();
+    boxes.clear();
+    image.Free();
+    picture = -1;
+}
+
+bool GUI_Styles::AddStyle(GUI_Style&& style) {
+    if (styles.size() >= MaxStyles) return false;
+    styles.push_back(std::move(style));
+    return true;
+}
+
+const GUI_Style& GUI_Styles::Get(std::uint8_t stid) const {
+    static constinit const GUI_Style None;
+    if (Has(stid)) return styles[stid];
+    return styles.empty() ? None : styles[0];
+}
+
+bool GUI_Styles::Check(std::uint8_t stid, const char* origin) const {
+    if (Has(stid)) return true;
+    LogWrite("%s - Array out of range A.len = %d , val = %d\n", origin, Count(), stid);
+    return false;
+}

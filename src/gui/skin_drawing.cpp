@@ -1,0 +1,106 @@
+// Drawing with the skin; see skin.h. Rests on OpenGL and the font.
+#include "gui/skin.h"
+
+#include "graphics/font.h"
+#include "graphics/video.h"
+#include "gui/component.h"
+#include "gui/text_entry.h"
+#include "gui/window.h"
+
+#include <GL/gl.h>
+
+namespace {
+
+// Sets texturing as the mode asks; the primitive, or -1 when the mode draws nothing.
+int PrepareMode(std::uint8_t mode, GLuint texture) {
+    switch (static_cast<ShotMode>(mode)) {
+    case ShotMode::Filled:
+        glDisable(GL_TEXTURE_2D);
+        return GL_TRIANGLE_FAN;
+    case ShotMode::Outline:
+        glDisable(GL_TEXTURE_2D);
+        return GL_LINE_LOOP;
+    case ShotMode::Textured:
+        glEnable(GL_TEXTURE_2D);
+        glBindTexture(GL_TEXTURE_2D, texture);
+        return GL_POLYGON;
+    }
+    return -1;
+}
+
+void DrawVertex(const ShotVertex& vertex, const GuiRect& rect) {
+    const GuiPoint anchor = AnchorPoint(rect, vertex.fixed);
+    glColor4f(vertex.r, vertex.g, vertex.b, vertex.a);
+    glTexCoord2f(vertex.u, vertex.v);
+    glVertex2f(anchor.x + vertex.x, anchor.y + vertex.y);
+}
+
+} // namespace
+
+void GUI_Styles::DrawShot(const Shot& shot, const GuiRect& rect) const {
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    for (const ShotPolylist& list : shot) {
+        const int primitive = PrepareMode(list.mode, image.Get(picture));
+        if (primitive < 0) continue;
+        glBegin(static_cast<GLenum>(primitive));
+        for (const ShotPoly& poly : list.polys)
+            for (const ShotVertex& vertex : poly.verts)
+                DrawVertex(vertex, rect);
+        glEnd();
+    }
+    glDisable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+}
+
+void GUI_Styles::SetTextColour(std::uint8_t stid) const {
+    const GUI_Style& style = Get(stid);
+    glColor4f(style.textr, style.textg, style.textb, style.texta);
+}
+
+void GUI_Styles::Draw(GUI_Component& component, const GUI_Element* parent) const {
+    if (!Check(component.stid, "QEV_Gui::GUI_Styles::Draw")) {
+        component.stid = 0;
+        return;
+    }
+    const GUI_Style& style = Get(component.stid);
+    const GuiRect rect = DrawnRect(*this, component, parent);
+    DrawShot(style.shots[static_cast<std::size_t>(component.state)], rect);
+    if (component.caption) {
+        SetTextColour(component.stid);
+        if (component.scissor)
+            font.PrintAt(rect.left + style.textx, rect.top + style.texty, 0, "%.*s",
+                         CharactersIn(component.width, style.textx), component.caption);
+        else
+            font.PrintAt(rect.left + style.textx, rect.top + style.texty, 0, "%s", component.caption);
+    }
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+}
+
+void GUI_Styles::DrawFrame(const GUI_Window& window) const {
+    if (!Check(window.stid, "QEV_Gui::GUI_Styles::Draw")) return;
+    const GUI_Style& style = Get(window.stid);
+    DrawShot(style.shots[static_cast<std::size_t>(window.state)], RectOf(window));
+    if (window.caption && *window.caption) {
+        SetScissor(window, nullptr);
+        SetTextColour(window.stid);
+        font.PrintAt(window.left + style.textx, window.top + style.texty, 0, "%s", window.caption);
+        glDisable(GL_SCISSOR_TEST);
+    }
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+}
+
+void GUI_Styles::DrawFocus(const GUI_Element& element) const {
+    if (focus.empty()) return;
+    const GUI_Element* parent = element.GetParent();
+    if (element.scissor && parent) SetScissor(*parent, parent->GetParent());
+    DrawShot(focus, DrawnRect(*this, element));
+    glDisable(GL_SCISSOR_TEST);
+}
+
+void GUI_Styles::SetScissor(const GUI_Element& element, const GUI_Element* parent) const {
+    const PixelRect rect = ScissorRect(*this, element, parent, video.Width(), video.Height());
+    glScissor(rect.x, rect.y, rect.width, rect.height);
+    glEnable(GL_SCISSOR_TEST);
+}

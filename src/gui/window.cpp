@@ -1,0 +1,138 @@
+// Windows; see window.h.
+#include "gui/window.h"
+
+#include "graphics/video.h"
+#include "gui/geometry.h"
+#include "gui/manager.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::uint8_t BodyStyle = 8;
+constexpr std::uint8_t CaptionStyle = 9;
+
+// The resize button's OnMouseOver: while it is pressed, the window's lower right corner follows the pointer.
+void Resize(GUI_Element* button, float x, float y) {
+    if (button->state != GuiState::Clicked) return;
+    auto* window = static_cast<GUI_Window*>(button->GetParent());
+    window->SetSize(x - window->left, y - window->top);
+}
+
+} // namespace
+
+void GUI_Window::MouseOver(float x, float y) {
+    if (state == GuiState::Clicked) {
+        left += x - lastX;
+        top += y - lastY;
+        lastX = x;
+        lastY = y;
+    } else {
+        SetHover();
+    }
+    if (OnMouseOver) OnMouseOver(this, x, y);
+}
+
+void GUI_Window::MouseDown(float x, float y) {
+    SetClicked();
+    lastX = x;
+    lastY = y;
+    if (OnMouseDown) OnMouseDown(this, x, y);
+}
+
+void GUI_Window::AttachButtons() {
+    resizeButton.OnMouseOver = Resize;
+    AddComponent(&closeButton);
+    AddComponent(&resizeButton);
+}
+
+bool GUI_Window::IsInside(float x, float y) {
+    const GuiRect rect = RectOf(*this);
+    return std::ranges::any_of(gui.GetStyles().boxes,
+                               [&](const BorderBox& box) { return box.Contains(rect, x, y); });
+}
+
+GUI_Element* GUI_Window::IsMouseOver(float x, float y) {
+    if (!visible || !IsInside(x, y)) return nullptr;
+    if (!gui.GetStyles().Check(stid, "QEV_Gui::GUI_Window::IsMouseOver")) return nullptr;
+    GUI_Component* kept = nullptr;
+    bool childHit = false; // a part of a child may be hit in its place, the child's own flag counts
+    bool keptIsClipped = false;
+    for (std::size_t i = 0; i < children.Size(); ++i) {
+        GUI_Component& child = children[i];
+        GUI_Component* hit = child.IsMouseOver(x, y);
+        if (!hit || (childHit && !(keptIsClipped && child.scissor))) continue;
+        kept = hit;
+        childHit = true;
+        keptIsClipped = child.scissor;
+    }
+    return kept ? static_cast<GUI_Element*>(kept) : this;
+}
+
+void GUI_Window::AddComponent(GUI_Component* component) {
+    if (component) children.Add(*component, this);
+}
+
+void GUI_Window::ClearComponents() {
+    children.Clear();
+}
+
+void GUI_Window::SetSize(float newWidth, float newHeight) {
+    const GUI_Styles& skin = gui.GetStyles();
+    // A skin may give a smallest size above the largest; the smallest then holds.
+    width = std::max(std::min(newWidth, skin.win_max_width), skin.win_min_width);
+    height = std::max(std::min(newHeight, skin.win_max_height), skin.win_min_height);
+    if (OnResize) OnResize(this);
+}
+
+void GUI_Window::Draw() {
+    if (!visible) return;
+    const GUI_Styles& skin = gui.GetStyles();
+    const char* const ownCaption = caption;
+    caption = "";
+    stid = BodyStyle;
+    skin.DrawFrame(*this);
+    if (OnDraw3D) {
+        const GUI_Style& style = skin.Get(stid);
+        Draw3D(left + style.leftx, width - style.rightx, height - style.lefty - style.righty);
+    }
+    skin.SetScissor(*this, nullptr);
+    if (OnDraw2D) OnDraw2D(this);
+    DrawChildren();
+    caption = ownCaption;
+    stid = CaptionStyle;
+    skin.DrawFrame(*this);
+    closeButton.Draw();
+    resizeButton.Draw();
+    stid = BodyStyle;
+}
+
+void GUI_Window::Draw3D(float viewLeft, float viewWidth, float viewHeight) {
+    const double screenWidth = video.Width();
+    const double screenHeight = video.Height();
+    glPushMatrix();
+    glViewport(TruncateToInt(screenWidth * viewLeft), TruncateToInt(screenHeight * (1.0 - top - height)),
+               std::max(TruncateToInt(screenWidth * viewWidth), 0),
+               std::max(TruncateToInt(screenHeight * viewHeight), 0));
+    glClear(GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glLoadIdentity();
+    OnDraw3D(this);
+    glDisable(GL_DEPTH_TEST);
+    glViewport(0, 0, video.Width(), video.Height());
+    glPopMatrix();
+}
+
+void GUI_Window::DrawChildren() {
+    const GUI_Styles& skin = gui.GetStyles();
+    for (std::size_t i = 0; i < children.Size(); ++i) {
+        GUI_Component& child = children[i];
+        if (&child == &closeButton || &child == &resizeButton) continue;
+        // Some widgets set scissors of their own.
+        skin.SetScissor(*this, nullptr);
+        child.Draw();
+    }
+    glDisable(GL_SCISSOR_TEST);
+}
