@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 
 struct AudioSample;
 class KsmModel;
@@ -78,9 +79,9 @@ private:
     void Lock();
     void Spin(float degrees);
     void UpdateHover(float delta);
-    void UpdateScale(std::size_t index, float delta);
-    void ReadPick(int hits, const unsigned* record);
-    void CaptureGlow();
+    void Grow(Item& item, float delta) const;
+    static void Shrink(Item& item, float delta);
+    void ReadPick(int hits, std::span<const GLuint> records);
     void DrawMakerLogo() const;
     void DrawLogos() const;
     void DrawName() const;

@@ -30,7 +30,7 @@ public:
 
     // Draw one page at a progress of its run.
     void DrawCredits(double progress) const;
-    void DrawHighScores(const HighScoreTable& table, double progress) const;
+    static void DrawHighScores(const HighScoreTable& table, double progress);
 
 private:
     std::vector<CreditsGroup> groups;

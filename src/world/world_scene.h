@@ -4,6 +4,8 @@
 
 #include "core/scene.h"
 
+#include <cstdint>
+
 class WorldScene : public mainScene {
 public:
     constexpr WorldScene() = default;
@@ -17,12 +19,28 @@ public:
     // The map in three layers, and the statistics over it.
     void Draw() override;
 
+    // The three layers of the current map in the current view.
+    void DrawMap() const;
+    void DrawObjects() const;
+    void DrawParticles() const;
+
 protected:
     void GameFrame() override;
     void PauseFrame() override;
     void EndScene() override;
     void ChangeScene() override;
     const char* ProcessName() const override { return "MainScene"; }
+
+private:
+    void BindListener() const;
+    void MoveListener();
+    void DrawGui() const;
+
+    // The hearer of positional sounds, in plane units and degrees.
+    float listenerX = 0.0F;
+    float listenerY = 0.0F;
+    float listenerAngle = 0.0F;
+    std::int32_t listenerPlane = 0;
 };
 
 extern WorldScene worldScene;

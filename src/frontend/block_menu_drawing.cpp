@@ -1,0 +1,101 @@
+// What the block menu looks like: glow, logos, boxes and the hovered box's name; see block_menu.h.
+#include "frontend/block_menu.h"
+
+#include "graphics/font.h"
+#include "graphics/ksm_model.h"
+#include "graphics/textures.h"
+#include "graphics/video.h"
+#include "gui/manager.h"
+
+#include <GL/gl.h>
+
+namespace {
+
+constexpr std::array<const char*, BlockMenu::ItemCount> ItemNames = {"OPTIONS", "CREDITS", "NEW GAME",
+                                                                     "QUIT"};
+
+// A quad around (x, y) in the plane z = 0 with the texture's rows from vBottom to vTop.
+void DrawPicture(const QEV_Textures* picture, float x, float y, float halfWidth, float halfHeight,
+                 float vBottom, float vTop) {
+    if (!picture) return;
+    glBindTexture(GL_TEXTURE_2D, picture->Get(0));
+    glBegin(GL_QUADS);
+    glTexCoord2f(0.0F, vBottom);
+    glVertex3f(x - halfWidth, y - halfHeight, 0.0F);
+    glTexCoord2f(1.0F, vBottom);
+    glVertex3f(x + halfWidth, y - halfHeight, 0.0F);
+    glTexCoord2f(1.0F, vTop);
+    glVertex3f(x + halfWidth, y + halfHeight, 0.0F);
+    glTexCoord2f(0.0F, vTop);
+    glVertex3f(x - halfWidth, y + halfHeight, 0.0F);
+    glEnd();
+}
+
+void BeginBlend() {
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+}
+
+} // namespace
+
+void BlockMenu::Draw() {
+    glow.BeginCapture();
+    DrawBoxes();
+    glow.EndCapture();
+    if (phase != Phase::Gathering) DrawMakerLogo();
+    glow.Draw();
+    if (phase != Phase::Gathering) DrawLogos();
+    DrawBoxes();
+    if (phase == Phase::Hovered) DrawName();
+}
+
+void BlockMenu::DrawBoxes() const {
+    glPushMatrix();
+    glTranslatef(0.0F, -1.0F, 2.0F);
+    glRotatef(-angleX, 1.0F, 0.0F, 0.0F);
+    glRotatef(-angleY, 0.0F, 1.0F, 0.0F);
+    glBindTexture(GL_TEXTURE_2D, model && textures ? textures->Get(model->texture) : 0);
+    for (std::size_t i = 0; i < ItemCount; ++i) {
+        const Item& item = items[i];
+        glLoadName(static_cast<GLuint>(i));
+        const float other = static_cast<int>(i) == hovered ? 0.0F : 1.0F;
+        glColor3f(1.0F, other, other);
+        glPushMatrix();
+        glTranslatef(item.x, item.y, item.z);
+        glScalef(item.scale, item.scale, item.scale);
+        if (model) model->Draw();
+        glPopMatrix();
+    }
+    glPopMatrix();
+}
+
+// Lies under the glow; the picture's lower part belongs to the intro alone.
+void BlockMenu::DrawMakerLogo() const {
+    BeginBlend();
+    glColor4f(1.0F, 1.0F, 1.0F, logoAlpha);
+    DrawPicture(logos.maker, 4.7F, -3.5F, 1.0F, 0.65F, 0.65F, 0.0F);
+    glDisable(GL_BLEND);
+}
+
+void BlockMenu::DrawLogos() const {
+    BeginBlend();
+    glColor4f(1.0F, 1.0F, 1.0F, logoAlpha);
+    DrawPicture(logos.studio, -5.0F, -3.5F, 0.7F, 0.7F, 0.0F, 1.0F);
+    const auto wave = static_cast<float>(logoWaveTimer.Wave());
+    glPushMatrix();
+    glTranslatef(0.0F, 2.5F, 0.0F);
+    glRotatef(2.0F * wave, 1.0F, 0.0F, 0.0F);
+    glRotatef(-10.0F * wave, 0.0F, 1.0F, 0.0F);
+    DrawPicture(logos.game, 0.0F, 0.0F, 4.0F, 2.0F, 0.0F, 1.0F);
+    glPopMatrix();
+    glDisable(GL_BLEND);
+}
+
+void BlockMenu::DrawName() const {
+    glDisable(GL_DEPTH_TEST);
+    glColor3f(1.0F, 1.0F, 1.0F);
+    const float x = static_cast<float>(video.Width()) * (gui.cursor.x + 0.05F);
+    const float y = static_cast<float>(video.Height()) * gui.cursor.y;
+    font.PrintBoxed(static_cast<int>(x), static_cast<int>(y), 0, "%s",
+                    ItemNames[static_cast<std::size_t>(hovered)]);
+}

@@ -1,0 +1,110 @@
+// The glow of the menu; see radial_glow.h.
+#include "frontend/radial_glow.h"
+
+#include "graphics/video.h"
+
+constinit float glowLevel = 0.0F;
+
+namespace {
+
+constexpr float MaxLevel = 20.0F;
+constexpr std::uint16_t EnoughFrames = 60; // a second
+constexpr float Step = 0.03F;              // by which each copy is larger, of the texture's side
+constexpr float FirstAlpha = 0.2F;
+
+// Two matrices for a flat screen of 640 x 480 units with the origin at the top left, put back at the end.
+class FlatScreen {
+public:
+    FlatScreen() {
+        glMatrixMode(GL_PROJECTION);
+        glPushMatrix();
+        glLoadIdentity();
+        glOrtho(0.0, 640.0, 480.0, 0.0, -1.0, 1.0);
+        glMatrixMode(GL_MODELVIEW);
+        glPushMatrix();
+        glLoadIdentity();
+    }
+    FlatScreen(const FlatScreen&) = delete;
+    FlatScreen& operator=(const FlatScreen&) = delete;
+    ~FlatScreen() {
+        glMatrixMode(GL_PROJECTION);
+        glPopMatrix();
+        glMatrixMode(GL_MODELVIEW);
+        glPopMatrix();
+    }
+};
+
+// The whole screen, showing the texture without a border of the given width.
+void DrawCopy(float border) {
+    const float end = 1.0F - border;
+    glTexCoord2f(border, end);
+    glVertex2f(0.0F, 0.0F);
+    glTexCoord2f(border, border);
+    glVertex2f(0.0F, 480.0F);
+    glTexCoord2f(end, border);
+    glVertex2f(640.0F, 480.0F);
+    glTexCoord2f(end, end);
+    glVertex2f(640.0F, 0.0F);
+}
+
+} // namespace
+
+void AdjustGlowLevel(std::uint16_t framesPerSecond) {
+    if (framesPerSecond < EnoughFrames) {
+        if (glowLevel > 1.0F) glowLevel -= 1.0F;
+    } else if (glowLevel < MaxLevel) {
+        glowLevel += 1.0F;
+    }
+}
+
+void RadialGlow::Create() {
+    Release();
+    glGenTextures(1, &texture);
+    generation = video.ContextGeneration();
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, Size, Size, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+}
+
+void RadialGlow::Release() {
+    if (texture != 0 && video.ContextHolds(generation)) glDeleteTextures(1, &texture);
+    texture = 0;
+}
+
+void RadialGlow::BeginCapture() const {
+    glPushMatrix();
+    glViewport(0, 0, Size, Size);
+}
+
+void RadialGlow::EndCapture() const {
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, Size, Size);
+    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glViewport(0, 0, video.Width(), video.Height());
+    glPopMatrix();
+}
+
+void RadialGlow::Draw() const {
+    const int copies = static_cast<int>(glowLevel);
+    glDisable(GL_TEXTURE_GEN_S);
+    glDisable(GL_TEXTURE_GEN_T);
+    glEnable(GL_TEXTURE_2D);
+    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    {
+        const FlatScreen screen;
+        glBegin(GL_QUADS);
+        for (int k = 0; k < copies; ++k) {
+            const auto copy = static_cast<float>(k);
+            glColor4f(1.0F, 1.0F, 1.0F, FirstAlpha - copy * FirstAlpha / static_cast<float>(copies));
+            DrawCopy(copy * Step);
+        }
+        glEnd();
+    }
+    glEnable(GL_DEPTH_TEST);
+    glDisable(GL_BLEND);
+}
