@@ -187,11 +187,11 @@ void WorldScene::GameFrame() {
 void WorldScene::PauseFrame() {
     Draw();
     DrawGui();
-    frameClock.Update();
     {
         const Section timed(Profiler::UpdateGUI);
         gui.ProcessEvents(frameClock.frameDelta);
     }
+    frameClock.Update();
     if (profiler) profiler->Show();
 }
 
