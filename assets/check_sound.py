@@ -16,13 +16,13 @@ from scipy.signal import bilinear, lfilter
 
 # name: shortest and longest seconds, lowest and highest loudness.
 EFFECTS = {
-    "block_move": (0.04, 0.08, -33, -26),
-    "block_rotate": (0.04, 0.08, -32, -25),
-    "block_fall": (0.10, 0.35, -23, -16),
+    "block_move": (0.04, 0.08, -28, -22),
+    "block_rotate": (0.04, 0.08, -28, -22),
+    "block_fall": (0.10, 0.35, -22, -15),
     "block_explotion": (0.6, 1.5, -13, -7),
-    "block_hover": (0.02, 0.06, -34, -26),
-    "gui_hover": (0.01, 0.06, -40, -30),
-    "gui_click": (0.03, 0.10, -31, -23),
+    "block_hover": (0.02, 0.06, -30, -22),
+    "gui_hover": (0.01, 0.06, -36, -27),
+    "gui_click": (0.03, 0.10, -28, -21),
     "move": (0.5, 1.5, -30, -20),
     "step": (0.4, 1.0, -32, -22),
     "Logo": (4.9, 5.1, -19, -12),

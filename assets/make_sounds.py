@@ -74,8 +74,8 @@ def block_explotion():
         bell = body(length, [(pitch, 1.0, 1.15), (pitch * 2.003, 0.5, 0.8), (pitch * 2.76, 0.42, 0.55),
                              (pitch * 4.07, 0.25, 0.34), (pitch * 5.4, 0.16, 0.22)], attack=0.0010)
         place(total, bell, at, 0.085 * level)
-    # Soft saturation gives the blow weight without a higher peak.
-    return np.tanh(1.5 * total / np.abs(total).max())
+    # Soft saturation gives the blow weight without a higher peak: it often sounds together with a landing.
+    return np.tanh(2.4 * total / np.abs(total).max())
 
 
 def block_hover():
@@ -197,13 +197,13 @@ def logo():
 
 def main():
     data = sys.argv[1]
-    write(data, "block_move", block_move(), -12)
-    write(data, "block_rotate", block_rotate(), -10)
-    write(data, "block_fall", block_fall(), -7)
-    write(data, "block_explotion", block_explotion(), -1.5, end=0.2)
-    write(data, "block_hover", block_hover(), -14, end=0.012)
-    write(data, "gui_hover", gui_hover(), -18)
-    write(data, "gui_click", gui_click(), -11)
+    write(data, "block_move", block_move(), -10.5)
+    write(data, "block_rotate", block_rotate(), -9.5)
+    write(data, "block_fall", block_fall(), -9)
+    write(data, "block_explotion", block_explotion(), -4.5, end=0.2)
+    write(data, "block_hover", block_hover(), -12, end=0.012)
+    write(data, "gui_hover", gui_hover(), -15)
+    write(data, "gui_click", gui_click(), -10.5)
     write(data, "move", move(), -12, start=0.02, end=0.02)
     write(data, "step", step(), -10, end=0.05)
     write(data, "Logo", logo(), -6, end=0.9)

@@ -14,7 +14,7 @@ from sound.score import BEATS, Part, Tempo, pitch
 NAME, TITLE = "KolvexIntro", "Evening Court"
 BARS = 48
 HALL = 3.2
-LOUDNESS = -19.0
+LOUDNESS = -18.5
 
 THEME = """A4:3 Bb4:0.5 A4:0.5 | G4:1 ^F#4:2 r:1 | F#4:1 G4:1 A4:1 C5:1 | Bb4:1.5 A4:2.5 |
            D5:3 Eb5:0.5 D5:0.5 | C5:1 Bb4:1 ^A4:2 | G4:0.5 A4:0.5 Bb4:1 A4:1 G4:0.5 F#4:0.5 | Eb4:1 D4:3"""
@@ -42,12 +42,12 @@ WIDE = "0 2 4 6 5 4 3 2"
 def harp():
     part = Part("harp", 46, pan=-0.28, level=0.0, wet=-9, loose=0.014)
     # Prelude: every bar reaches one string higher.
-    for bar, (figure, loudness) in enumerate((("0 1 2 1 . . . .", 44), ("0 1 2 3 2 . . .", 48),
-                                              ("0 1 2 3 4 3 . .", 54), ("0 1 2 3 4 5 6 .", 60))):
+    for bar, (figure, loudness) in enumerate((("0 1 2 1 . . . .", 50), ("0 1 2 3 2 . . .", 54),
+                                              ("0 1 2 3 4 3 . .", 60), ("0 1 2 3 4 5 6 .", 66))):
         arpeggio(part, bar, ("D", "D", "Cm", "D")[bar], figure, loudness, ring=3.5)
-    part.melody(4, THEME, (64, 74, 80, 66), legato=1.6)
+    part.melody(4, THEME, (70, 80, 86, 72), legato=1.6)
     for number, chord in enumerate(THEME_CHORDS.split()):
-        arpeggio(part, 4 + number, chord, "0 . 1 . 2 . 1 .", 46, ring=3)
+        arpeggio(part, 4 + number, chord, "0 . 1 . 2 . 1 .", 50, ring=3)
     arpeggio(part, 12, THEME_CHORDS, RISE, 50, ring=2.5)
     arpeggio(part, 20, SECOND_CHORDS, WIDE, 56, ring=2.5)
     # Interlude: only the ground of every second bar, and a run that leads on.
@@ -57,30 +57,30 @@ def harp():
     for i, key in enumerate(run):
         part.note(35 * BEATS + 2 + i / 7, 2.5, key, 46 + 2 * i)
     arpeggio(part, 36, THEME_CHORDS, "0 1 2 3 4 5 6 5", 62, ring=2.5)
-    for bar, (figure, loudness) in enumerate((("6 5 4 3 2 1 0 .", 56), ("6 4 3 2 1 0 . .", 50),
-                                              ("5 3 2 1 0 . . .", 45), ("2 . 1 . 0 . . .", 40))):
+    for bar, (figure, loudness) in enumerate((("6 5 4 3 2 1 0 .", 56), ("6 4 3 2 1 0 . .", 54),
+                                              ("5 3 2 1 0 . . .", 51), ("2 . 1 . 0 . . .", 48))):
         arpeggio(part, 44 + bar, ("D", "Eb", "Cm", "D")[bar], figure, loudness, ring=3.5)
     return part
 
 
 def flute():
-    part = Part("flute", 73, pan=0.22, level=-3.5, wet=-6, loose=0.016)
+    part = Part("flute", 73, pan=0.22, level=-7.0, wet=-6, loose=0.016)
     part.melody(12, THEME_GRACED, (72, 84, 92, 70), legato=0.99, breathe=True)
     part.melody(20, SECOND_ABOVE, (60, 72, 64), legato=0.97, breathe=True)
     part.melody(28, FLUTE_ANSWER, (64, 78, 72), legato=0.98, breathe=True)
-    part.melody(36, THEME_GRACED, (84, 98, 108, 76), transpose=12, legato=0.99, breathe=True)
+    part.melody(36, THEME_GRACED, (72, 84, 92, 70), transpose=12, legato=0.99, breathe=True)
     return part
 
 
 def lute():
-    part = Part("lute", 24, pan=-0.42, level=-1.0, wet=-9, loose=0.018)
+    part = Part("lute", 24, pan=-0.42, level=-2.0, wet=-9, loose=0.018)
     part.melody(28, LUTE, (66, 80, 72), legato=1.3)
     return part
 
 
 def high_strings():
     """The melody of the second theme and the lower octave of the last one."""
-    part = Part("high strings", 48, pan=0.35, level=-8.0, wet=-5, loose=0.012)
+    part = Part("high strings", 48, pan=0.35, level=-6.0, wet=-5, loose=0.012)
     part.melody(20, SECOND, (66, 84, 90, 76), legato=1.06, breathe=True)
     part.melody(20, SECOND_BELOW, (56, 70, 72, 60), legato=1.06)
     part.melody(36, THEME, (66, 84, 94, 66), legato=1.06, breathe=True)
@@ -123,7 +123,7 @@ def basses():
 
 def frame_drum():
     """Few strokes: the skin low on the first beat, the rim late in the bar, a roll of the fingers into a new section."""
-    part = Part("frame drum", 116, pan=-0.08, level=-7.5, wet=-7, loose=0.010)
+    part = Part("frame drum", 116, pan=-0.08, level=3.0, wet=-7, loose=0.010)
     low, high = 52, 64
 
     def bars(first, last, strokes, loudness):
@@ -151,7 +151,7 @@ def frame_drum():
 
 def jingles():
     """The tambourine's plates, heard from the far side of the court."""
-    part = Part("jingles", 0, pan=0.45, level=-17.0, wet=-4, loose=0.012, drums=True)
+    part = Part("jingles", 0, pan=0.45, level=-7.0, wet=-4, loose=0.012, drums=True)
     for first, last in ((20, 28), (36, 44)):
         for bar in range(first, last):
             for beat, velocity in ((1, 50), (3, 58)):

@@ -9,7 +9,6 @@ CHORDS = {
     "Gm": ("G2", "D3 G3 Bb3 D4", "G2 D3 G3 Bb3 D4 G4 Bb4"),
     "Cm": ("C2", "Eb3 G3 C4 Eb4", "C3 G3 C4 Eb4 G4 C5 Eb5"),
     "Eb": ("Eb2", "Eb3 G3 Bb3 G4", "Eb3 Bb3 Eb4 G4 Bb4 D5 G5"),
-    "Bb": ("Bb1", "D3 F#3 Bb3 D4", "Bb2 F#3 Bb3 D4 F#4 Bb4 D5"),
 }
 
 

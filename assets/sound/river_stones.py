@@ -17,7 +17,7 @@ from sound.score import BEATS, Part, Tempo, pitch
 NAME, TITLE = "Kolvex_NewAge", "River Stones"
 BARS = 72
 HALL = 1.9
-LOUDNESS = -19.5
+LOUDNESS = -20.0
 
 THEME = """r:1 D5:0.5 Eb5:0.5 F#5:1.5 G5:0.5 | F#5:1 Eb5:0.5 D5:2.5 | r:1 A4:0.5 Bb4:0.5 C5:1 D5:1 |
            Eb5:0.5 D5:0.5 C5:0.5 D5:2.5 | r:1 F#5:0.5 G5:0.5 A5:1.5 Bb5:0.5 | A5:1 G5:0.5 F#5:0.5 G5:1 F#5:1 |
@@ -60,7 +60,7 @@ def harp():
 
 
 def flute():
-    part = Part("flute", 73, pan=0.25, level=-6.5, wet=-7, loose=0.014)
+    part = Part("flute", 73, pan=0.25, level=-9.5, wet=-7, loose=0.014)
     part.melody(4, THEME, (64, 74, 80, 66), legato=0.97, breathe=True)
     part.melody(48, SECOND, (58, 70, 76, 62), transpose=12, legato=0.97, breathe=True)
     bars = THEME.split("|")
@@ -70,7 +70,7 @@ def flute():
 
 
 def dulcimer():
-    part = Part("dulcimer", 15, pan=0.38, level=-9.0, wet=-9, loose=0.011)
+    part = Part("dulcimer", 15, pan=0.38, level=0.0, wet=-9, loose=0.011)
     part.melody(12, THEME_STRUCK, (60, 70, 76, 62), legato=1.5)
     part.melody(12, THEME_BELOW, (50, 58, 60), legato=1.5)
     part.melody(60, "|".join(THEME_STRUCK.split("|")[4:6]), (72, 70), legato=1.5)
@@ -79,7 +79,7 @@ def dulcimer():
 
 
 def lute():
-    part = Part("lute", 24, pan=-0.42, level=-4.0, wet=-11, loose=0.012)
+    part = Part("lute", 24, pan=-0.42, level=-3.0, wet=-11, loose=0.012)
     part.melody(28, CALLS, (62, 74, 66), legato=1.2)
     part.melody(48, SECOND, (64, 74, 76, 64), legato=1.2)
     return part
@@ -148,16 +148,16 @@ def drum(part, keys):
 
 
 def skin():
-    return drum(Part("frame drum, skin", 116, pan=-0.06, level=-9.0, wet=-11, loose=0.006), {"L": 53})
+    return drum(Part("frame drum, skin", 116, pan=-0.06, level=-0.5, wet=-11, loose=0.006), {"L": 53})
 
 
 def fingers():
     """The high strokes and ticks come from bongos, which sound like a small skin struck near its rim."""
-    return drum(Part("frame drum, rim", 0, pan=-0.12, level=-13.0, wet=-11, loose=0.006, drums=True), {"h": 61, "t": 60})
+    return drum(Part("frame drum, rim", 0, pan=-0.12, level=4.0, wet=-11, loose=0.006, drums=True), {"h": 61, "t": 60})
 
 
 def jingles():
-    part = Part("jingles", 0, pan=0.4, level=-21.0, wet=-7, loose=0.008, drums=True)
+    part = Part("jingles", 0, pan=0.4, level=-10.0, wet=-7, loose=0.008, drums=True)
     for bar in list(range(12, 28)) + list(range(36, 40)) + list(range(48, 64)):
         for beat in (1, 3):
             part.note(bar * BEATS + beat, 0.4, 54, 52 + 5 * (beat == 3))
