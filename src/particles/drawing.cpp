@@ -1,0 +1,254 @@
+// Drawing particles; see drawing.h.
+#include "particles/drawing.h"
+
+#include "world/camera.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr float DegreesToRadians = 0.017453292F;
+constexpr int LastPrimitive = GL_POLYGON;
+
+// Particle space as it is drawn.
+Vec3 Drawn(Vec3 p) {
+    return {-2.0F * p.x, -2.0F * p.y, 2.0F * p.z};
+}
+
+Vec3 Place(const ParticleSlots& slots, std::size_t i) {
+    return Drawn({slots.x[i], slots.y[i], slots.z[i]});
+}
+
+Vec3 PreviousPlace(const ParticleSlots& slots, std::size_t i) {
+    return Drawn({slots.previousX[i], slots.previousY[i], slots.previousZ[i]});
+}
+
+// The camera keeps the eye's place negated.
+Vec3 Eye() {
+    return {-camera.x, -camera.y, -camera.z};
+}
+
+bool IsZero(Vec3 v) {
+    return v == Vec3{};
+}
+
+// Half the width of a band along the segment, facing the viewer; zero when the segment points at the viewer.
+Vec3 Width(Vec3 from, Vec3 to, Vec3 eye, float size) {
+    const Vec3 middle = (from + to) * 0.5F;
+    return FastNormalize(Cross(to - middle, eye - middle)) * size;
+}
+
+// Which cell of the sheet a particle shows at its age.
+class CellChoice {
+public:
+    explicit CellChoice(const QEV_PTEmittor& emitter)
+        : cells(emitter.texture ? emitter.texture->cells : CellsOfSheet(1)) {
+        const auto period =
+            static_cast<std::int64_t>(emitter.framespeed) * static_cast<std::int64_t>(emitter.frames.size());
+        const std::int64_t time = period / static_cast<std::int64_t>(cells.size());
+        if (cells.size() > 1 && time > 0) perMillisecond = 1.0 / static_cast<double>(time);
+    }
+    const TextureCell& At(std::uint32_t age) const {
+        if (perMillisecond == 0.0) return cells.front();
+        // A little more, so that an age on a cell's edge shows that cell whatever the product rounds to.
+        const double index = (static_cast<double>(age) + 0.1) * perMillisecond;
+        return cells[static_cast<std::size_t>(index) % cells.size()];
+    }
+
+private:
+    std::span<const TextureCell> cells;
+    double perMillisecond = 0.0; // cells
+};
+
+void SetColour(const ParticleSlots& slots, std::size_t i) {
+    glColor4f(slots.look[Red][i], slots.look[Green][i], slots.look[Blue][i], slots.look[Alpha][i]);
+}
+
+void Corner(const TexturePoint& point, Vec3 v) {
+    glTexCoord2f(point.u, point.v);
+    glVertex3f(v.x, v.y, v.z);
+}
+
+void Quad(const TextureCell& cell, Vec3 a, Vec3 b, Vec3 c, Vec3 d) {
+    Corner(cell[0], a);
+    Corner(cell[1], b);
+    Corner(cell[2], c);
+    Corner(cell[3], d);
+}
+
+// A band from one place to another, half as wide as `width` is long on either side.
+void Band(const TextureCell& cell, Vec3 from, Vec3 to, Vec3 width) {
+    if (IsZero(width)) return;
+    Quad(cell, from + width, from - width, to - width, to + width);
+}
+
+// Style 1: sprites that face the viewer and turn.
+void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+    const ParticleSlots& slots = instance.particles;
+    float m[16];
+    glPushMatrix();
+    glGetFloatv(GL_MODELVIEW_MATRIX, m);
+    glPopMatrix();
+    const Vec3 right = {m[0], m[4], m[8]};
+    const Vec3 up = {m[1], m[5], m[9]};
+    const CellChoice choice(emitter);
+    glBegin(static_cast<GLenum>(emitter.shape));
+    for (std::size_t i = 0; i < slots.Count(); ++i) {
+        if (!slots.alive[i]) continue;
+        const Vec3 p = Place(slots, i);
+        const float angle = slots.look[Rota][i] * DegreesToRadians;
+        const float s = slots.look[Size][i];
+        const Vec3 a = (right * std::sin(angle) + up * std::cos(angle)) * s;
+        const Vec3 b = (right * std::cos(angle) - up * std::sin(angle)) * s;
+        SetColour(slots, i);
+        Quad(choice.At(slots.age[i]), p - b + a, p + b + a, p + b - a, p - b - a);
+    }
+    glEnd();
+}
+
+// Style 2: rays from the emitter to each particle.
+void DrawRays(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+    const ParticleSlots& slots = instance.particles;
+    const Vec3 source = Drawn(instance.position);
+    const Vec3 eye = Eye();
+    const CellChoice choice(emitter);
+    glBegin(static_cast<GLenum>(emitter.shape));
+    for (std::size_t i = 0; i < slots.Count(); ++i) {
+        if (!slots.alive[i]) continue;
+        const Vec3 p = Place(slots, i);
+        SetColour(slots, i);
+        Band(choice.At(slots.age[i]), p, source, Width(p, source, eye, slots.look[Size][i]));
+    }
+    glEnd();
+}
+
+// Style 3: streaks along the last move.
+void DrawStreaks(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+    const ParticleSlots& slots = instance.particles;
+    const Vec3 eye = Eye();
+    const CellChoice choice(emitter);
+    glBegin(static_cast<GLenum>(emitter.shape));
+    for (std::size_t i = 0; i < slots.Count(); ++i) {
+        if (!slots.alive[i]) continue;
+        const Vec3 p = Place(slots, i);
+        const Vec3 q = PreviousPlace(slots, i);
+        const Vec3 move = p - q;
+        const float size = slots.look[Size][i];
+        const float length = 2.0F * std::sqrt(Dot(move, move)) + 4.0F * size;
+        const Vec3 tail = q - FastNormalize(move) * length;
+        if (IsZero(move)) continue;
+        SetColour(slots, i);
+        Band(choice.At(slots.age[i]), p, tail, Width(p, tail, eye, size));
+    }
+    glEnd();
+}
+
+// Style 4: a band between the two of each pair of slots.
+void DrawPairs(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+    const ParticleSlots& slots = instance.particles;
+    const Vec3 eye = Eye();
+    const CellChoice choice(emitter);
+    glBegin(static_cast<GLenum>(emitter.shape));
+    for (std::size_t i = 0; i + 1 < slots.Count(); i += 2) {
+        if (!slots.alive[i] || !slots.alive[i + 1]) continue;
+        const Vec3 p = Place(slots, i);
+        const Vec3 q = Place(slots, i + 1);
+        SetColour(slots, i);
+        Band(choice.At(slots.age[i]), p, q, Width(p, q, eye, slots.look[Size][i]));
+    }
+    glEnd();
+}
+
+// Sorts slots from `first` to `last` by age: quicksort around the middle element; equal ages stay as the
+// partitioning leaves them. The smaller part is sorted by recursion, so that its depth stays small.
+void SortByAge(ParticleSlots& slots, std::ptrdiff_t first, std::ptrdiff_t last) {
+    while (first < last) {
+        const auto ageAt = [&](std::ptrdiff_t i) { return slots.age[static_cast<std::size_t>(i)]; };
+        const std::uint32_t pivot = ageAt(first + (last - first) / 2);
+        std::ptrdiff_t i = first;
+        std::ptrdiff_t j = last;
+        while (i <= j) {
+            while (ageAt(i) < pivot)
+                ++i;
+            while (ageAt(j) > pivot)
+                --j;
+            if (i > j) break;
+            if (i != j) slots.Swap(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
+            ++i;
+            --j;
+        }
+        if (j - first < last - i) {
+            SortByAge(slots, first, j);
+            first = i;
+        } else {
+            SortByAge(slots, i, last);
+            last = j;
+        }
+    }
+}
+
+// Style 5: a ribbon from the emitter through the particles, youngest first.
+void DrawRibbon(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
+    ParticleSlots& slots = instance.particles;
+    SortByAge(slots, 0, static_cast<std::ptrdiff_t>(slots.Count()) - 1);
+    const Vec3 eye = Eye();
+    const CellChoice choice(emitter);
+    const ParticleFrame first = emitter.FirstFrame();
+    Vec3 before = Drawn(instance.position);
+    std::ptrdiff_t beforeSlot = -1; // the emitter
+    bool draws = emitter.dietype != 0 || !emitter.updatepos;
+    glBegin(static_cast<GLenum>(emitter.shape));
+    for (std::size_t i = 0; i < slots.Count(); ++i) {
+        if (!slots.alive[i]) continue;
+        const Vec3 p = Place(slots, i);
+        const Vec3 middle = (before + p) * 0.5F;
+        const Vec3 width = FastNormalize(Cross(before - middle, eye - middle)) * slots.look[Size][i];
+        if (draws && !IsZero(width)) {
+            const TextureCell& cell = choice.At(slots.age[i]);
+            if (beforeSlot < 0)
+                glColor4f(first.red, first.green, first.blue, first.alpha);
+            else
+                SetColour(slots, static_cast<std::size_t>(beforeSlot));
+            Corner(cell[0], before - width);
+            Corner(cell[1], before + width);
+            SetColour(slots, i);
+            Corner(cell[2], p + width);
+            Corner(cell[3], p - width);
+        }
+        draws = true;
+        before = p;
+        beforeSlot = static_cast<std::ptrdiff_t>(i);
+    }
+    glEnd();
+}
+
+} // namespace
+
+void DrawParticles(EmitterInstance& instance) {
+    const QEV_PTEmittor& emitter = *instance.emitter;
+    // A primitive that OpenGL does not know would leave the vertices outside of any.
+    if (emitter.form == 0 || emitter.shape < 0 || emitter.shape > LastPrimitive) return;
+    glEnable(GL_BLEND);
+    glBlendFunc(static_cast<GLenum>(emitter.sfactor), static_cast<GLenum>(emitter.dfactor));
+    switch (emitter.form) {
+    case 1:
+        DrawSprites(emitter, instance);
+        break;
+    case 2:
+        DrawRays(emitter, instance);
+        break;
+    case 3:
+        DrawStreaks(emitter, instance);
+        break;
+    case 4:
+        DrawPairs(emitter, instance);
+        break;
+    default:
+        DrawRibbon(emitter, instance);
+        break;
+    }
+    glDisable(GL_BLEND);
+}

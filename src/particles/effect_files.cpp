@@ -1,0 +1,125 @@
+// Effect and emitter files; see effect_files.h.
+#include "particles/effect_files.h"
+
+#include "config/config_reader.h"
+#include "core/log.h"
+#include "particles/engine.h"
+
+namespace {
+
+constexpr int LastForm = 5;
+
+ParticleFrame ReadFrame(ConfigFile* file) {
+    ParticleFrame frame;
+    frame.randx = INI_ReadFloat("randx", file);
+    frame.randy = INI_ReadFloat("randy", file);
+    frame.randz = INI_ReadFloat("randz", file);
+    frame.red = INI_ReadFloat("red", file);
+    frame.green = INI_ReadFloat("green", file);
+    frame.blue = INI_ReadFloat("blue", file);
+    frame.alpha = INI_ReadFloat("alpha", file);
+    frame.rota = INI_ReadFloat("rota", file);
+    frame.size = INI_ReadFloat("size", file);
+    return frame;
+}
+
+} // namespace
+
+void QEV_PTEmittor::Load(AniTextures& textures) {
+    ConfigFile file(path.c_str());
+    if (!file.IsOpen()) {
+        LogWrite("QEV_PEngine::Load(%s) - [ERROR] Couldn't open main file\n", path.c_str());
+        return;
+    }
+    if (!INI_FindBlock("TEmittor", &file)) {
+        LogWrite("QEV_PEngine::Load(%s) - [ERROR] TEmittor block not found\n", path.c_str());
+        return;
+    }
+    texture = textures.AddTexture(&file);
+    LoadFrames(&file);
+    ReadKeys(&file);
+    CheckCount();
+    SpreadFrames();
+}
+
+void QEV_PTEmittor::LoadFrames(ConfigFile* file) {
+    if (!INI_FindNextBlock("Frames", file)) {
+        LogWrite("QEV_PTEmittor::LoadFrames() - [ERROR] Frames block not found\n");
+        return;
+    }
+    while (INI_FindNextBlock("Frame", file)) {
+        frames.push_back(ReadFrame(file));
+        INI_SkipBlock("Frame", file);
+    }
+    INI_SkipBlock("Frames", file);
+}
+
+void QEV_PTEmittor::ReadKeys(ConfigFile* file) {
+    const auto flag = [file](const char* key) { return INI_ReadInt(key, file) != 0; };
+    particleNum = INI_ReadInt("particleNum", file);
+    gravity = static_cast<std::int8_t>(INI_ReadInt("gravity", file));
+    gravpower = INI_ReadFloat("gravpower", file);
+    gravborder = flag("gravborder");
+    framerandom = flag("framerandom");
+    bounce = INI_ReadFloat("bounce", file);
+    updatepos = flag("updatepos");
+    collision = static_cast<std::int8_t>(INI_ReadInt("collision", file));
+    framespeed = INI_ReadInt("framespeed", file);
+    const int style = INI_ReadInt("form", file);
+    form = static_cast<std::uint8_t>(style >= 1 && style <= LastForm ? style : 0);
+    shape = static_cast<std::int8_t>(INI_ReadInt("shape", file));
+    emitnum = INI_ReadInt("emitnum", file);
+    emittime = INI_ReadInt("emittime", file);
+    dietype = static_cast<std::uint8_t>(INI_ReadInt("dietype", file));
+    die = static_cast<std::uint8_t>(INI_ReadInt("die", file));
+    acceleration = INI_ReadInt("acceleration", file);
+    friction = INI_ReadFloat("friction", file);
+    sfactor = INI_ReadInt("sfactor", file);
+    dfactor = INI_ReadInt("dfactor", file);
+    power = INI_ReadFloat("power", file);
+    sectordependant = flag("sectordependant");
+    life = INI_ReadInt("life", file);
+    liferand = INI_ReadFloat("liferand", file);
+    totallife = INI_ReadInt("totallife", file);
+    dirx = INI_ReadFloat("dirx", file);
+    diry = INI_ReadFloat("diry", file);
+    dirz = INI_ReadFloat("dirz", file);
+    startx = INI_ReadFloat("startx", file);
+    starty = INI_ReadFloat("starty", file);
+    startz = INI_ReadFloat("startz", file);
+}
+
+void QEV_PTEmittor::CheckCount() {
+    if (particleNum >= 0 && particleNum <= MaxParticles) return;
+    LogWrite("QEV_PEngine::Load(%s) - [ERROR] particleNum = %d cannot be held\n", path.c_str(), particleNum);
+    particleNum = 0;
+}
+
+void QEV_PTEmittor::SpreadFrames() {
+    static constexpr std::array<float ParticleFrame::*, FrameChannels> Fields = {
+        &ParticleFrame::red,   &ParticleFrame::green, &ParticleFrame::blue,
+        &ParticleFrame::alpha, &ParticleFrame::rota,  &ParticleFrame::size};
+    for (std::size_t channel = 0; channel < FrameChannels; ++channel) {
+        channels[channel].clear();
+        for (const ParticleFrame& frame : frames)
+            channels[channel].push_back(frame.*Fields[channel]);
+        if (!frames.empty()) channels[channel].push_back(channels[channel].front());
+    }
+}
+
+void QEV_PTEffect::Start(const char* path, QEV_PEngine& engine) {
+    name = path;
+    ConfigFile file(path);
+    if (!file.IsOpen()) {
+        LogWrite("QEV_PTEffect::Start(%s) - [ERROR] Couldn't open main file\n", path);
+        return;
+    }
+    if (!INI_FindBlock("TEmittors", &file)) {
+        LogWrite("QEV_PEngine::Load(%s) - [ERROR] Emittor block not found\n", path);
+        return;
+    }
+    while (INI_FindNextBlock("TEmittor", &file)) {
+        emitters.push_back(engine.FindOrAddEmitter(INI_ReadString("emittor", &file)));
+        INI_SkipBlock("TEmittor", &file);
+    }
+}

@@ -1,0 +1,92 @@
+// The templates of the particle effects as their files describe them: an effect names its emitters, an
+// emitter says how its particles look, start, move and die. Rests on the block reader.
+#pragma once
+
+#include "config/config_file.h"
+#include "particles/particle_textures.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class QEV_PEngine;
+
+// How an emitter's particles look and what kicks them at one moment of their life.
+struct ParticleFrame {
+    float randx = 0, randy = 0, randz = 0; // velocity kick, units a millisecond
+    float red = 0, green = 0, blue = 0, alpha = 0;
+    float rota = 0; // turn of the sprite, degrees
+    float size = 0; // half width of the sprite and clearance over the floor
+};
+
+// What a key frame gives a particle, in the order in which the slots keep it.
+enum FrameChannel { Red, Green, Blue, Alpha, Rota, Size, FrameChannels };
+
+struct QEV_PTEmittor {
+    // Slots of one emitter at most; a file that asks for more is refused.
+    static constexpr int MaxParticles = 1 << 20;
+
+    // Bits of `dietype`: what ends a particle.
+    static constexpr unsigned DiesOfAge = 1, DiesAtWall = 2, DiesAtObject = 4, DiesAtFloor = 8;
+    // Bits of `die`: what ends the emitter.
+    static constexpr unsigned StopsAfterTotalLife = 1, EndsWhenEmpty = 2;
+    // Values of `gravity` and of `collision`; others mean free flight.
+    static constexpr int Falls = 1, Sinks = 2;
+    static constexpr int Walls = 1, Objects = 2, WallsAndObjects = 3;
+
+    // Reads the emitter file named by `path` and its texture; whatever is missing is logged.
+    void Load(AniTextures& textures);
+    // Makes `channels` from `frames`.
+    void SpreadFrames();
+    // Whether there are key frames to evaluate; without, their values count as zero.
+    bool HasFrames() const { return framespeed > 0 && !frames.empty(); }
+    // The first key frame, or zeros.
+    ParticleFrame FirstFrame() const { return HasFrames() ? frames.front() : ParticleFrame(); }
+
+    std::string path;
+    TextureEntry* texture = nullptr; // none: never updated nor drawn
+    std::int32_t particleNum = 0;    // slots of each instance
+    std::int8_t gravity = 0;
+    float gravpower = 0;      // falling: units/ms^2; sinking: units/ms
+    bool gravborder = true;   // at the floor: rest at the height of the size, otherwise drop to 0
+    bool framerandom = false; // kick with each new key frame
+    float bounce = 0;         // factor on the velocity at floor, wall and object
+    bool updatepos = false;   // follows its owner
+    std::int8_t collision = 0;
+    std::int32_t framespeed = 0; // ms
+    std::uint8_t form = 1;       // drawing style 1 to 5, 0 none
+    std::int8_t shape = 7;       // OpenGL primitive
+    std::int32_t emitnum = 0;    // particles in a burst
+    std::int32_t emittime = 0;   // ms between bursts
+    std::uint8_t dietype = 0;
+    std::uint8_t die = 0;
+    std::int32_t acceleration = 0; // 0 particles do not move, 1 without friction, others with it
+    float friction = 0;            // loss of velocity a millisecond
+    std::int32_t sfactor = 0;      // OpenGL blend factors
+    std::int32_t dfactor = 0;
+    float power = 0;                          // launch speed, units/ms
+    bool sectordependant = false;             // drawn only in the pass of the layer under its start
+    std::int32_t life = 0;                    // ms
+    float liferand = 0;                       // spread of the age at the start
+    std::int32_t totallife = 0;               // ms
+    float dirx = 0, diry = 0, dirz = 0;       // spread of the launch velocity
+    float startx = 0, starty = 0, startz = 0; // spread of the start position
+    std::vector<ParticleFrame> frames;
+    // The frames by channel, the first repeated behind the last.
+    std::array<std::vector<float>, FrameChannels> channels;
+
+private:
+    void LoadFrames(ConfigFile* file);
+    void ReadKeys(ConfigFile* file);
+    void CheckCount();
+};
+
+struct QEV_PTEffect {
+    // Reads the effect file; its emitters come from the engine, which loads each file once. An effect whose
+    // file cannot be read stays empty (logged).
+    void Start(const char* path, QEV_PEngine& engine);
+
+    std::string name;                           // the effect file's path
+    std::vector<const QEV_PTEmittor*> emitters; // owned by the engine
+};

@@ -1,0 +1,108 @@
+// Particle pictures; see particle_textures.h.
+#include "particles/particle_textures.h"
+
+#include "config/config_reader.h"
+#include "core/log.h"
+#include "graphics/textures.h"
+#include "graphics/video.h"
+
+#include <IL/il.h>
+
+namespace {
+
+template<std::size_t Columns, std::size_t Rows>
+constexpr std::array<TextureCell, Columns * Rows> MakeCells(const std::array<float, Columns + 1>& u,
+                                                            const std::array<float, Rows + 1>& v) {
+    std::array<TextureCell, Columns * Rows> cells{};
+    for (std::size_t row = 0; row < Rows; ++row) {
+        for (std::size_t column = 0; column < Columns; ++column)
+            cells[row * Columns + column] = {{{u[column], v[row]},
+                                              {u[column + 1], v[row]},
+                                              {u[column + 1], v[row + 1]},
+                                              {u[column], v[row + 1]}}};
+    }
+    return cells;
+}
+
+constexpr std::array<float, 2> Whole = {0, 1};
+constexpr std::array<float, 3> Halves = {0, 0.5F, 1};
+constexpr std::array<float, 4> Thirds = {0, 0.33F, 0.66F, 1};
+constexpr std::array<float, 4> FineThirds = {0, 0.333F, 0.666F, 1};
+constexpr std::array<float, 5> Quarters = {0, 0.25F, 0.5F, 0.75F, 1};
+
+constexpr auto Sheet1 = MakeCells<1, 1>(Whole, Whole);
+constexpr auto Sheet2 = MakeCells<2, 1>(Halves, Whole);
+constexpr auto Sheet4 = MakeCells<2, 2>(Halves, Halves);
+constexpr auto Sheet6 = MakeCells<3, 2>(Thirds, Halves);
+constexpr auto Sheet9 = MakeCells<3, 3>(Thirds, Thirds);
+constexpr auto Sheet12 = MakeCells<4, 3>(Quarters, FineThirds);
+constexpr auto Sheet16 = MakeCells<4, 4>(Quarters, Quarters);
+
+void LoadPicture(TextureEntry& entry) {
+    entry.textureId = 0;
+    entry.generation = video.ContextGeneration();
+    // Without a window effects are simulated and not seen.
+    if (!video.ContextHolds(entry.generation) || entry.filename.empty()) return;
+    entry.textureId =
+        static_cast<GLuint>(QEV_Textures::LoadGLTextures(IL_TYPE_UNKNOWN, entry.filename.c_str()));
+}
+
+void FreePicture(TextureEntry& entry) {
+    if (entry.textureId != 0 && video.ContextHolds(entry.generation)) glDeleteTextures(1, &entry.textureId);
+    entry.textureId = 0;
+}
+
+} // namespace
+
+std::span<const TextureCell> CellsOfSheet(int framenum) {
+    switch (framenum) {
+    case 2:
+        return Sheet2;
+    case 4:
+        return Sheet4;
+    case 6:
+        return Sheet6;
+    case 9:
+        return Sheet9;
+    case 12:
+        return Sheet12;
+    case 16:
+        return Sheet16;
+    default:
+        return Sheet1;
+    }
+}
+
+TextureEntry* AniTextures::AddTexture(ConfigFile* file) {
+    if (!INI_FindNextBlock("texture", file)) {
+        LogWrite("AniTextures::AddTexture() - [ERROR] Texture block not found\n");
+        return nullptr;
+    }
+    const std::string filename = INI_ReadString("filename", file);
+    for (const auto& entry : entries) {
+        if (entry->filename != filename) continue;
+        INI_SkipBlock("texture", file);
+        return entry.get();
+    }
+    TextureEntry& entry = *entries.emplace_back(std::make_unique<TextureEntry>());
+    entry.filename = filename;
+    LoadPicture(entry);
+    if (!ConfigFile(filename.c_str()).IsOpen()) entry.filename = "default/blank.png";
+    entry.cells = CellsOfSheet(INI_ReadInt("framenum", file));
+    entry.framenum = static_cast<int>(entry.cells.size());
+    INI_SkipBlock("texture", file);
+    return &entry;
+}
+
+void AniTextures::ReloadTextures() {
+    for (const auto& entry : entries) {
+        FreePicture(*entry);
+        LoadPicture(*entry);
+    }
+}
+
+void AniTextures::Release() {
+    for (const auto& entry : entries)
+        FreePicture(*entry);
+    entries.clear();
+}

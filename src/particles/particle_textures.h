@@ -1,0 +1,54 @@
+// The pictures of the particles, each a sheet of one or more cells, shared by all emitters that name the same
+// file. Rests on the texture loader.
+#pragma once
+
+#include "config/config_file.h"
+
+#include <GL/gl.h>
+
+#include <array>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+// The corners of a cell in its sheet: left top, right top, right bottom, left bottom; v grows downwards from
+// 0.
+struct TexturePoint {
+    float u;
+    float v;
+};
+using TextureCell = std::array<TexturePoint, 4>;
+
+// The cells of a sheet, row by row from the left top. A number without a layout (1, 2, 4, 6, 9, 12, 16) is
+// one cell.
+std::span<const TextureCell> CellsOfSheet(int framenum);
+
+struct TextureEntry {
+    GLuint textureId = 0;
+    unsigned generation = 0; // the GL context in which the texture was made
+    std::string filename;    // "default/blank.png" when the file could not be opened
+    int framenum = 1;
+    std::span<const TextureCell> cells;
+};
+
+class AniTextures {
+public:
+    AniTextures() = default;
+    AniTextures(const AniTextures&) = delete;
+    AniTextures& operator=(const AniTextures&) = delete;
+    ~AniTextures() { Release(); }
+
+    // Reads a `texture` block from the file's position on and moves behind it: the entry of that picture,
+    // loaded when it is new. Null, logged, when there is no such block. The entry stays valid until Release.
+    TextureEntry* AddTexture(ConfigFile* file);
+    // Loads all pictures again, after a mode change.
+    void ReloadTextures();
+    void Release();
+
+    std::size_t Count() const { return entries.size(); }
+    TextureEntry& operator[](std::size_t index) const { return *entries[index]; }
+
+private:
+    std::vector<std::unique_ptr<TextureEntry>> entries;
+};
