@@ -8,7 +8,7 @@
 The places are those at which the game and the menu start the effects, the camera is theirs too: --moment says how many
 seconds of a game have passed (0 is close before the gate, 5 and later the view at rest). Free flight, gravity, kicks
 and the drawing forms 1, 2 and 3 are simulated, which is all that the shipped effects use; nothing hides anything, and
-the highest sum of light is printed. --background lays the effects over a picture.
+the brightest sum of light (its luminance, 1 for white) is printed. --background lays the effects over a picture.
 """
 import argparse
 import math
@@ -293,8 +293,10 @@ def main():
             for target in (light, picture):
                 draw(target, instance, camera, 3 if options.scene == "menu" else 1)
         alive = sum(int(instance.alive.sum()) for instance in instances)
-        top = np.unravel_index(light.max(-1).argmax(), light.shape[:2])
-        print("%5.2f s: %4d alive, brightest sum %.2f at x %d y %d" % (now / 1000, alive, light.max(), top[1], top[0]))
+        luminance = light @ (0.2126, 0.7152, 0.0722)
+        top = np.unravel_index(luminance.argmax(), luminance.shape)
+        print("%5.2f s: %4d alive, brightest light %.2f at x %d y %d, %d of %d lit pixels over half of white" % (
+            now / 1000, alive, luminance.max(), top[1], top[0], (luminance > 0.5).sum(), (luminance > 0.02).sum()))
         image = Image.fromarray(np.rint(np.clip(picture, 0, 1) * 255).astype("u1"))
         if options.crop:
             image = image.crop([int(n) for n in options.crop.split(",")])
