@@ -1,6 +1,8 @@
 // The bitmap font; see font.h.
 #include "graphics/font.h"
 
+#include "graphics/video.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -11,37 +13,51 @@ namespace {
 
 constexpr int Cells = 256;
 constexpr int CellsInRow = 16;
-constexpr double CellSide = 1.0 / CellsInRow; // in the picture
-constexpr int GlyphSide = 16;                 // on the screen
+constexpr float CellSize = 1.0F / CellsInRow; // in the picture
+constexpr int GlyphSize = 16;                 // on the screen
 constexpr int Advance = 10;
-constexpr int BoxAdvance = 11;
+
+constexpr int FirstGlyphByte = 32;
+constexpr int LastGlyphByte = 159;
+constexpr int CellsInSet = 128;
+
+constexpr double VirtualWidth = 640;
+constexpr double VirtualHeight = 480;
+constexpr double TopPen = 470; // pen height of a text at y = 0
+
+constexpr int BoxWidth = 11; // for each character
 constexpr int BoxHeight = 18;
-constexpr unsigned char FirstGlyph = 32;
-constexpr unsigned char LastGlyph = 159;
-constexpr int SetSize = 128;
-constexpr int ScreenWidth = 640;
-constexpr int ScreenHeight = 480;
-constexpr int FirstLine = 470; // y of the pen's line 0, from the bottom
 
 using Text = std::array<char, Font::MaxText + 1>;
 
-// Formats into the buffer and drops the bytes that have no glyph; the length that is left.
-int FormatGlyphs(Text& text, const char* format, va_list arguments) {
-    if (std::vsnprintf(text.data(), text.size(), format, arguments) < 0) return 0;
-    char* const begin = text.data();
-    char* const end = std::find(begin, begin + text.size(), '\0');
-    return static_cast<int>(std::remove_if(begin, end,
-                                           [](char c) {
-                                               const auto byte = static_cast<unsigned char>(c);
-                                               return byte < FirstGlyph || byte > LastGlyph;
-                                           }) -
-                            begin);
+// Length of the formatted text, cut to what the array holds.
+[[gnu::format(printf, 2, 0)]] int FormatText(Text& text, const char* format, va_list arguments) {
+    const int length = std::vsnprintf(text.data(), text.size(), format, arguments);
+    return std::clamp(length, 0, Font::MaxText);
 }
 
-// A flat screen of the given size under the drawing for as long as it lives.
+void CompileGlyph(GLuint list, int cell) {
+    const float u = static_cast<float>(cell % CellsInRow) * CellSize;
+    const float v = 1.0F - static_cast<float>(cell / CellsInRow) * CellSize;
+    glNewList(list, GL_COMPILE);
+    glBegin(GL_QUADS);
+    glTexCoord2f(u, v - CellSize);
+    glVertex2i(0, 0);
+    glTexCoord2f(u + CellSize, v - CellSize);
+    glVertex2i(GlyphSize, 0);
+    glTexCoord2f(u + CellSize, v);
+    glVertex2i(GlyphSize, GlyphSize);
+    glTexCoord2f(u, v);
+    glVertex2i(0, GlyphSize);
+    glEnd();
+    glTranslated(Advance, 0, 0);
+    glEndList();
+}
+
+// A flat screen of the given size with the pen at (x, y) from the lower left, while the object lives.
 class FlatScreen {
 public:
-    FlatScreen(double width, double height) {
+    FlatScreen(double width, double height, double x, double y) {
         glMatrixMode(GL_PROJECTION);
         glPushMatrix();
         glLoadIdentity();
@@ -49,16 +65,31 @@ public:
         glMatrixMode(GL_MODELVIEW);
         glPushMatrix();
         glLoadIdentity();
+        glTranslated(x, y, 0);
     }
+    FlatScreen(const FlatScreen&) = delete;
+    FlatScreen& operator=(const FlatScreen&) = delete;
     ~FlatScreen() {
         glMatrixMode(GL_PROJECTION);
         glPopMatrix();
         glMatrixMode(GL_MODELVIEW);
         glPopMatrix();
     }
-    FlatScreen(const FlatScreen&) = delete;
-    FlatScreen& operator=(const FlatScreen&) = delete;
 };
+
+// The box shows its own colour alone, whatever texture is bound.
+void DrawBox(int width) {
+    const bool textured = glIsEnabled(GL_TEXTURE_2D) == GL_TRUE;
+    glDisable(GL_TEXTURE_2D);
+    glColor4f(0, 0, 0, 0.5F);
+    glBegin(GL_QUADS);
+    glVertex2i(0, 0);
+    glVertex2i(width, 0);
+    glVertex2i(width, BoxHeight);
+    glVertex2i(0, BoxHeight);
+    glEnd();
+    if (textured) glEnable(GL_TEXTURE_2D);
+}
 
 } // namespace
 
@@ -73,21 +104,7 @@ void Font::BuildLists() {
     if (!lists.Usable()) return;
     glBindTexture(GL_TEXTURE_2D, textures.Get(0));
     for (int cell = 0; cell < Cells; ++cell) {
-        const double u = cell % CellsInRow * CellSide;
-        const double v = 1.0 - cell / CellsInRow * CellSide;
-        glNewList(lists.Base() + static_cast<GLuint>(cell), GL_COMPILE);
-        glBegin(GL_QUADS);
-        glTexCoord2d(u, v - CellSide);
-        glVertex2i(0, 0);
-        glTexCoord2d(u + CellSide, v - CellSide);
-        glVertex2i(GlyphSide, 0);
-        glTexCoord2d(u + CellSide, v);
-        glVertex2i(GlyphSide, GlyphSide);
-        glTexCoord2d(u, v);
-        glVertex2i(0, GlyphSide);
-        glEnd();
-        glTranslated(Advance, 0, 0);
-        glEndList();
+        CompileGlyph(lists.Base() + static_cast<GLuint>(cell), cell);
     }
 }
 
@@ -99,28 +116,6 @@ void Font::Destroy() {
 void Font::Reload() {
     textures.Reload();
     BuildLists();
-}
-
-void Font::CallGlyphs(const char* text, int length, int set) const {
-    if (!lists.Usable()) return;
-    glBindTexture(GL_TEXTURE_2D, textures.Get(0));
-    glListBase(static_cast<GLuint>(std::clamp(set, 0, 1) * SetSize) + lists.Base() - FirstGlyph);
-    glCallLists(length, GL_UNSIGNED_BYTE, text);
-}
-
-void Font::PrintVirtual(double x, double y, int set, GLenum destination, const char* format,
-                        va_list arguments) const {
-    if (!format) return;
-    Text text;
-    const int length = FormatGlyphs(text, format, arguments);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, destination);
-    {
-        const FlatScreen screen(ScreenWidth, ScreenHeight);
-        glTranslated(x, FirstLine - y, 0);
-        CallGlyphs(text.data(), length, set);
-    }
-    glDisable(GL_BLEND);
 }
 
 void Font::Print(int x, int y, int set, const char* format, ...) const {
@@ -140,28 +135,54 @@ void Font::PrintBlend(int x, int y, int set, const char* format, ...) const {
 void Font::PrintAt(float fx, float fy, int set, const char* format, ...) const {
     va_list arguments;
     va_start(arguments, format);
-    PrintVirtual(fx * ScreenWidth, fy * ScreenHeight, set, GL_ONE_MINUS_SRC_ALPHA, format, arguments);
+    PrintVirtual(static_cast<double>(fx) * VirtualWidth, static_cast<double>(fy) * VirtualHeight, set,
+                 GL_ONE_MINUS_SRC_ALPHA, format, arguments);
     va_end(arguments);
 }
 
 void Font::PrintBoxed(int x, int y, int set, const char* format, ...) const {
-    if (!format) return;
+    if (!format || !lists.Usable()) return;
     Text text;
     va_list arguments;
     va_start(arguments, format);
-    const int length = FormatGlyphs(text, format, arguments);
+    const int length = FormatText(text, format, arguments);
     va_end(arguments);
-    const FlatScreen screen(video.Width(), video.Height());
-    glTranslated(x, video.Height() - y, 0);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(0.0F, 0.0F, 0.0F, 0.5F);
-    // The box shows its colour alone, whatever texture is bound.
-    glDisable(GL_TEXTURE_2D);
-    glRecti(0, 0, length * BoxAdvance, BoxHeight);
-    glEnable(GL_TEXTURE_2D);
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-    CallGlyphs(text.data(), length, set);
+    {
+        const FlatScreen screen(video.Width(), video.Height(), x, video.Height() - y);
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        DrawBox(length * BoxWidth);
+        glColor4f(1, 1, 1, 1);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+        glBindTexture(GL_TEXTURE_2D, textures.Get(0));
+        CallGlyphs(text.data(), length, set);
+    }
     glDisable(GL_BLEND);
+}
+
+void Font::PrintVirtual(double x, double y, int set, GLenum destination, const char* format,
+                        va_list arguments) const {
+    if (!format || !lists.Usable()) return;
+    Text text;
+    const int length = FormatText(text, format, arguments);
+    glBindTexture(GL_TEXTURE_2D, textures.Get(0));
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, destination);
+    {
+        const FlatScreen screen(VirtualWidth, VirtualHeight, x, TopPen - y);
+        CallGlyphs(text.data(), length, set);
+    }
+    glDisable(GL_BLEND);
+}
+
+// Bytes without a glyph are left out, since their numbers would call lists that are not the font's.
+void Font::CallGlyphs(const char* text, int length, int set) const {
+    Text glyphs;
+    const auto* end = std::copy_if(text, text + length, glyphs.begin(), [](char character) {
+        const int byte = static_cast<unsigned char>(character);
+        return byte >= FirstGlyphByte && byte <= LastGlyphByte;
+    });
+    const auto first = static_cast<GLuint>(std::clamp(set, 0, 1) * CellsInSet);
+    glListBase(first + lists.Base() - FirstGlyphByte);
+    glCallLists(static_cast<GLsizei>(end - glyphs.begin()), GL_UNSIGNED_BYTE, glyphs.data());
 }

@@ -38,8 +38,8 @@ public:
     GLuint ListBase() const { return lists.Base(); }
 
 private:
-    void PrintVirtual(double x, double y, int set, GLenum destination, const char* format,
-                      va_list arguments) const;
+    [[gnu::format(printf, 6, 0)]] void PrintVirtual(double x, double y, int set, GLenum destination,
+                                                    const char* format, va_list arguments) const;
     void CallGlyphs(const char* text, int length, int set) const;
 
     QEV_Textures textures;

@@ -7,67 +7,68 @@
 #include "graphics/vector_math.h"
 
 #include <array>
-#include <bit>
-#include <cstring>
 
 namespace {
 
-constexpr std::size_t HeaderSize = 4;
-constexpr std::size_t VertexFloats = 5; // x, y, z, u, v
-constexpr std::size_t TriangleFloats = 3 * VertexFloats;
-constexpr std::size_t TriangleSize = TriangleFloats * sizeof(float);
+constexpr char BlankModel[] = "default/blank.ksm";
 
-// The next triangle's fifteen floats as the file holds them.
-std::array<float, TriangleFloats> ReadTriangle(const std::byte* bytes) {
-    std::array<float, TriangleFloats> values;
-    if constexpr (std::endian::native == std::endian::little) {
-        std::memcpy(values.data(), bytes, TriangleSize);
-    } else {
-        ByteCursor cursor({bytes, TriangleSize});
-        for (float& value : values)
-            value = cursor.Float();
+constexpr std::size_t FloatsInVertex = 5;
+constexpr std::size_t FloatsInTriangle = 3 * FloatsInVertex;
+constexpr std::size_t TriangleSize = FloatsInTriangle * sizeof(float);
+
+float LittleFloat(const std::byte* bytes) {
+    std::uint32_t bits = 0;
+    for (unsigned i = 0; i < sizeof bits; ++i) {
+        bits |= std::to_integer<std::uint32_t>(bytes[i]) << (8U * i);
     }
-    return values;
+    return std::bit_cast<float>(bits);
 }
 
-void Put(float*& out, Vec3 v) {
-    *out++ = v.x;
-    *out++ = v.y;
-    *out++ = v.z;
+// Normal of a triangle as one of its corners sees it: the same direction from all three, each rounded its own
+// way.
+Vec3 CornerNormal(Vec3 corner, Vec3 next, Vec3 last) {
+    return FastNormalize(Cross(last - corner, next - corner));
+}
+
+void Store(float* out, Vec3 v) {
+    out[0] = v.x;
+    out[1] = v.y;
+    out[2] = v.z;
 }
 
 } // namespace
 
 bool KsmMesh::Parse(std::span<const std::byte> file, float scale) {
-    *this = KsmMesh();
+    *this = {};
     ByteCursor cursor(file);
-    cursor.U16(); // without a meaning
+    cursor.U16();
     const std::uint16_t count = cursor.U16();
-    const auto body = cursor.Take(count * TriangleSize);
+    const auto body = cursor.Take(count * std::uint64_t{TriangleSize});
     if (cursor.Failed() || count > MaxTriangles) return false;
 
-    // Every float is written below, so none is cleared first.
-    texcoords = std::make_unique_for_overwrite<float[]>(count * std::size_t{3 * 2});
-    vertices = std::make_unique_for_overwrite<float[]>(count * std::size_t{3 * 3});
-    normals = std::make_unique_for_overwrite<float[]>(count * std::size_t{3 * 3});
     triangles = count;
+    const std::size_t corners = std::size_t{3} * count;
+    texcoords = std::make_unique_for_overwrite<float[]>(2 * corners);
+    vertices = std::make_unique_for_overwrite<float[]>(3 * corners);
+    normals = std::make_unique_for_overwrite<float[]>(3 * corners);
     float* texcoord = texcoords.get();
     float* vertex = vertices.get();
     float* normal = normals.get();
-    for (std::size_t t = 0; t < count; ++t) {
-        const auto values = ReadTriangle(body.data() + t * TriangleSize);
-        std::array<Vec3, 3> corners;
-        for (std::size_t k = 0; k < 3; ++k) {
-            const float* in = &values[k * VertexFloats];
-            corners[k] = Vec3{in[0], in[1], in[2]} * scale;
-            Put(vertex, corners[k]);
-            *texcoord++ = in[3];
-            *texcoord++ = 1.0F - in[4];
+    const std::byte* bytes = body.data();
+    for (std::size_t triangle = 0; triangle < count; ++triangle) {
+        std::array<Vec3, 3> corner;
+        for (std::size_t i = 0; i < 3; ++i, bytes += FloatsInVertex * sizeof(float)) {
+            corner[i] = Vec3{LittleFloat(bytes), LittleFloat(bytes + 4), LittleFloat(bytes + 8)} * scale;
+            Store(vertex + 3 * i, corner[i]);
+            texcoord[2 * i] = LittleFloat(bytes + 12);
+            texcoord[2 * i + 1] = 1.0F - LittleFloat(bytes + 16);
         }
-        const auto& [a, b, c] = corners;
-        Put(normal, FastNormalize(Cross(c - a, b - a)));
-        Put(normal, FastNormalize(Cross(a - b, c - b)));
-        Put(normal, FastNormalize(Cross(b - c, a - c)));
+        for (std::size_t i = 0; i < 3; ++i) {
+            Store(normal + 3 * i, CornerNormal(corner[i], corner[(i + 1) % 3], corner[(i + 2) % 3]));
+        }
+        texcoord += 6;
+        vertex += 9;
+        normal += 9;
     }
     return true;
 }
@@ -78,6 +79,7 @@ bool KsmModel::LoadFile(const char* path, float newScale) {
     if (!file.IsOpen() || !mesh.Parse(file.Bytes(), newScale)) return false;
     name = path;
     scale = newScale;
+    triangles = mesh.triangles;
     BuildList(mesh);
     return true;
 }
@@ -86,12 +88,13 @@ bool KsmModel::Load(const char* path, float newScale) {
     if (LoadFile(path, newScale)) return true;
     LogWrite("QEV_MD2loader::AddKsm::Start[ FAILED ] Loading %s - Couldn't load ksm file\n", path);
     LogWrite("QEV_MD2loader::AddKsm::Start - Loading blank model\n");
-    return LoadBlank("default/blank.ksm", newScale);
+    return LoadBlank(BlankModel, newScale);
 }
 
 bool KsmModel::LoadBlank(const char* path, float newScale) {
     if (LoadFile(path, newScale)) return true;
     LogWrite("QEV_MD2loader::AddKsm::Start[ FATAL ERROR! ]\n");
+    *this = {};
     return false;
 }
 
@@ -102,7 +105,6 @@ bool KsmModel::Reload() {
 }
 
 void KsmModel::BuildList(const KsmMesh& mesh) {
-    triangles = mesh.triangles;
     list.Generate(1);
     if (!list.Usable()) return;
     glEnableClientState(GL_VERTEX_ARRAY);
@@ -112,7 +114,7 @@ void KsmModel::BuildList(const KsmMesh& mesh) {
     glTexCoordPointer(2, GL_FLOAT, 0, mesh.texcoords.get());
     glVertexPointer(3, GL_FLOAT, 0, mesh.vertices.get());
     glNormalPointer(GL_FLOAT, 0, mesh.normals.get());
-    glDrawArrays(GL_TRIANGLES, 0, 3 * triangles);
+    glDrawArrays(GL_TRIANGLES, 0, 3 * mesh.triangles);
     glEndList();
     glDisableClientState(GL_VERTEX_ARRAY);
     glDisableClientState(GL_TEXTURE_COORD_ARRAY);

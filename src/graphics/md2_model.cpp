@@ -6,17 +6,24 @@
 #include "graphics/file_bytes.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
-constexpr std::uint16_t TagMarker = 31241;
-constexpr std::size_t FrameNameSize = 16;
-constexpr std::size_t FrameHeadSize = 6 * sizeof(float) + FrameNameSize;
-constexpr std::size_t VertexSize = 4; // x, y, z and the index of a normal, a byte each
-constexpr std::size_t TriangleSize = 6 * sizeof(std::uint16_t);
-constexpr std::size_t TexcoordSize = 2 * sizeof(std::uint16_t);
+constexpr char BlankModel[] = "default/blank.md2";
+
+constexpr std::uint64_t TexcoordSize = 4;
+constexpr std::uint64_t TriangleSize = 12;
+constexpr std::uint64_t FrameNameSize = 16;
+constexpr std::uint64_t FrameHeadSize = 6 * sizeof(float) + FrameNameSize;
+constexpr std::uint64_t FrameVertexSize = 4;
+
+constexpr std::uint16_t TagMarker = 0x7A09;
+constexpr char TagEnding[] = "mdw";
+constexpr std::size_t TagEndingLength = 3;
 
 constexpr std::array<Md2Anim, 1> ShortTable = {{{0, 33, 9}}};
+
 constexpr std::array<Md2Anim, 20> LongTable = {{
     {0, 39, 9},    {40, 45, 5},   {46, 53, 9},   {54, 57, 9},   {58, 61, 9},   {62, 65, 9},   {66, 71, 9},
     {72, 83, 9},   {84, 94, 5},   {95, 111, 9},  {112, 122, 9}, {123, 134, 9}, {135, 153, 9}, {154, 158, 3},
@@ -25,93 +32,99 @@ constexpr std::array<Md2Anim, 20> LongTable = {{
 
 Md2Header ReadHeader(ByteCursor& cursor) {
     Md2Header header;
-    for (std::int32_t Md2Header::*field :
-         {&Md2Header::magic, &Md2Header::version, &Md2Header::skinWidth, &Md2Header::skinHeight,
-          &Md2Header::frameSize, &Md2Header::skinCount, &Md2Header::vertexCount, &Md2Header::texcoordCount,
-          &Md2Header::triangleCount, &Md2Header::commandCount, &Md2Header::frameCount, &Md2Header::skinOffset,
-          &Md2Header::texcoordOffset, &Md2Header::triangleOffset, &Md2Header::frameOffset,
-          &Md2Header::commandOffset, &Md2Header::endOffset})
-        header.*field = cursor.I32();
+    for (std::int32_t* field :
+         {&header.magic, &header.version, &header.skinWidth, &header.skinHeight, &header.frameSize,
+          &header.skinCount, &header.vertexCount, &header.texcoordCount, &header.triangleCount,
+          &header.commandCount, &header.frameCount, &header.skinOffset, &header.texcoordOffset,
+          &header.triangleOffset, &header.frameOffset, &header.commandOffset, &header.endOffset}) {
+        *field = cursor.I32();
+    }
     return header;
 }
 
-// `count` items of `size` bytes at an offset; the cursor fails when the file does not hold them.
-std::span<const std::byte> TakeTable(ByteCursor& cursor, std::int32_t offset, std::int32_t count,
-                                     std::size_t size) {
-    cursor.Seek(count < 0 ? -1 : offset);
-    return cursor.Take(static_cast<std::uint64_t>(std::max(count, 0)) * size);
+// Whether `count` items of that size lie in the file from that offset on.
+bool Holds(std::size_t fileSize, std::int32_t offset, std::int32_t count, std::uint64_t itemSize) {
+    if (offset < 0 || count < 0) return false;
+    return static_cast<std::uint64_t>(offset) + static_cast<std::uint64_t>(count) * itemSize <= fileSize;
 }
 
-Vec3 ReadPoint(ByteCursor& cursor) {
+std::uint64_t FrameSize(const Md2Header& header) {
+    return FrameHeadSize + FrameVertexSize * static_cast<std::uint64_t>(header.vertexCount);
+}
+
+bool HeaderIsSane(const Md2Header& header, std::size_t fileSize) {
+    if (header.magic != Md2Header::Magic || header.vertexCount < 0) return false;
+    if (header.skinWidth <= 0 || header.skinHeight <= 0) return false;
+    if (!Holds(fileSize, header.texcoordOffset, header.texcoordCount, TexcoordSize)) return false;
+    if (!Holds(fileSize, header.triangleOffset, header.triangleCount, TriangleSize)) return false;
+    if (!Holds(fileSize, header.frameOffset, header.frameCount, FrameSize(header))) return false;
+    // Both counts are bounded by the file's size here, so the product cannot overflow.
+    const auto corners = std::uint64_t{3} * static_cast<std::uint64_t>(header.triangleCount);
+    return corners * 3 * sizeof(float) * static_cast<std::uint64_t>(header.frameCount) <=
+           Md2Model::MaxPositionBytes;
+}
+
+// False when a triangle names a vertex or a texture coordinate that is not there.
+bool ReadTriangles(ByteCursor cursor, const Md2Header& header, std::vector<Md2Triangle>& triangles) {
+    cursor.Seek(header.triangleOffset);
+    triangles.resize(static_cast<std::size_t>(header.triangleCount));
+    for (Md2Triangle& triangle : triangles) {
+        for (std::uint16_t& vertex : triangle.vertices) {
+            vertex = cursor.U16();
+            if (vertex >= header.vertexCount) return false;
+        }
+        for (std::uint16_t& texcoord : triangle.texcoords) {
+            texcoord = cursor.U16();
+            if (texcoord >= header.texcoordCount) return false;
+        }
+    }
+    return !cursor.Failed();
+}
+
+// The skin repeats, so the 1 that is taken from t only moves it by a whole picture.
+std::vector<float> ReadTexcoords(ByteCursor cursor, const Md2Header& header,
+                                 std::span<const Md2Triangle> triangles) {
+    cursor.Seek(header.texcoordOffset);
+    std::vector<std::array<float, 2>> pairs(static_cast<std::size_t>(header.texcoordCount));
+    for (auto& pair : pairs) {
+        pair[0] = static_cast<float>(cursor.U16()) / static_cast<float>(header.skinWidth);
+        pair[1] = static_cast<float>(cursor.U16()) / static_cast<float>(header.skinHeight) - 1.0F;
+    }
+    std::vector<float> corners;
+    corners.reserve(triangles.size() * 6);
+    for (const Md2Triangle& triangle : triangles) {
+        for (const std::uint16_t index : triangle.texcoords) {
+            corners.insert(corners.end(), pairs[index].begin(), pairs[index].end());
+        }
+    }
+    return corners;
+}
+
+Vec3 ReadVec3(ByteCursor& cursor) {
     const float x = cursor.Float();
     const float y = cursor.Float();
     const float z = cursor.Float();
     return {x, y, z};
 }
 
-std::vector<Md2Triangle> ReadTriangles(std::span<const std::byte> bytes) {
-    ByteCursor cursor(bytes);
-    std::vector<Md2Triangle> triangles(bytes.size() / TriangleSize);
-    for (Md2Triangle& triangle : triangles) {
-        for (std::uint16_t& index : triangle.vertices)
-            index = cursor.U16();
-        for (std::uint16_t& index : triangle.texcoords)
-            index = cursor.U16();
-    }
-    return triangles;
+std::string ReadFrameName(ByteCursor& cursor) {
+    const auto field = cursor.Take(FrameNameSize);
+    const auto end = std::find(field.begin(), field.end(), std::byte{0});
+    return {reinterpret_cast<const char*>(field.data()), static_cast<std::size_t>(end - field.begin())};
 }
 
-bool IndicesFit(std::span<const Md2Triangle> triangles, const Md2Header& header) {
-    const auto below = [](std::int32_t count) {
-        return [count](std::uint16_t index) { return index < count; };
-    };
-    return std::ranges::all_of(triangles, [&](const Md2Triangle& triangle) {
-        return std::ranges::all_of(triangle.vertices, below(header.vertexCount)) &&
-               std::ranges::all_of(triangle.texcoords, below(header.texcoordCount));
-    });
-}
-
-// The pairs of the table, spread over the triangles' corners.
-std::vector<float> SpreadTexcoords(std::span<const std::byte> bytes, std::span<const Md2Triangle> triangles,
-                                   const Md2Header& header) {
-    ByteCursor cursor(bytes);
-    std::vector<std::array<float, 2>> pairs(bytes.size() / TexcoordSize);
-    const auto width = static_cast<float>(header.skinWidth);
-    const auto height = static_cast<float>(header.skinHeight);
-    for (auto& [s, t] : pairs) {
-        s = static_cast<float>(cursor.U16()) / width;
-        t = static_cast<float>(cursor.U16()) / height - 1.0F;
-    }
-    std::vector<float> corners;
-    corners.reserve(triangles.size() * 6);
-    for (const Md2Triangle& triangle : triangles)
-        for (const std::uint16_t index : triangle.texcoords)
-            corners.insert(corners.end(), pairs[index].begin(), pairs[index].end());
-    return corners;
-}
-
-// Decodes one frame and spreads its vertices over the triangles' corners, at `out`.
-void DecodeFrame(ByteCursor& cursor, std::span<const Md2Triangle> triangles, std::vector<Vec3>& vertices,
-                 std::string& name, float* out) {
-    const Vec3 scale = ReadPoint(cursor);
-    const Vec3 translate = ReadPoint(cursor);
-    const auto nameBytes = cursor.Take(FrameNameSize);
-    name.assign(reinterpret_cast<const char*>(nameBytes.data()), nameBytes.size());
-    name.resize(std::min(name.find('\0'), name.size()));
+// Decodes the next frame into the vertices; its name.
+std::string ReadFrame(ByteCursor& cursor, std::span<Vec3> vertices) {
+    const Vec3 scale = ReadVec3(cursor);
+    const Vec3 translate = ReadVec3(cursor);
+    std::string name = ReadFrameName(cursor);
     for (Vec3& vertex : vertices) {
-        const float x = cursor.Byte();
-        const float y = cursor.Byte();
-        const float z = cursor.Byte();
-        cursor.Byte(); // the normal's index
-        vertex = {x * scale.x + translate.x, y * scale.y + translate.y, z * scale.z + translate.z};
+        vertex.x = static_cast<float>(cursor.Byte()) * scale.x + translate.x;
+        vertex.y = static_cast<float>(cursor.Byte()) * scale.y + translate.y;
+        vertex.z = static_cast<float>(cursor.Byte()) * scale.z + translate.z;
+        cursor.Byte(); // index of a normal, which nothing here lights
     }
-    for (const Md2Triangle& triangle : triangles) {
-        for (const std::uint16_t index : triangle.vertices) {
-            *out++ = vertices[index].x;
-            *out++ = vertices[index].y;
-            *out++ = vertices[index].z;
-        }
-    }
+    return name;
 }
 
 } // namespace
@@ -122,77 +135,83 @@ std::span<const Md2Anim> Md2AnimationsFor(int frameCount) {
     return {};
 }
 
-bool Md2Model::Parse(std::span<const std::byte> file) {
-    *this = Md2Model();
-    ByteCursor cursor(file);
-    const Md2Header read = ReadHeader(cursor);
-    if (cursor.Failed() || read.magic != Md2Header::Magic) return false;
-    const auto texcoordBytes = TakeTable(cursor, read.texcoordOffset, read.texcoordCount, TexcoordSize);
-    const auto triangleBytes = TakeTable(cursor, read.triangleOffset, read.triangleCount, TriangleSize);
-    if (cursor.Failed() || read.vertexCount < 0) return false;
-    const std::size_t frameSize = FrameHeadSize + static_cast<std::size_t>(read.vertexCount) * VertexSize;
-    const auto frameBytes = TakeTable(cursor, read.frameOffset, read.frameCount, frameSize);
-    if (cursor.Failed() || read.frameCount == 0 || read.skinWidth <= 0 || read.skinHeight <= 0) return false;
-    const std::uint64_t floats = static_cast<std::uint64_t>(read.triangleCount) * 9;
-    if (floats * sizeof(float) > MaxPositionBytes / static_cast<std::uint64_t>(read.frameCount)) return false;
-    std::vector<Md2Triangle> newTriangles = ReadTriangles(triangleBytes);
-    if (!IndicesFit(newTriangles, read)) return false;
-
-    header = read;
-    triangles = std::move(newTriangles);
-    texcoords = SpreadTexcoords(texcoordBytes, triangles, header);
-    positions.resize(static_cast<std::size_t>(floats) * static_cast<std::size_t>(header.frameCount));
-    frameNames.resize(static_cast<std::size_t>(header.frameCount));
-    std::vector<Vec3> vertices(static_cast<std::size_t>(header.vertexCount));
-    ByteCursor frames(frameBytes);
-    for (std::size_t frame = 0; frame < frameNames.size(); ++frame)
-        DecodeFrame(frames, triangles, vertices, frameNames[frame], positions.data() + frame * floats);
-    animations = Md2AnimationsFor(header.frameCount);
-    return true;
-}
-
-bool Md2Model::ParseTags(std::span<const std::byte> file) {
-    tags.clear();
-    ByteCursor cursor(file);
-    if (cursor.U16() != TagMarker) return false;
-    ByteCursor points(cursor.Take(frameNames.size() * sizeof(Md2Tag)));
-    if (cursor.Failed()) return false;
-    tags.resize(frameNames.size());
-    for (Md2Tag& tag : tags) {
-        tag.p = ReadPoint(points);
-        tag.q = ReadPoint(points);
-    }
-    return true;
+bool Md2Model::Load(const char* newPath) {
+    if (LoadFile(newPath)) return true;
+    LogWrite("QEV_MD2loader::AddMD2::Start[ FAILED ] Loading %s - Couldn't load md2 file\n", newPath);
+    LogWrite("QEV_MD2loader::AddMD2::Start - Loading blank model\n");
+    if (LoadFile(BlankModel)) return true;
+    LogWrite("QEV_MD2loader::AddMD2::Start[ FATAL ERROR! ]\n");
+    return false;
 }
 
 bool Md2Model::LoadFile(const char* newPath) {
     const FileBytes file(newPath);
     if (!file.IsOpen() || !Parse(file.Bytes())) return false;
     path = newPath;
-    if (path.size() < 3) return true;
-    const FileBytes side((path.substr(0, path.size() - 3) + "mdw").c_str());
-    if (side.IsOpen()) ParseTags(side.Bytes());
+    if (path.size() >= TagEndingLength) {
+        const FileBytes tagFile((path.substr(0, path.size() - TagEndingLength) + TagEnding).c_str());
+        if (tagFile.IsOpen()) ParseTags(tagFile.Bytes());
+    }
     return true;
 }
 
-bool Md2Model::Load(const char* newPath) {
-    if (LoadFile(newPath)) return true;
-    LogWrite("QEV_MD2loader::AddMD2::Start[ FAILED ] Loading %s - Couldn't load md2 file\n", newPath);
-    LogWrite("QEV_MD2loader::AddMD2::Start - Loading blank model\n");
-    if (LoadFile("default/blank.md2")) return true;
-    LogWrite("QEV_MD2loader::AddMD2::Start[ FATAL ERROR! ]\n");
-    return false;
+bool Md2Model::Parse(std::span<const std::byte> file) {
+    *this = {};
+    ByteCursor cursor(file);
+    const Md2Header read = ReadHeader(cursor);
+    if (cursor.Failed() || !HeaderIsSane(read, file.size())) return false;
+    std::vector<Md2Triangle> readTriangles;
+    if (!ReadTriangles(ByteCursor(file), read, readTriangles)) return false;
+    header = read;
+    triangles = std::move(readTriangles);
+    texcoords = ReadTexcoords(ByteCursor(file), header, triangles);
+    animations = Md2AnimationsFor(header.frameCount);
+    ReadFrames(file);
+    return true;
 }
 
-std::span<const float> Md2Model::Frame(int index) const {
-    const std::size_t floats = CornerCount() * 3;
-    return std::span(positions).subspan(static_cast<std::size_t>(index) * floats, floats);
+void Md2Model::ReadFrames(std::span<const std::byte> file) {
+    ByteCursor cursor(file);
+    cursor.Seek(header.frameOffset);
+    positions.reserve(CornerCount() * 3 * static_cast<std::size_t>(header.frameCount));
+    frameNames.reserve(static_cast<std::size_t>(header.frameCount));
+    std::vector<Vec3> vertices(static_cast<std::size_t>(header.vertexCount));
+    for (int frame = 0; frame < header.frameCount; ++frame) {
+        frameNames.push_back(ReadFrame(cursor, vertices));
+        for (const Md2Triangle& triangle : triangles) {
+            for (const std::uint16_t index : triangle.vertices) {
+                const Vec3 vertex = vertices[index];
+                positions.insert(positions.end(), {vertex.x, vertex.y, vertex.z});
+            }
+        }
+    }
 }
 
-void Md2Model::Interpolate(int current, int next, float t, float* out) const {
-    const float* a = Frame(current).data();
-    const float* b = Frame(next).data();
-    const std::size_t floats = CornerCount() * 3;
-    for (std::size_t i = 0; i < floats; ++i)
+bool Md2Model::ParseTags(std::span<const std::byte> file) {
+    tags.clear();
+    ByteCursor cursor(file);
+    if (cursor.U16() != TagMarker) return false;
+    constexpr std::size_t TagSize = 6 * sizeof(float);
+    if (cursor.Left() < static_cast<std::size_t>(header.frameCount) * TagSize) return false;
+    tags.resize(static_cast<std::size_t>(header.frameCount));
+    for (Md2Tag& tag : tags) {
+        tag.p = ReadVec3(cursor);
+        tag.q = ReadVec3(cursor);
+    }
+    return true;
+}
+
+Md2Frame Md2Model::Frame(int index) const {
+    const std::size_t size = CornerCount() * 3;
+    const auto frame = static_cast<std::size_t>(index);
+    return {frameNames[frame], std::span(positions).subspan(frame * size, size)};
+}
+
+void Md2Model::Interpolate(int current, int next, float t, float* __restrict out) const {
+    const std::size_t size = CornerCount() * 3;
+    const float* __restrict a = positions.data() + static_cast<std::size_t>(current) * size;
+    const float* __restrict b = positions.data() + static_cast<std::size_t>(next) * size;
+    for (std::size_t i = 0; i < size; ++i) {
         out[i] = a[i] + (b[i] - a[i]) * t;
+    }
 }

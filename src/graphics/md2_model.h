@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The 17 fields that an MD2 file opens with, in file order. Offsets are in bytes from the start of the file.
@@ -37,6 +38,14 @@ struct Md2Header {
 struct Md2Triangle {
     std::array<std::uint16_t, 3> vertices;
     std::array<std::uint16_t, 3> texcoords;
+};
+
+// One decoded frame: its name as the file holds it, and three floats for each corner of each triangle.
+// Positions are already spread over the corners and frames lie behind each other, so that blending two frames
+// is one walk over plain arrays.
+struct Md2Frame {
+    std::string_view name;
+    std::span<const float> positions;
 };
 
 // One animation: frames first to last, played at fps frames a second.
@@ -81,23 +90,22 @@ public:
     std::span<const Md2Triangle> Triangles() const { return triangles; }
     // Two floats a corner: s / skin width, t / skin height - 1.
     std::span<const float> Texcoords() const { return texcoords; }
-    // Three floats a corner. Frames lie behind each other, already spread over the corners, so that blending
-    // two of them is one walk over three plain arrays. The index must be below FrameCount.
-    std::span<const float> Frame(int index) const;
-    // The frame's name as the file holds it.
-    std::string_view FrameName(int index) const { return frameNames[static_cast<std::size_t>(index)]; }
+    // The index must be below FrameCount.
+    Md2Frame Frame(int index) const;
     std::span<const Md2Anim> Animations() const { return animations; }
     // One a frame; empty when the model has no tag data.
     std::span<const Md2Tag> Tags() const { return tags; }
 
-    // Writes the corners' positions between two frames, t = 0 to 1, to out (CornerCount x 3 floats).
-    void Interpolate(int current, int next, float t, float* out) const;
+    // Writes the corners' positions between two frames, t = 0 to 1, to out (CornerCount x 3 floats). The
+    // frames must be below FrameCount.
+    void Interpolate(int current, int next, float t, float* __restrict out) const;
 
     // Index of the model's skin in its store's texture set.
     std::uint16_t skin = 0;
 
 private:
     bool LoadFile(const char* newPath);
+    void ReadFrames(std::span<const std::byte> file);
 
     Md2Header header;
     std::string path;

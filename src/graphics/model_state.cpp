@@ -4,13 +4,13 @@
 constinit QEV_Model modelState;
 
 void QEV_Model::Start() {
+    buffer = {};
     textures.Init();
-    buffer.clear();
 }
 
 void QEV_Model::Clear() {
-    textures.Free();
     buffer = {};
+    textures.Free();
 }
 
 float* QEV_Model::Buffer(std::size_t floats) {

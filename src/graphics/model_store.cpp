@@ -1,23 +1,13 @@
 // Model stores; see model_store.h.
 #include "graphics/model_store.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr char BlankModel[] = "default/blank.md2";
 constexpr char BlankSkin[] = "default/blank.png";
 
-// What an index without an entry gives: it draws nothing.
-constinit const KsmModel NoKsm;
-const Md2Model& NoMd2() {
-    static const Md2Model Empty;
-    return Empty;
-}
-
-std::uint16_t TextureIndex(int index) {
-    return static_cast<std::uint16_t>(std::max(index, 0));
-}
+// Models and instances are counted with 16 bits, and the highest index means none.
+constexpr std::size_t MaxEntries = QEV_MD2loader::None;
 
 } // namespace
 
@@ -28,14 +18,16 @@ void QEV_MD2loader::Init() {
 }
 
 bool QEV_MD2loader::AddKsm(const char* path, const char* texturePath) {
+    if (ksmModels.size() >= MaxEntries) return false;
     KsmModel& model = *ksmModels.emplace_back(std::make_unique<KsmModel>());
     const bool loaded = model.Load(path, scale);
-    model.texture = TextureIndex(textures.Add(texturePath));
+    model.texture = static_cast<std::uint16_t>(textures.Add(texturePath));
     return loaded;
 }
 
 const KsmModel& QEV_MD2loader::Ksm(std::size_t index) const {
-    return index < ksmModels.size() ? *ksmModels[index] : NoKsm;
+    static const KsmModel nothing;
+    return index < ksmModels.size() ? *ksmModels[index] : nothing;
 }
 
 GLuint QEV_MD2loader::KsmTexture(std::size_t index) const {
@@ -43,55 +35,60 @@ GLuint QEV_MD2loader::KsmTexture(std::size_t index) const {
 }
 
 std::uint16_t QEV_MD2loader::FindMD2(const char* path, const char* skin) const {
-    for (std::size_t i = 0; i < md2Models.size(); ++i)
-        if (md2Models[i]->Path() == path && textures.GetName(md2Models[i]->skin) == skin)
+    for (std::size_t i = 0; i < md2Models.size(); ++i) {
+        if (md2Models[i]->Path() == path && textures.GetName(md2Models[i]->skin) == skin) {
             return static_cast<std::uint16_t>(i);
+        }
+    }
     return None;
 }
 
 std::uint16_t QEV_MD2loader::FindOrAddMD2(const char* path, const char* skin) {
-    std::uint16_t found = FindMD2(path, skin);
-    if (found != None) return found;
+    std::uint16_t index = FindMD2(path, skin);
+    if (index != None) return index;
     if (!AddMD2(path, skin)) return None;
-    found = FindMD2(path, skin);
-    if (found != None) return found;
-    found = FindMD2(BlankModel, BlankSkin);
-    return found != None ? found : 0;
+    index = FindMD2(path, skin);
+    if (index == None) index = FindMD2(BlankModel, BlankSkin);
+    return index != None ? index : std::uint16_t{0};
 }
 
 bool QEV_MD2loader::AddMD2(const char* path, const char* skin) {
-    if (md2Models.size() >= None) return false;
+    if (md2Models.size() >= MaxEntries) return false;
     auto model = std::make_unique<Md2Model>();
     if (!model->Load(path)) return false;
-    model->skin = TextureIndex(textures.Add(skin));
+    model->skin = static_cast<std::uint16_t>(textures.Add(skin));
     md2Models.push_back(std::move(model));
     return true;
 }
 
 const Md2Model& QEV_MD2loader::Model(std::size_t index) const {
-    return index < md2Models.size() ? *md2Models[index] : NoMd2();
+    static const Md2Model nothing;
+    return index < md2Models.size() ? *md2Models[index] : nothing;
 }
 
 std::uint16_t QEV_MD2loader::AddInstance(std::size_t model) {
-    if (instances.size() >= None) return None;
+    if (instances.size() >= MaxEntries) return None;
     const Md2Model* played = model < md2Models.size() ? md2Models[model].get() : nullptr;
     instances.push_back(std::make_unique<Md2Instance>(played, static_cast<std::uint16_t>(model)));
     return static_cast<std::uint16_t>(instances.size() - 1);
 }
 
 Md2Instance& QEV_MD2loader::Instance(std::size_t index) {
-    return index < instances.size() ? *instances[index] : nobody;
+    if (index < instances.size()) return *instances[index];
+    nobody = {};
+    return nobody;
 }
 
 GLuint QEV_MD2loader::InstanceSkin(std::size_t index) const {
-    if (index >= instances.size() || !instances[index]->Model()) return 0;
-    return textures.Get(instances[index]->Model()->skin);
+    const Md2Model* model = index < instances.size() ? instances[index]->Model() : nullptr;
+    return model ? textures.Get(model->skin) : 0;
 }
 
 void QEV_MD2loader::Reload() {
     textures.Reload();
-    for (const auto& model : ksmModels)
+    for (const auto& model : ksmModels) {
         model->Reload();
+    }
 }
 
 void QEV_MD2loader::Destroy() {
