@@ -1,0 +1,281 @@
+// Map files: the order of a load, what is missing, and what damaged files do.
+#include "audio/audio.h"
+#include "core/scene.h"
+#include "particles/engine.h"
+#include "support/gl_window.h"
+#include "support/temporary_folder.h"
+#include "world/background_map.h"
+#include "world/camera.h"
+#include "world/entities.h"
+#include "world/map_loading.h"
+#include "world/object_set.h"
+#include "world/world_grid.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace {
+
+// A scene of which only the map operations are used.
+class MapScene : public mainScene {
+public:
+    void GameStart(int /*a*/, int /*b*/) override {}
+    void GameEnd() override {}
+    void Update() override {}
+    void Draw() override {}
+    bool LoadMap(const char* path) override { return LoadMapFile(*this, mapName, path, NoteStep); }
+    const std::string& MapName() const { return mapName; }
+
+    static void NoteStep(const char* text) { steps.emplace_back(text); }
+    static std::vector<std::string> steps;
+
+protected:
+    void GameFrame() override {}
+    void PauseFrame() override {}
+    void EndScene() override {}
+    void ChangeScene() override {}
+};
+std::vector<std::string> MapScene::steps;
+
+constexpr char MapBlock[] = "<map>\n"
+                            "Background = \"maps/ground.txt\"\n"
+                            "Objects = \"maps/set.txt\"\n"
+                            "Music = \"music/none.ogg\"\n"
+                            "Particles = \"particles/list.txt\"\n"
+                            "</map>\n";
+constexpr char EntityBlock[] = "<entityes>\n"
+                               "number = 2\n"
+                               "entity = \"entities/jackal.txt\"\n"
+                               "<custom>\n"
+                               "posx = -3\n"
+                               "posy = -4\n"
+                               "</custom>\n"
+                               "entity = \"entities/jackal_pup.txt\"\n"
+                               "<custom>\n"
+                               "posx = -5\n"
+                               "posy = -6\n"
+                               "</custom>\n"
+                               "</entityes>\n";
+constexpr char CameraBlock[] = "<camera>\n"
+                               "Camera_x = -4\n"
+                               "Camera_y = 22\n"
+                               "Camera_z = -14\n"
+                               "Camera_rot1 = 10\n"
+                               "Camera_rot2 = -85\n"
+                               "Object_id = 1\n"
+                               "</camera>\n";
+
+class MapLoading : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* folder : {"default", "models", "textures", "sounds", "entities"})
+            run.LinkData(folder);
+        WriteFile("maps/ground.txt", "");
+        WriteFile("maps/set.txt", "");
+        OpenGlWindow();
+        audio.Load("config.cfg");
+        camera.SetPosition(0.0F, 0.0F, 0.0F);
+        camera.SetAngles(0.0F, 0.0F);
+        MapScene::steps.clear();
+    }
+    void TearDown() override {
+        scene.StopMap();
+        audio.Destroy();
+    }
+
+    bool Load(const std::string& map) {
+        WriteFile("map.txt", map);
+        std::filesystem::remove("log.txt");
+        return scene.LoadMap("map.txt");
+    }
+    static bool Logged(const std::string& text) { return ReadLog().find(text) != std::string::npos; }
+
+    TemporaryFolder run;
+    MapScene scene;
+};
+
+TEST_F(MapLoading, FillsEverythingInItsOrder) {
+    ASSERT_TRUE(Load(std::string(MapBlock) + EntityBlock + CameraBlock));
+    const std::vector<std::string> expected = {
+        "Loading map...",      "Allocating memory..", "Map block",        "Background Block...",
+        "Starting physics...", "Loading objects...",  "Loading music...", "Loading particles...",
+        "Loading entityes...", "Loading camera..",    "Finished..."};
+    EXPECT_EQ(MapScene::steps, expected);
+    EXPECT_EQ(scene.MapName(), "map.txt");
+    EXPECT_EQ(backmap->sectors.size(), 1U);
+    EXPECT_EQ(globalp->sectorLists.size(), 1U);
+    EXPECT_EQ(globalp->SectorUnder(-3.0F, -4.0F), NoSector);
+    EXPECT_EQ(entityes->entities.size(), 2U);
+    EXPECT_EQ(globalp->ObjectsOf(0).size(), 2U);
+    EXPECT_EQ(camera.x, -4.0F);
+    EXPECT_EQ(camera.rot2, -85.0F);
+    EXPECT_EQ(camera.objectId, 1);
+    camera.FollowObject();
+    EXPECT_EQ(camera.x, -10.0F);
+    EXPECT_EQ(camera.z, -14.0F);
+    EXPECT_EQ(camera.rot1, 0.0F);
+    camera.objectId = 99;
+    camera.x = 5.0F;
+    camera.FollowObject();
+    EXPECT_EQ(camera.x, 5.0F);
+    EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt) - [NOTICE] - no music\n"));
+    EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt) - [NOTICE] - no particles\n"));
+}
+
+TEST_F(MapLoading, ASecondLoadReleasesTheFirstMap) {
+    const std::string map = std::string(MapBlock) + "<entityes>\nnumber = 0\n</entityes>\n" + CameraBlock;
+    ASSERT_TRUE(Load(map));
+    const std::string created = "mainScene::StartMap()-Requesting memory for new backmap\n"
+                                "mainScene::StartMap()-Requesting memory for new globalp\n"
+                                "mainScene::StartMap()-Requesting memory for new objects\n"
+                                "mainScene::StartMap()-Requesting memory for new entityes\n"
+                                "mainScene::StartMap()-Requesting memory for particle engine\n";
+    EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt)\n" + created)) << "there was nothing to release";
+    ASSERT_TRUE(Load(map));
+    EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt)\n"
+                       "mainScene::StopMap()-Removing old objects\n"
+                       "mainScene::StopMap()-Removing old globalp\n"
+                       "mainScene::StopMap()-Removing old backmap\n"
+                       "mainScene::StopMap()-Removing old entityes\n"
+                       "mainScene::StopMap()-Removing old pengine\n" +
+                       created));
+    EXPECT_TRUE(scene.StopMap());
+    EXPECT_FALSE(backmap || globalp || objects || entityes || pengine);
+}
+
+TEST_F(MapLoading, AMissingMapKeepsTheOldOne) {
+    ASSERT_TRUE(Load(std::string(MapBlock) + EntityBlock));
+    EXPECT_FALSE(scene.LoadMap("none.txt"));
+    EXPECT_TRUE(Logged("mainScene::LoadMap(none.txt) - Can't load file\n"));
+    ASSERT_TRUE(entityes);
+    EXPECT_EQ(entityes->entities.size(), 2U);
+    EXPECT_EQ(scene.MapName(), "map.txt");
+}
+
+TEST_F(MapLoading, ALongNameIsCut) {
+    const std::string path = std::string(30, 'd') + "/" + std::string(70, 'm');
+    WriteFile(path, std::string(MapBlock) + EntityBlock);
+    EXPECT_TRUE(scene.LoadMap(path.c_str()));
+    EXPECT_EQ(scene.MapName(), path.substr(0, 79));
+}
+
+TEST_F(MapLoading, WithoutMusicParticlesAndCameraItGoesOn) {
+    camera.SetPosition(1.0F, 2.0F, 3.0F);
+    EXPECT_TRUE(Load("<map>\nBackground = \"maps/ground.txt\"\nObjects = \"maps/set.txt\"\n</map>\n"
+                     "<entityes>\nnumber = 0\n</entityes>\n"));
+    EXPECT_TRUE(Logged("[NOTICE] - no particles\n"));
+    EXPECT_TRUE(Logged("mainScene::camera.Load() [WARNING] - Camera block not found\n"));
+    EXPECT_EQ(camera.y, 2.0F);
+}
+
+TEST_F(MapLoading, WithoutAMapOrEntityBlockItFails) {
+    EXPECT_FALSE(Load(EntityBlock));
+    EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt) - Map block not found\n"));
+    EXPECT_FALSE(Load(MapBlock));
+    EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt) - Entityes block not found\n"));
+    EXPECT_TRUE(Logged("[NOTICE] - no particles\n")) << "music and particles come before";
+}
+
+struct FatalCase {
+    const char* missing;
+    const char* logged;
+};
+
+TEST_F(MapLoading, AMissingGroundOrObjectSetShutsTheMediaLayerDown) {
+    const FatalCase cases[] = {
+        {"maps/ground.txt", "mainScene::Backmap::Load[ FATAL ERROR !] - file not found\n"
+                            "Main::SDL_Quit - \tAbort\n"
+                            "mainScene::LoadMap(map.txt) - Backmap loading failed\n"},
+        {"maps/set.txt", "mainScene::Objects::Load[ FATAL ERROR !] - maps/set.txt - file not found\n"
+                         "Main::SDL_Quit - \tAbort\n"
+                         "mainScene::LoadMap(map.txt) - Objects loading failed\n"},
+    };
+    for (const FatalCase& tested : cases) {
+        WriteFile("maps/ground.txt", "");
+        WriteFile("maps/set.txt", "");
+        std::filesystem::remove(tested.missing);
+        EXPECT_FALSE(Load(std::string(MapBlock) + EntityBlock));
+        EXPECT_TRUE(Logged(tested.logged)) << tested.missing;
+        EXPECT_EQ(SDL_WasInit(SDL_INIT_VIDEO), 0U);
+        // The scene ends: whatever was created is released without a context.
+        scene.StopMap();
+        audio.Destroy();
+        OpenGlWindow();
+        audio.Load("config.cfg");
+    }
+}
+
+// Every way in which a hand can spoil a map or an entity file: the load answers, with a line for what it
+// misses, and what it has loaded can be used.
+class DamagedMaps : public MapLoading {
+protected:
+    void LoadAndUse(const std::string& map, const std::string& entity) {
+        WriteFile("spoilt.txt", entity);
+        if (!Load(map)) return;
+        for (WorldObject& object : globalp->objects)
+            object.blend %= 4;
+        objects->DrawLayer(*globalp, 0);
+        backmap->DrawLayer(0);
+        camera.FollowObject();
+        pengine->Update();
+    }
+
+    static std::vector<std::string> Lines(const std::string& text) {
+        std::vector<std::string> lines;
+        for (std::size_t at = 0; at < text.size();) {
+            const std::size_t end = text.find('\n', at) + 1;
+            lines.push_back(text.substr(at, end - at));
+            at = end;
+        }
+        return lines;
+    }
+    // The text without its lines from `at` on, or with another value in that line.
+    static std::string Cut(const std::vector<std::string>& lines, std::size_t at) {
+        std::string text;
+        for (std::size_t i = 0; i < at; ++i)
+            text += lines[i];
+        return text;
+    }
+    static std::string WithValue(std::vector<std::string> lines, std::size_t at, const char* value) {
+        const std::size_t equals = lines[at].find("= ");
+        if (equals != std::string::npos) lines[at] = lines[at].substr(0, equals + 2) + value + "\n";
+        return Cut(lines, lines.size());
+    }
+    static std::string Spoilt(const std::string& map) {
+        std::string text = map;
+        const std::string name = "entities/jackal.txt";
+        return text.replace(text.find(name), name.size(), "spoilt.txt");
+    }
+};
+
+constexpr std::array<const char*, 6> Values = {"0", "-1", "2147483648000", "-1e39", "word", "\"\""};
+
+TEST_F(DamagedMaps, CutAtEveryLineAndWithEveryValueReplaced) {
+    const std::string map = std::string(MapBlock) + EntityBlock + CameraBlock;
+    const std::string entity = ReadFile("entities/jackal.txt");
+    const std::vector<std::string> mapLines = Lines(map);
+    int loaded = 0;
+    for (std::size_t at = 0; at < mapLines.size(); ++at) {
+        SCOPED_TRACE(at);
+        LoadAndUse(Cut(mapLines, at), entity);
+        loaded += MapScene::steps.back() == "Finished...";
+        for (const char* value : Values) {
+            // A missing ground or object set ends the media layer, which has a test of its own.
+            if (mapLines[at].starts_with("Background") || mapLines[at].starts_with("Objects")) continue;
+            LoadAndUse(WithValue(mapLines, at, value), entity);
+        }
+    }
+    EXPECT_GT(loaded, 5) << "cut in the entities or behind them it still loads";
+    const std::vector<std::string> entityLines = Lines(entity);
+    for (std::size_t at = 0; at < entityLines.size(); ++at) {
+        LoadAndUse(Spoilt(map), Cut(entityLines, at));
+        for (const char* value : Values)
+            LoadAndUse(Spoilt(map), WithValue(entityLines, at, value));
+    }
+}
+
+} // namespace
