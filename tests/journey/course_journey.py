@@ -49,11 +49,11 @@ class Course(Journey):
 
     def test_the_whole_course(self):
         game = self.start()
-        self.to_game(game)
-        self.pause(game)
+        game.to_game()
+        game.pause()
         game.key("Escape")
         game.await_log("[PUZZLE] State mode Change - [GAME]")
-        self.pause(game)
+        game.pause()
         choose(game, "Menu")
         game.await_log("Game mode Change - [MENU]", 2)
         game.await_log("camera.Load()", 3)
@@ -66,8 +66,8 @@ class Course(Journey):
 
     def test_quit_from_the_game(self):
         game = self.start()
-        self.to_game(game)
-        self.pause(game)
+        game.to_game()
+        game.pause()
         choose(game, "Quit")
         game.await_end()
         self.assertIn("mainMenu::GameEnd\n", game.log())

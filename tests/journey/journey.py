@@ -12,6 +12,8 @@ import tempfile
 import time
 import unittest
 
+from labels import hovered_label
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests"))
 PATIENCE = 180  # seconds until something that never comes is given up; no measure of speed
@@ -170,6 +172,52 @@ class Game:
             subprocess.run(["convert", "-size", f"{width}x{height}", "-depth", "8", "rgb:-", str(save_as)], input=data, check=True)
         return picture
 
+    # Roads that many journeys take
+
+    def to_menu(self):
+        """Past the intro by a key, until the boxes have locked (the pointer is set free and the picture holds still)."""
+        self.await_log("mainScene::ExecConfig(config.cfg)")
+        self.await_true(lambda: "Game mode Change - [MENU]" in self.log(), "the menu", act=lambda: self.key("Return"), pause=0.3)
+        self.await_log("mainScene::camera.Load()")
+
+    def await_locked(self):
+        """Until the menu's boxes have locked: from then on it takes the mouse, and its logos show."""
+        self.move(0.5, 0.95)
+        dark = self.look().mean(*self.logo_place())
+        self.await_true(lambda: sum(self.look().mean(*self.logo_place())) > sum(dark) + 30, "the boxes to lock", pause=0.3)
+
+    def logo_place(self):
+        """Where the studio's round logo appears, in pixels."""
+        _, _, width, height = self.geometry()
+        return width * 0.05, height * 0.82, width * 0.09, height * 0.1
+
+    def menu_item(self, name):
+        """Clicks one of the four boxes, found by the label that stands beside the pointer."""
+        tried = 0
+        places = [(x / 100, y / 100) for y in range(44, 80, 5) for x in range(36, 66, 4)]
+
+        def search():
+            nonlocal tried
+            self.move(*places[tried % len(places)])
+            tried += 1
+            time.sleep(0.15)
+
+        place = lambda: places[(tried - 1) % len(places)]
+        self.await_true(lambda: hovered_label(self.look(), *place()) == name, f"the box {name}", act=search, pause=0)
+        self.xdotool("click", 1)
+
+    def to_game(self, times=1):
+        self.to_menu()
+        self.menu_item("NEW GAME")
+        self.await_log("Game mode Change - [PUZZLE]", times)
+        self.await_log("starting debugger", times)
+
+    def pause(self):
+        """Presses p until the game pauses, which it does once the picture has faded in."""
+        paused = self.log().count("State mode Change - [PAUSE]")
+        self.await_true(lambda: self.log().count("State mode Change - [PAUSE]") > paused, "the pause",
+                        act=lambda: self.key("p"), pause=0.3)
+
 
 class ClientMessage(ctypes.Structure):
     """Xlib's XClientMessageEvent."""
@@ -241,39 +289,3 @@ class Journey(unittest.TestCase):
     def forget(self, game):
         game.kill()
         shutil.rmtree(game.folder, ignore_errors=True)
-
-    # Roads that many journeys take
-
-    def to_menu(self, game):
-        """Past the intro by a key, until the boxes have locked (the pointer is set free and the picture holds still)."""
-        game.await_log("mainScene::ExecConfig(config.cfg)")
-        game.await_true(lambda: "Game mode Change - [MENU]" in game.log(), "the menu", act=lambda: game.key("Return"), pause=0.3)
-        game.await_log("mainScene::camera.Load()")
-
-    def menu_item(self, game, name):
-        """Clicks one of the four boxes, found by the label that stands beside the pointer."""
-        from labels import hovered_label
-        tried = 0
-        places = [(x / 100, y / 100) for y in range(44, 80, 5) for x in range(36, 66, 4)]
-
-        def search():
-            nonlocal tried
-            game.move(*places[tried % len(places)])
-            tried += 1
-            time.sleep(0.15)
-
-        place = lambda: places[(tried - 1) % len(places)]
-        game.await_true(lambda: hovered_label(game.look(), *place()) == name, f"the box {name}", act=search, pause=0)
-        game.xdotool("click", 1)
-
-    def to_game(self, game, times=1):
-        self.to_menu(game)
-        self.menu_item(game, "NEW GAME")
-        game.await_log("Game mode Change - [PUZZLE]", times)
-        game.await_log("starting debugger", times)
-
-    def pause(self, game):
-        """Presses p until the game pauses, which it does once the picture has faded in."""
-        paused = game.log().count("State mode Change - [PAUSE]")
-        game.await_true(lambda: game.log().count("State mode Change - [PAUSE]") > paused, "the pause",
-                        act=lambda: game.key("p"), pause=0.3)

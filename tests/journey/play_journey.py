@@ -19,8 +19,8 @@ class Play(Journey):
 
     def test_to_the_end_and_into_the_table(self):
         game = self.start(preload=BUILD / "tests/libsame_rand.so")
-        self.to_game(game)
-        self.pause(game)
+        game.to_game()
+        game.pause()
         game.key("Escape")
         game.await_log("[PUZZLE] State mode Change - [GAME]")
         for column in (0, 2, 4, 6, 8):
@@ -40,8 +40,8 @@ class Play(Journey):
         game.await_end()
 
         again = self.start(folder=game.folder, preload=BUILD / "tests/libsame_rand.so")
-        self.to_game(again)
-        self.pause(again)
+        again.to_game()
+        again.pause()
         again.key("Escape")
         over = again.log().count("State mode Change - [PAUSE]")
         again.await_true(lambda: again.log().count("State mode Change - [PAUSE]") > over, "the end of the second game",

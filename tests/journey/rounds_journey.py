@@ -19,12 +19,12 @@ class Rounds(Journey):
     def test_nothing_grows(self):
         fast = [BUILD / "tests/libfast_clock.so", BUILD / "tests/libcount_resources.so"]
         game = self.start(preload=" ".join(map(str, fast)), environment={"FAST_CLOCK": "4"})
-        self.to_menu(game)
+        game.to_menu()
         held = []
         for played in range(1, ROUNDS + 1):
-            self.menu_item(game, "NEW GAME")
+            game.menu_item("NEW GAME")
             game.await_log("starting debugger", played)
-            self.pause(game)
+            game.pause()
             choose(game, "Menu")
             game.await_log("Game mode Change - [MENU]", played + 1)
             game.await_log("camera.Load()", 2 * played + 1)
