@@ -1,0 +1,197 @@
+// Makes binary files; see file_makers.h.
+#include "support/file_makers.h"
+
+#include <algorithm>
+
+namespace {
+
+void AppendBig(std::string& bytes, std::uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(value >> shift & 0xFFU);
+}
+
+std::uint32_t PlainCrc(std::string_view bytes) {
+    std::uint32_t crc = 0xFFFFFFFFU;
+    for (const char byte : bytes) {
+        crc ^= static_cast<std::uint8_t>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc & 1U ? crc >> 1U ^ 0xEDB88320U : crc >> 1U;
+    }
+    return ~crc;
+}
+
+std::uint32_t Adler(std::string_view bytes) {
+    std::uint32_t a = 1;
+    std::uint32_t b = 0;
+    for (const char byte : bytes) {
+        a = (a + static_cast<std::uint8_t>(byte)) % 65521;
+        b = (b + a) % 65521;
+    }
+    return b << 16U | a;
+}
+
+void AppendBgr(std::string& bytes, Rgba colour) {
+    bytes += static_cast<char>(colour.blue);
+    bytes += static_cast<char>(colour.green);
+    bytes += static_cast<char>(colour.red);
+}
+
+} // namespace
+
+std::string PngChunk(std::string_view type, std::string_view data) {
+    std::string body(type);
+    body += data;
+    std::string chunk;
+    AppendBig(chunk, static_cast<std::uint32_t>(data.size()));
+    chunk += body;
+    AppendBig(chunk, PlainCrc(body));
+    return chunk;
+}
+
+std::string PngHeader(std::uint32_t width, std::uint32_t height, int depth, int colourType) {
+    std::string data;
+    AppendBig(data, width);
+    AppendBig(data, height);
+    data += static_cast<char>(depth);
+    data += static_cast<char>(colourType);
+    data.append(3, '\0');
+    return PngChunk("IHDR", data);
+}
+
+std::string StoredZlib(std::string_view raw) {
+    constexpr std::size_t BlockSize = 65535;
+    std::string stream = "\x78\x01";
+    for (std::size_t at = 0; at < raw.size() || at == 0; at += BlockSize) {
+        const std::string_view block = raw.substr(at, BlockSize);
+        stream += at + BlockSize >= raw.size() ? '\1' : '\0';
+        AppendValue(stream, static_cast<std::uint16_t>(block.size()));
+        AppendValue(stream, static_cast<std::uint16_t>(~block.size()));
+        stream += block;
+    }
+    AppendBig(stream, Adler(raw));
+    return stream;
+}
+
+std::string PngFile(std::string_view chunks) {
+    std::string file = "\x89PNG\r\n\x1A\n";
+    file += chunks;
+    return file + PngChunk("IEND", "");
+}
+
+std::string MakePng(int width, int height, const Painter& colour) {
+    std::string raw;
+    for (int y = 0; y < height; ++y) {
+        raw += '\0';
+        for (int x = 0; x < width; ++x) {
+            const Rgba c = colour(x, y);
+            for (const std::uint8_t channel : {c.red, c.green, c.blue, c.alpha})
+                raw += static_cast<char>(channel);
+        }
+    }
+    return PngFile(PngHeader(static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), 8, 6) +
+                   PngChunk("IDAT", StoredZlib(raw)));
+}
+
+std::string MakeTga(int width, int height, bool topFirst, const Painter& colour) {
+    std::string file("\0\0\2\0\0\0\0\0\0\0\0\0", 12);
+    AppendValue(file, static_cast<std::uint16_t>(width));
+    AppendValue(file, static_cast<std::uint16_t>(height));
+    file += '\x18';
+    file += topFirst ? '\x20' : '\0';
+    for (int row = 0; row < height; ++row)
+        for (int x = 0; x < width; ++x)
+            AppendBgr(file, colour(x, topFirst ? row : height - 1 - row));
+    return file;
+}
+
+std::string MakeBmp(int width, int height, const Painter& colour) {
+    std::string pixels;
+    for (int y = height - 1; y >= 0; --y) {
+        for (int x = 0; x < width; ++x)
+            AppendBgr(pixels, colour(x, y));
+        while (pixels.size() % 4 != 0)
+            pixels += '\0';
+    }
+    constexpr std::uint32_t HeadSize = 54;
+    std::string file = "BM";
+    AppendValue(file, static_cast<std::uint32_t>(HeadSize + pixels.size()));
+    AppendValue(file, std::uint32_t{0});
+    AppendValue(file, HeadSize);
+    AppendValue(file, std::uint32_t{40});
+    AppendValue(file, std::int32_t{width});
+    AppendValue(file, std::int32_t{height});
+    AppendValue(file, std::uint16_t{1});
+    AppendValue(file, std::uint16_t{24});
+    AppendValue(file, std::uint32_t{0});
+    AppendValue(file, static_cast<std::uint32_t>(pixels.size()));
+    file.append(16, '\0');
+    return file + pixels;
+}
+
+std::string MakeKsm(const std::vector<KsmCorner>& corners) {
+    std::string file;
+    AppendValue(file, std::uint16_t{0});
+    AppendValue(file, static_cast<std::uint16_t>(corners.size() / 3));
+    for (const KsmCorner& corner : corners)
+        for (const float value : corner)
+            AppendValue(file, value);
+    return file;
+}
+
+Md2Maker Md2Maker::Triangle(int count) {
+    Md2Maker maker;
+    maker.texcoords = {{0, 0}, {128, 64}, {256, 256}};
+    maker.triangles = {{0, 1, 2, 0, 1, 2}};
+    for (int i = 0; i < count; ++i) {
+        Frame frame;
+        frame.name += std::to_string(i);
+        frame.vertices = {{0, 0, 0}, {static_cast<std::uint8_t>(i), 0, 0}, {0, 10, 0}};
+        maker.frames.push_back(frame);
+    }
+    return maker;
+}
+
+std::string Md2Maker::Bytes() const {
+    const std::size_t vertexCount = frames.empty() ? 0 : frames.front().vertices.size();
+    const std::size_t frameSize = 40 + 4 * vertexCount;
+    const std::size_t texcoordOffset = 68;
+    const std::size_t triangleOffset = texcoordOffset + 4 * texcoords.size();
+    const std::size_t frameOffset = triangleOffset + 12 * triangles.size();
+    const std::size_t end = frameOffset + frameSize * frames.size();
+    std::string file = "IDP2";
+    for (const std::size_t field :
+         {std::size_t{8}, static_cast<std::size_t>(skinWidth), static_cast<std::size_t>(skinHeight),
+          frameSize, std::size_t{0}, vertexCount, texcoords.size(), triangles.size(), std::size_t{0},
+          frames.size(), std::size_t{68}, texcoordOffset, triangleOffset, frameOffset, end, end})
+        AppendValue(file, static_cast<std::int32_t>(field));
+    for (const auto& pair : texcoords)
+        for (const std::uint16_t value : pair)
+            AppendValue(file, value);
+    for (const auto& triangle : triangles)
+        for (const std::uint16_t index : triangle)
+            AppendValue(file, index);
+    for (const Frame& frame : frames) {
+        for (const float value : frame.scale)
+            AppendValue(file, value);
+        for (const float value : frame.translate)
+            AppendValue(file, value);
+        std::string name = frame.name;
+        name.resize(16, '\0');
+        file += name;
+        for (const auto& vertex : frame.vertices) {
+            for (const std::uint8_t value : vertex)
+                file += static_cast<char>(value);
+            file += '\x7F'; // an index that nothing uses
+        }
+    }
+    return file;
+}
+
+std::string MakeTags(const std::vector<std::array<float, 6>>& tags, std::uint16_t marker) {
+    std::string file;
+    AppendValue(file, marker);
+    for (const auto& tag : tags)
+        for (const float value : tag)
+            AppendValue(file, value);
+    return file;
+}

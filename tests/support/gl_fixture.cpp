@@ -1,0 +1,125 @@
+// Tests with a real window; see gl_fixture.h.
+#include "support/gl_fixture.h"
+
+#include "graphics/video.h"
+
+#include <GL/gl.h>
+#include <IL/il.h>
+#include <IL/ilu.h>
+#include <SDL.h>
+
+#include <cstdlib>
+
+namespace {
+
+std::string startLog;
+
+void WriteDefaultFiles() {
+    WriteFile("default/blank.png", MakePng(2, 2, [](int, int) { return Rgba{255, 0, 255}; }));
+    WriteFile("default/blank.ksm", MakeKsm({{0, 0, 0, 0, 0}, {1, 0, 0, 1, 0}, {0, 1, 0, 0, 1}}));
+    WriteFile("default/blank.md2", Md2Maker::Triangle(1).Bytes());
+    WriteFile("font/basic4.png",
+              MakePng(256, 256, [](int x, int y) { return GlTest::CellColour(y / 16 * 16 + x / 16); }));
+}
+
+void OpenWindow() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
+        video.SetMode(GlTest::Width, GlTest::Height, false);
+        return;
+    }
+    std::atexit(SDL_Quit);
+    WriteFile("config.cfg",
+              "<video>\nwidth = 640\nheight = 480\nfullscreen = 0\nbpp = 32\nlighting = 1\n</video>\n");
+    video.Load("config.cfg");
+    startLog = ReadLog();
+    ilInit();
+    iluInit();
+}
+
+} // namespace
+
+Rgba GlTest::CellColour(int cell) {
+    return {static_cast<std::uint8_t>(cell % 16 * 16), static_cast<std::uint8_t>(cell / 16 * 16), 200, 255};
+}
+
+GlTest::GlTest() {
+    WriteDefaultFiles();
+    OpenWindow();
+    // Other windows may share the display.
+    SDL_WM_GrabInput(SDL_GRAB_OFF);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glColor4f(1, 1, 1, 1);
+    std::remove("log.txt");
+}
+
+const std::string& GlTest::StartLog() {
+    return startLog;
+}
+
+void GlTest::ReplaceContext() {
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    SDL_InitSubSystem(SDL_INIT_VIDEO);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
+    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    video.SetMode(Width, Height, false);
+}
+
+void GlTest::BeginFlat() {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(0, video.Width(), 0, video.Height(), -1000, 1000);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+void GlTest::DrawTexture(unsigned texture, int x, int y, int width, int height) {
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glBegin(GL_QUADS);
+    glTexCoord2i(0, 0);
+    glVertex2i(x, y);
+    glTexCoord2i(1, 0);
+    glVertex2i(x + width, y);
+    glTexCoord2i(1, 1);
+    glVertex2i(x + width, y + height);
+    glTexCoord2i(0, 1);
+    glVertex2i(x, y + height);
+    glEnd();
+}
+
+Rgba GlTest::PixelAt(int x, int y) {
+    Rgba pixel;
+    glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, &pixel);
+    pixel.alpha = 255;
+    return pixel;
+}
+
+std::vector<GlTest::Vertex> GlTest::Record(const std::function<void()>& draw) {
+    constexpr std::size_t Floats = 12; // position, colour and texture coordinate, four each
+    std::vector<GLfloat> buffer(std::size_t{1} << 20U);
+    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_4D_COLOR_TEXTURE, buffer.data());
+    glRenderMode(GL_FEEDBACK);
+    draw();
+    const GLint length = glRenderMode(GL_RENDER);
+    std::vector<Vertex> vertices;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(length);) {
+        if (static_cast<GLint>(buffer[i]) != GL_POLYGON_TOKEN) {
+            ADD_FAILURE() << "something else than a polygon was drawn";
+            break;
+        }
+        const auto count = static_cast<std::size_t>(buffer[i + 1]);
+        i += 2;
+        for (std::size_t v = 0; v < count; ++v, i += Floats)
+            vertices.push_back(
+                {buffer[i], buffer[i + 1], buffer[i + 2], buffer[i + 4], buffer[i + 8], buffer[i + 9]});
+    }
+    return vertices;
+}
+
+int GlTest::CountInLog(const std::string& part) {
+    const std::string log = ReadLog();
+    int count = 0;
+    for (std::size_t at = log.find(part); at != std::string::npos; at = log.find(part, at + part.size()))
+        ++count;
+    return count;
+}

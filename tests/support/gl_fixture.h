@@ -1,0 +1,54 @@
+// A test with a real OpenGL window in a folder of its own, which holds the default files that loaders fall
+// back on.
+#pragma once
+
+#include "support/file_makers.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// The window is opened once, through the process-wide video object, and kept for all tests of the program;
+// each test gets a new folder, an empty log, and the window at 640 x 480 with initial state. The folder
+// holds:
+//   default/blank.png  2 x 2, magenta        default/blank.ksm  one triangle
+//   default/blank.md2  one triangle, 1 frame  font/basic4.png    cell i has the colour CellColour(i)
+class GlTest : public testing::Test {
+public:
+    static constexpr int Width = 640;
+    static constexpr int Height = 480;
+
+    static Rgba CellColour(int cell);
+
+protected:
+    GlTest();
+
+    // What the first opening of the window wrote to the log, without time stamps.
+    static const std::string& StartLog();
+
+    // Closes the window and opens a new one in a new context, as some systems do at every mode change.
+    static void ReplaceContext();
+
+    // Clears the picture and sets a flat projection in which a unit is a pixel, y up from the lower left.
+    static void BeginFlat();
+    // Draws the texture over the rectangle, v = 1 at its upper edge.
+    static void DrawTexture(unsigned texture, int x, int y, int width, int height);
+    // A pixel of the back buffer, y up from the lower left.
+    static Rgba PixelAt(int x, int y);
+
+    struct Vertex {
+        float x, y, z;
+        float red;
+        float s, t;
+    };
+    // The vertices that `draw` sends through the pipeline, polygon by polygon, in window coordinates.
+    static std::vector<Vertex> Record(const std::function<void()>& draw);
+
+    // Number of times that `part` stands in the log.
+    static int CountInLog(const std::string& part);
+
+    TemporaryFolder folder;
+};
