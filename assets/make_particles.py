@@ -129,7 +129,7 @@ def flame(step, steps, noise, size=64):
     heat = gaussian_filter(np.clip(heat + 0.22 * air * heat, 0, 1), 1.2) * (1 - share) ** 0.6
     # From the heart outwards: pale yellow, orange, red.
     stops = np.array([0.0, 0.25, 0.55, 1.0])
-    colours = np.array([[0.75, 0.16, 0.04], [0.95, 0.36, 0.08], [1.0, 0.66, 0.22], [1.0, 0.93, 0.66]])
+    colours = np.array([[0.86, 0.26, 0.04], [1.0, 0.47, 0.09], [1.0, 0.74, 0.28], [1.0, 0.96, 0.72]])
     rgb = np.stack([np.interp(heat, stops, colours[:, i]) for i in range(3)], -1)
     return np.concatenate([rgb, (np.clip(heat * 1.35, 0, 1) * edge(x, y))[..., None]], -1)
 
