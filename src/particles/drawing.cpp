@@ -41,30 +41,19 @@ Vec3 Width(Vec3 from, Vec3 to, Vec3 eye, float size) {
     return FastNormalize(Cross(to - middle, eye - middle)) * size;
 }
 
-// Which cell of the sheet a particle shows at its age.
-class CellChoice {
-public:
-    explicit CellChoice(const QEV_PTEmittor& emitter)
-        : cells(emitter.texture ? emitter.texture->cells : CellsOfSheet(1)) {
-        const auto period =
-            static_cast<std::int64_t>(emitter.framespeed) * static_cast<std::int64_t>(emitter.frames.size());
-        const std::int64_t time = period / static_cast<std::int64_t>(cells.size());
-        if (cells.size() > 1 && time > 0) perMillisecond = 1.0 / static_cast<double>(time);
-    }
-    const TextureCell& At(std::uint32_t age) const {
-        if (perMillisecond == 0.0) return cells.front();
-        // A little more, so that an age on a cell's edge shows that cell whatever the product rounds to.
-        const double index = (static_cast<double>(age) + 0.1) * perMillisecond;
-        return cells[static_cast<std::size_t>(index) % cells.size()];
-    }
+// The cell of the sheet that a particle shows at its age. A little more than the age, so that one on a cell's
+// edge shows that cell whatever the product rounds to.
+const TextureCell& CellAt(const QEV_PTEmittor& emitter, std::uint32_t age) {
+    static constexpr TextureCell Whole = {{{0, 0}, {1, 0}, {1, 1}, {0, 1}}};
+    if (!emitter.texture) return Whole;
+    const std::span<const TextureCell> cells = emitter.texture->cells;
+    if (emitter.cellsPerMillisecond == 0.0) return cells.front();
+    const double index = (static_cast<double>(age) + 0.1) * emitter.cellsPerMillisecond;
+    return cells[static_cast<std::size_t>(index) % cells.size()];
+}
 
-private:
-    std::span<const TextureCell> cells;
-    double perMillisecond = 0.0; // cells
-};
-
-void SetColour(const ParticleSlots& slots, std::size_t i) {
-    glColor4f(slots.look[Red][i], slots.look[Green][i], slots.look[Blue][i], slots.look[Alpha][i]);
+void SetColour(const ParticleColour& colour) {
+    glColor4f(colour.red, colour.green, colour.blue, colour.alpha);
 }
 
 void Corner(const TexturePoint& point, Vec3 v) {
@@ -94,17 +83,16 @@ void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
     glPopMatrix();
     const Vec3 right = {m[0], m[4], m[8]};
     const Vec3 up = {m[1], m[5], m[9]};
-    const CellChoice choice(emitter);
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
         const Vec3 p = Place(slots, i);
-        const float angle = slots.look[Rota][i] * DegreesToRadians;
-        const float s = slots.look[Size][i];
+        const float angle = slots.rota[i] * DegreesToRadians;
+        const float s = slots.size[i];
         const Vec3 a = (right * std::sin(angle) + up * std::cos(angle)) * s;
         const Vec3 b = (right * std::cos(angle) - up * std::sin(angle)) * s;
-        SetColour(slots, i);
-        Quad(choice.At(slots.age[i]), p - b + a, p + b + a, p + b - a, p - b - a);
+        SetColour(slots.colour[i]);
+        Quad(CellAt(emitter, slots.age[i]), p - b + a, p + b + a, p + b - a, p - b - a);
     }
     glEnd();
 }
@@ -114,13 +102,12 @@ void DrawRays(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 source = Drawn(instance.position);
     const Vec3 eye = Eye();
-    const CellChoice choice(emitter);
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
         const Vec3 p = Place(slots, i);
-        SetColour(slots, i);
-        Band(choice.At(slots.age[i]), p, source, Width(p, source, eye, slots.look[Size][i]));
+        SetColour(slots.colour[i]);
+        Band(CellAt(emitter, slots.age[i]), p, source, Width(p, source, eye, slots.size[i]));
     }
     glEnd();
 }
@@ -129,19 +116,18 @@ void DrawRays(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
 void DrawStreaks(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 eye = Eye();
-    const CellChoice choice(emitter);
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
         const Vec3 p = Place(slots, i);
         const Vec3 q = PreviousPlace(slots, i);
         const Vec3 move = p - q;
-        const float size = slots.look[Size][i];
+        const float size = slots.size[i];
         const float length = 2.0F * std::sqrt(Dot(move, move)) + 4.0F * size;
         const Vec3 tail = q - FastNormalize(move) * length;
         if (IsZero(move)) continue;
-        SetColour(slots, i);
-        Band(choice.At(slots.age[i]), p, tail, Width(p, tail, eye, size));
+        SetColour(slots.colour[i]);
+        Band(CellAt(emitter, slots.age[i]), p, tail, Width(p, tail, eye, size));
     }
     glEnd();
 }
@@ -150,14 +136,13 @@ void DrawStreaks(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
 void DrawPairs(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 eye = Eye();
-    const CellChoice choice(emitter);
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i + 1 < slots.Count(); i += 2) {
         if (!slots.alive[i] || !slots.alive[i + 1]) continue;
         const Vec3 p = Place(slots, i);
         const Vec3 q = Place(slots, i + 1);
-        SetColour(slots, i);
-        Band(choice.At(slots.age[i]), p, q, Width(p, q, eye, slots.look[Size][i]));
+        SetColour(slots.colour[i]);
+        Band(CellAt(emitter, slots.age[i]), p, q, Width(p, q, eye, slots.size[i]));
     }
     glEnd();
 }
@@ -195,32 +180,27 @@ void DrawRibbon(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     ParticleSlots& slots = instance.particles;
     SortByAge(slots, 0, static_cast<std::ptrdiff_t>(slots.Count()) - 1);
     const Vec3 eye = Eye();
-    const CellChoice choice(emitter);
     const ParticleFrame first = emitter.FirstFrame();
+    ParticleColour beforeColour = {first.red, first.green, first.blue, first.alpha};
     Vec3 before = Drawn(instance.position);
-    std::ptrdiff_t beforeSlot = -1; // the emitter
     bool draws = emitter.dietype != 0 || !emitter.updatepos;
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
         const Vec3 p = Place(slots, i);
-        const Vec3 middle = (before + p) * 0.5F;
-        const Vec3 width = FastNormalize(Cross(before - middle, eye - middle)) * slots.look[Size][i];
+        const Vec3 width = Width(p, before, eye, slots.size[i]);
         if (draws && !IsZero(width)) {
-            const TextureCell& cell = choice.At(slots.age[i]);
-            if (beforeSlot < 0)
-                glColor4f(first.red, first.green, first.blue, first.alpha);
-            else
-                SetColour(slots, static_cast<std::size_t>(beforeSlot));
+            const TextureCell& cell = CellAt(emitter, slots.age[i]);
+            SetColour(beforeColour);
             Corner(cell[0], before - width);
             Corner(cell[1], before + width);
-            SetColour(slots, i);
+            SetColour(slots.colour[i]);
             Corner(cell[2], p + width);
             Corner(cell[3], p - width);
         }
         draws = true;
         before = p;
-        beforeSlot = static_cast<std::ptrdiff_t>(i);
+        beforeColour = slots.colour[i];
     }
     glEnd();
 }

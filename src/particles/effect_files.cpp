@@ -39,7 +39,7 @@ void QEV_PTEmittor::Load(AniTextures& textures) {
     LoadFrames(&file);
     ReadKeys(&file);
     CheckCount();
-    SpreadFrames();
+    Prepare();
 }
 
 void QEV_PTEmittor::LoadFrames(ConfigFile* file) {
@@ -95,16 +95,16 @@ void QEV_PTEmittor::CheckCount() {
     particleNum = 0;
 }
 
-void QEV_PTEmittor::SpreadFrames() {
-    static constexpr std::array<float ParticleFrame::*, FrameChannels> Fields = {
-        &ParticleFrame::red,   &ParticleFrame::green, &ParticleFrame::blue,
-        &ParticleFrame::alpha, &ParticleFrame::rota,  &ParticleFrame::size};
-    for (std::size_t channel = 0; channel < FrameChannels; ++channel) {
-        channels[channel].clear();
-        for (const ParticleFrame& frame : frames)
-            channels[channel].push_back(frame.*Fields[channel]);
-        if (!frames.empty()) channels[channel].push_back(channels[channel].front());
-    }
+void QEV_PTEmittor::Prepare() {
+    looks.clear();
+    for (const ParticleFrame& frame : frames)
+        looks.push_back({{frame.red, frame.green, frame.blue, frame.alpha}, frame.rota, frame.size});
+    if (!looks.empty()) looks.push_back(FrameLook(looks.front()));
+    cellsPerMillisecond = 0.0;
+    if (!texture || texture->framenum <= 1) return;
+    const std::int64_t period = static_cast<std::int64_t>(frames.size()) * framespeed;
+    const std::int64_t cellTime = period / texture->framenum;
+    if (cellTime > 0) cellsPerMillisecond = 1.0 / static_cast<double>(cellTime);
 }
 
 void QEV_PTEffect::Start(const char* path, QEV_PEngine& engine) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "config/config_file.h"
+#include "particles/particle_slots.h"
 #include "particles/particle_textures.h"
 
 #include <array>
@@ -20,8 +21,12 @@ struct ParticleFrame {
     float size = 0; // half width of the sprite and clearance over the floor
 };
 
-// What a key frame gives a particle, in the order in which the slots keep it.
-enum FrameChannel { Red, Green, Blue, Alpha, Rota, Size, FrameChannels };
+// What a key frame gives a particle to look like, laid out for blending one into the next.
+struct alignas(16) FrameLook {
+    ParticleColour colour;
+    float rota = 0;
+    float size = 0;
+};
 
 struct QEV_PTEmittor {
     // Slots of one emitter at most; a file that asks for more is refused.
@@ -37,8 +42,8 @@ struct QEV_PTEmittor {
 
     // Reads the emitter file named by `path` and its texture; whatever is missing is logged.
     void Load(AniTextures& textures);
-    // Makes `channels` from `frames`.
-    void SpreadFrames();
+    // Works out what updates and drawing need; to be called after a change of frames, framespeed or texture.
+    void Prepare();
     // Whether there are key frames to evaluate; without, their values count as zero.
     bool HasFrames() const { return framespeed > 0 && !frames.empty(); }
     // The first key frame, or zeros.
@@ -73,8 +78,10 @@ struct QEV_PTEmittor {
     float dirx = 0, diry = 0, dirz = 0;       // spread of the launch velocity
     float startx = 0, starty = 0, startz = 0; // spread of the start position
     std::vector<ParticleFrame> frames;
-    // The frames by channel, the first repeated behind the last.
-    std::array<std::vector<float>, FrameChannels> channels;
+
+    // Made from the above by Prepare.
+    std::vector<FrameLook> looks;     // one to a frame, and the first once more behind the last
+    double cellsPerMillisecond = 0.0; // speed through the texture's cells; 0 shows the first
 
 private:
     void LoadFrames(ConfigFile* file);

@@ -1,6 +1,8 @@
 // Running emitters; see emitter.h.
 #include "particles/emitter.h"
 
+#include "core/log.h"
+#include "particles/key_frames.h"
 #include "particles/motion.h"
 #include "particles/random_table.h"
 #include "world/world_grid.h"
@@ -9,7 +11,6 @@
 #include <climits>
 #include <cmath>
 #include <numbers>
-#include <numeric>
 
 namespace {
 
@@ -51,11 +52,13 @@ Vec3 NextThree(RandomTable::Cursor cursor) {
 void EmitterInstance::Start(EffectInstance& effect, const QEV_PTEmittor& newEmitter) {
     owner = &effect;
     emitter = &newEmitter;
-    particles.Grow(static_cast<std::size_t>(std::max(newEmitter.particleNum, 0)));
+    if (!particles.Reset(static_cast<std::size_t>(std::max(newEmitter.particleNum, 0)))) {
+        LogWrite("EmitterInstance::Start(%s) - [ERROR] no memory for %d particles\n", newEmitter.path.c_str(),
+                 static_cast<int>(newEmitter.particleNum));
+    }
     direction = effect.direction;
     position = effect.position;
     follow = effect.owner == EffectInstance::NoOwner ? nullptr : followOwner;
-    std::ranges::fill(particles.alive, std::uint8_t{0});
     Emit();
     layer = globalp ? globalp->SectorUnder(position.x, position.y) : NoSector;
     elapsed = 0;
@@ -66,27 +69,33 @@ void EmitterInstance::Start(EffectInstance& effect, const QEV_PTEmittor& newEmit
 
 void EmitterInstance::Update(std::uint32_t delta) {
     elapsed += delta;
-    Age(delta);
-    if (emitter->die != 0) {
-        if ((emitter->die & QEV_PTEmittor::StopsAfterTotalLife) &&
-            static_cast<std::int64_t>(elapsed) >= emitter->totallife)
-            stopped = true;
-        const bool ends = (emitter->die & QEV_PTEmittor::EndsWhenEmpty) || stopped;
-        if (ends && deadCount >= particles.Count()) active = false;
-    }
-    if (emitter->acceleration != 0) {
-        EvaluateFrames(*emitter, particles);
-        MoveParticles(*emitter, particles, delta, owner->owner);
-    }
+    AgeAndMove(delta);
+    CheckEnd();
     emitTimer += delta;
     if (static_cast<std::int64_t>(emitTimer) >= emitter->emittime && !stopped) Emit();
     if (emitter->updatepos && follow) follow(*this, position, direction);
 }
 
-void EmitterInstance::Age(std::uint32_t delta) {
+// Block by block, so that what the passes touch stays near; a block without live particles is only aged.
+void EmitterInstance::AgeAndMove(std::uint32_t delta) {
     const std::size_t count = particles.Count();
-    std::uint32_t* __restrict age = particles.age.data();
-    std::uint8_t* __restrict alive = particles.alive.data();
+    std::size_t living = 0;
+    for (std::size_t from = 0; from < count; from += ParticleSlots::BlockSize) {
+        const std::size_t to = std::min(from + ParticleSlots::BlockSize, count);
+        const std::size_t livingHere = Age(from, to, delta);
+        living += livingHere;
+        if (livingHere == 0 || emitter->acceleration == 0) continue;
+        EvaluateFrames(*emitter, particles, from, to);
+        MoveParticles(*emitter, particles, from, to, delta, owner->owner);
+    }
+    deadCount = static_cast<std::uint32_t>(count - living);
+}
+
+// Returns how many live.
+std::size_t EmitterInstance::Age(std::size_t from, std::size_t to, std::uint32_t delta) {
+    const std::size_t count = to - from;
+    std::uint32_t* __restrict age = particles.age + from;
+    std::uint8_t* __restrict alive = particles.alive + from;
     for (std::size_t i = 0; i < count; ++i)
         age[i] += delta;
     if (emitter->dietype & QEV_PTEmittor::DiesOfAge) {
@@ -97,16 +106,24 @@ void EmitterInstance::Age(std::uint32_t delta) {
     std::uint32_t living = 0;
     for (std::size_t i = 0; i < count; ++i)
         living += alive[i];
-    deadCount = static_cast<std::uint32_t>(count) - living;
+    return living;
+}
+
+void EmitterInstance::CheckEnd() {
+    if ((emitter->die & QEV_PTEmittor::StopsAfterTotalLife) &&
+        static_cast<std::int64_t>(elapsed) >= emitter->totallife)
+        stopped = true;
+    const bool ends = (emitter->die & QEV_PTEmittor::EndsWhenEmpty) || stopped;
+    if (ends && deadCount >= particles.Count()) active = false;
 }
 
 void EmitterInstance::Emit() {
     emitTimer = 0;
+    std::size_t slot = particles.FirstDead(0);
+    if (slot == particles.Count()) return;
     Vec3 axes[3];
     BuildAxes(direction, axes);
-    int started = 0;
-    for (std::size_t slot = 0; slot < particles.Count(); ++slot) {
-        if (particles.alive[slot]) continue;
+    for (int started = 0; slot < particles.Count(); slot = particles.FirstDead(slot + 1)) {
         StartParticle(slot, axes);
         if (++started >= emitter->emitnum) return;
     }
@@ -114,16 +131,16 @@ void EmitterInstance::Emit() {
 
 void EmitterInstance::StartParticle(std::size_t slot, const Vec3 (&axes)[3]) {
     particles.age[slot] = StartAge(*emitter);
-    particles.lastKick[slot] = ParticleSlots::NeverKicked;
     particles.alive[slot] = 1;
-    if (static_cast<std::int64_t>(particles.age[slot]) < emitter->life) {
+    particles.lastKick[slot] = ParticleSlots::NeverKicked;
+    const bool young = static_cast<std::int64_t>(particles.age[slot]) < emitter->life;
+    if (young) {
         const ParticleFrame first = emitter->FirstFrame();
-        const float values[FrameChannels] = {first.red,   first.green, first.blue,
-                                             first.alpha, first.rota,  first.size};
-        for (std::size_t channel = 0; channel < FrameChannels; ++channel)
-            particles.look[channel][slot] = values[channel];
+        particles.colour[slot] = {first.red, first.green, first.blue, first.alpha};
+        particles.rota[slot] = first.rota;
+        particles.size[slot] = first.size;
     } else {
-        EvaluateFrame(*emitter, particles, slot);
+        EvaluateFrames(*emitter, particles, slot, slot + 1);
     }
     const Vec3 start = NextThree(RandomTable::Start);
     const Vec3 launch = NextThree(RandomTable::Launch);

@@ -38,7 +38,9 @@ public:
     FollowHook follow = nullptr;
 
 private:
-    void Age(std::uint32_t delta);
+    void AgeAndMove(std::uint32_t delta);
+    std::size_t Age(std::size_t from, std::size_t to, std::uint32_t delta);
+    void CheckEnd();
     void StartParticle(std::size_t slot, const Vec3 (&axes)[3]);
 };
 

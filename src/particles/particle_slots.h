@@ -1,63 +1,72 @@
-// The particles of one emitter instance, a plain array to each quantity, so that what is the same for all of
-// them is done in passes that the compiler can vectorise. Rests on the key frames' channels.
+// The particles of one running emitter: an array for each quantity, all in one piece of memory, so that what
+// is the same for every particle runs in passes that the compiler turns into vector code. Rests on nothing.
 #pragma once
 
-#include "particles/effect_files.h"
-
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
-#include <vector>
+#include <memory>
+#include <new>
+
+// A particle's colour, kept as one vector since key frames blend and OpenGL takes it as one.
+struct ParticleColour {
+    float red = 0, green = 0, blue = 0, alpha = 0;
+};
+
+// A copy of one slot.
+struct Particle {
+    float x = 0, y = 0, z = 0;                         // particle space, z up
+    float previousX = 0, previousY = 0, previousZ = 0; // before the last move
+    std::int32_t lastKick = 0;                         // key-frame counter at the last kick
+    float velocityX = 0, velocityY = 0, velocityZ = 0; // units a millisecond
+    float rota = 0;                                    // turn of the sprite, degrees
+    ParticleColour colour;
+    float size = 0;        // half width of the sprite and clearance over the floor
+    std::uint32_t age = 0; // ms
+    bool alive = false;
+};
 
 class ParticleSlots {
 public:
     static constexpr std::int32_t NeverKicked = -1; // a key-frame counter that no particle has
+    // Passes go over so many slots at a time: few enough that all their arrays stay in the processor's first
+    // cache from one pass to the next.
+    static constexpr std::size_t BlockSize = 256;
 
-    // Makes room for so many slots, all dead; never shrinks.
-    void Grow(std::size_t slots) {
-        count = slots;
-        for (std::vector<float>* floats : Floats())
-            if (floats->size() < slots) floats->resize(slots);
-        if (age.size() < slots) {
-            age.resize(slots);
-            lastKick.resize(slots, NeverKicked);
-            alive.resize(slots);
-            current.resize(slots);
-            blend.resize(slots);
-            held.resize(slots);
-        }
-    }
+    // Makes room for `slots` slots, all dead. Grows and never shrinks. False, with the slots as they were,
+    // when there is no memory for them.
+    [[nodiscard]] bool Reset(std::size_t slots);
     std::size_t Count() const { return count; }
-    std::size_t Capacity() const { return age.size(); }
 
-    void Swap(std::size_t a, std::size_t b) {
-        for (std::vector<float>* floats : Floats())
-            std::swap((*floats)[a], (*floats)[b]);
-        std::swap(age[a], age[b]);
-        std::swap(lastKick[a], lastKick[b]);
-        std::swap(alive[a], alive[b]);
-    }
+    Particle At(std::size_t slot) const;
+    void Swap(std::size_t a, std::size_t b);
+    // The first dead slot from `from` on; Count() when there is none.
+    std::size_t FirstDead(std::size_t from) const;
 
-    std::vector<float> x, y, z;                         // particle space, z up
-    std::vector<float> previousX, previousY, previousZ; // before the last move
-    std::vector<float> velocityX, velocityY, velocityZ; // units a millisecond
-    std::array<std::vector<float>, FrameChannels> look; // colour, turn and size, by FrameChannel
-    std::vector<std::uint32_t> age;                     // ms
-    std::vector<std::int32_t> lastKick;                 // key-frame counter at the last kick
-    std::vector<std::uint8_t> alive;                    // 1, or 0: free for emission
-
-    // Of use within one update only.
-    std::vector<std::int32_t> current; // key frame of each slot
-    std::vector<float> blend;          // and the way to the next, 0 to 1
-    std::vector<std::uint8_t> held;    // met something, and is moved on its own
+    float* x = nullptr;
+    float* y = nullptr;
+    float* z = nullptr;
+    float* previousX = nullptr;
+    float* previousY = nullptr;
+    float* previousZ = nullptr;
+    float* velocityX = nullptr;
+    float* velocityY = nullptr;
+    float* velocityZ = nullptr;
+    float* rota = nullptr;
+    float* size = nullptr;
+    ParticleColour* colour = nullptr;
+    std::uint32_t* age = nullptr;
+    std::int32_t* lastKick = nullptr;
+    std::uint8_t* alive = nullptr; // 1, or 0: free for emission
 
 private:
-    std::array<std::vector<float>*, 9 + FrameChannels> Floats() {
-        return {&x,           &y,          &z,           &previousX,  &previousY,
-                &previousZ,   &velocityX,  &velocityY,   &velocityZ,  &look[Red],
-                &look[Green], &look[Blue], &look[Alpha], &look[Rota], &look[Size]};
-    }
+    static constexpr std::align_val_t Alignment{64};
+    struct FreeMemory {
+        void operator()(std::byte* memory) const { ::operator delete(memory, Alignment); }
+    };
 
+    void Spread(std::size_t stride);
+
+    std::unique_ptr<std::byte, FreeMemory> memory;
     std::size_t count = 0;
+    std::size_t capacity = 0;
 };

@@ -1,0 +1,208 @@
+// Collisions of particles with the map; see collision.h.
+#include "particles/collision.h"
+
+#include "world/world_grid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+namespace {
+
+// The grid's cells lie over x and y between these.
+constexpr double GridBegin = -static_cast<double>(GridSize);
+constexpr double GridEnd = 1.0;
+
+bool IsWall(float x, float y) {
+    return globalp && globalp->IsWall(x, y);
+}
+
+// One axis of a straight way: where it is after a share of the way, and when it crosses the next grid line.
+class Axis {
+public:
+    Axis(float start, float end) : from(start), way(static_cast<double>(end) - start) {}
+
+    double At(double share) const { return from + way * share; }
+
+    // Narrows the shares to those over the grid; false when there are none.
+    bool Clip(double& begin, double& end) const {
+        if (way == 0.0) return from > GridBegin && from < GridEnd;
+        const double atBegin = (GridBegin - from) / way;
+        const double atEnd = (GridEnd - from) / way;
+        begin = std::max(begin, std::min(atBegin, atEnd));
+        end = std::min(end, std::max(atBegin, atEnd));
+        return begin < end;
+    }
+
+    // Prepares for the lines behind a share.
+    void StartAt(double share) {
+        const double place = At(share);
+        line = way > 0.0 ? std::floor(place) + 1.0 : std::ceil(place) - 1.0;
+    }
+    // The share at which the next line is crossed; beyond the end on a way along the lines.
+    double NextCrossing() const { return way == 0.0 ? 2.0 : (line - from) / way; }
+    void Cross() { line += way > 0.0 ? 1.0 : -1.0; }
+
+private:
+    double from;
+    double way;
+    double line = 0.0;
+};
+
+bool WalksIntoWall(Axis x, Axis y) {
+    double begin = 0.0;
+    double end = 1.0;
+    if (!x.Clip(begin, end) || !y.Clip(begin, end)) return false;
+    x.StartAt(begin);
+    y.StartAt(begin);
+    // Between two lines the way is in one cell. No way over the grid crosses more lines than it has.
+    for (int stretch = 0; stretch <= 2 * (GridSize + 2) && begin < end; ++stretch) {
+        const double next = std::min({x.NextCrossing(), y.NextCrossing(), end});
+        const double middle = (begin + next) * 0.5;
+        if (IsWall(static_cast<float>(x.At(middle)), static_cast<float>(y.At(middle)))) return true;
+        if (x.NextCrossing() <= next) x.Cross();
+        if (y.NextCrossing() <= next) y.Cross();
+        begin = next;
+    }
+    return false;
+}
+
+// A particle while it goes through a frame a millisecond at a time.
+struct Walker {
+    float x, y;
+    float velocityX, velocityY;
+};
+
+// Steps a millisecond; a wall that is entered reverses one axis, unless the cell beside the step is a wall
+// too.
+void StepAtWall(const QEV_PTEmittor& emitter, const FrameStep& step, Walker& walker) {
+    const float px = walker.x;
+    const float py = walker.y;
+    walker.x += step.k * walker.velocityX;
+    walker.y += step.k * walker.velocityY;
+    if (!IsWall(walker.x, walker.y)) return;
+    const float ix = std::trunc(walker.x);
+    const float iy = std::trunc(walker.y);
+    if (std::abs(iy - 0.5F - py) < std::abs(ix - 0.5F - px)) {
+        if (IsWall(walker.x + (walker.velocityX > 0.0F ? -0.5F : 0.5F), walker.y)) return;
+        walker.x = px;
+        walker.velocityX *= emitter.bounce;
+    } else {
+        if (IsWall(walker.x, walker.y + (walker.velocityY > 0.0F ? -0.5F : 0.5F))) return;
+        walker.y = py;
+        walker.velocityY *= emitter.bounce;
+    }
+}
+
+// The objects of a sector, but for the owner.
+struct Obstacles {
+    std::span<const std::uint8_t> all;
+    std::uint32_t owner;
+
+    template<class Visit> void ForEach(Visit visit) const {
+        for (const std::uint8_t index : all) {
+            if (index == owner) continue;
+            if (const WorldObject* object = globalp->Object(index)) visit(*object);
+        }
+    }
+};
+
+// Whether the object's centre lies inside the box spanned by two points and widened by the object's radius.
+bool InBox(const WorldObject& object, float x1, float y1, float x2, float y2) {
+    const float r = object.size;
+    return std::min(x1, x2) - r < object.x && object.x < std::max(x1, x2) + r &&
+           std::min(y1, y2) - r < object.y && object.y < std::max(y1, y2) + r;
+}
+
+bool MeetsObject(const Obstacles& obstacles, float x, float y, float toX, float toY) {
+    bool met = false;
+    obstacles.ForEach([&](const WorldObject& object) { met = met || InBox(object, x, y, toX, toY); });
+    return met;
+}
+
+// After a step that has been made: every object ahead pushes back one axis.
+void AnswerObjects(const QEV_PTEmittor& emitter, const FrameStep& step, const Obstacles& obstacles,
+                   Walker& walker) {
+    const float dx = step.k * walker.velocityX;
+    const float dy = step.k * walker.velocityY;
+    obstacles.ForEach([&](const WorldObject& object) {
+        if (!InBox(object, walker.x, walker.y, walker.x + dx, walker.y + dy)) return;
+        if (std::abs(walker.x - object.x) <= std::abs(walker.y - object.y)) {
+            walker.y -= dy;
+            walker.velocityY *= emitter.bounce;
+        } else {
+            walker.x -= dx;
+            walker.velocityX *= emitter.bounce;
+        }
+    });
+}
+
+void StepThroughFrame(const QEV_PTEmittor& emitter, const FrameStep& step, const Obstacles& obstacles,
+                      Walker& walker) {
+    const bool seesWalls = emitter.collision != QEV_PTEmittor::Objects;
+    for (std::uint32_t ms = 0; ms < step.delta; ++ms) {
+        if (seesWalls) {
+            StepAtWall(emitter, step, walker);
+        } else {
+            walker.x += step.k * walker.velocityX;
+            walker.y += step.k * walker.velocityY;
+        }
+        AnswerObjects(emitter, step, obstacles, walker);
+    }
+}
+
+std::uint8_t SectorUnder(float x, float y) {
+    return globalp ? globalp->SectorUnder(x, y) : NoSector;
+}
+
+void MoveOne(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t i, const FrameStep& step,
+             std::uint32_t owner) {
+    const bool seesWalls = emitter.collision != QEV_PTEmittor::Objects;
+    const bool seesObjects = emitter.collision != QEV_PTEmittor::Walls;
+    Walker walker = {slots.x[i], slots.y[i], slots.velocityX[i], slots.velocityY[i]};
+    const float toX = walker.x + step.time * step.k * walker.velocityX;
+    const float toY = walker.y + step.time * step.k * walker.velocityY;
+    Obstacles obstacles = {{}, owner};
+    if (seesObjects) {
+        const std::uint8_t sector = SectorUnder(toX, toY);
+        if (sector != NoSector) obstacles.all = globalp->ObjectsOf(sector);
+        // Off all sectors there is no list to look at, and a particle that sees nothing else stays.
+        if (sector == NoSector && !seesWalls) return;
+    }
+    const bool hitsWall = seesWalls && CrossesWall(walker.x, walker.y, toX, toY);
+    const bool hitsObject = MeetsObject(obstacles, walker.x, walker.y, toX, toY);
+    slots.previousX[i] = walker.x;
+    slots.previousY[i] = walker.y;
+    if (hitsWall || hitsObject) {
+        if (hitsWall && (emitter.dietype & QEV_PTEmittor::DiesAtWall)) slots.alive[i] = 0;
+        if (hitsObject && (emitter.dietype & QEV_PTEmittor::DiesAtObject)) slots.alive[i] = 0;
+        StepThroughFrame(emitter, step, obstacles, walker);
+    } else {
+        walker.x = toX;
+        walker.y = toY;
+    }
+    slots.x[i] = walker.x;
+    slots.y[i] = walker.y;
+    slots.velocityX[i] = walker.velocityX * step.d;
+    slots.velocityY[i] = walker.velocityY * step.d;
+}
+
+} // namespace
+
+bool CrossesWall(float x, float y, float toX, float toY) {
+    if (!globalp) return false;
+    const int cellX = GridCoordinate(toX);
+    const int cellY = GridCoordinate(toY);
+    const bool inGrid = cellX >= 0 && cellY >= 0;
+    if (inGrid && globalp->walls[CellIndex(cellX, cellY)] == WallByte) return true;
+    if (inGrid && cellX == GridCoordinate(x) && cellY == GridCoordinate(y)) return false;
+    if (IsWall(x, y)) return true;
+    if (!std::isfinite(toX - x) || !std::isfinite(toY - y)) return false;
+    return WalksIntoWall({x, toX}, {y, toY});
+}
+
+void MoveAgainstWorld(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, std::size_t to,
+                      const FrameStep& step, std::uint32_t owner) {
+    for (std::size_t i = from; i < to; ++i)
+        if (slots.alive[i]) MoveOne(emitter, slots, i, step, owner);
+}
