@@ -225,7 +225,7 @@ STYLES = [
     Style("5: arrow down", (0, 0), (0, 0), (0, 0), INK, arrow_key(2)),
     Style("6: arrow left", (0, 0), (0, 0), (0, 0), INK, arrow_key(1)),
     Style("7: arrow right", (0, 0), (0, 0), (0, 0), INK, arrow_key(3)),
-    Style("8: window", (0.02, 0.085), (0.02, 0.02), (0.01, 0.02), IVORY,
+    Style("8: window", (0.022, 0.085), (0.02, 0.02), (0.01, 0.02), IVORY,
           {"normal": window_body(1.0, 1.0), "hover": window_body(1.06, 1.0), "clicked": window_body(1.15, 1.0),
            "disabled": window_body(0.72, 0.80)}),
     Style("9: caption bar", (0, 0), (0.045, 0), (0.02, 0.0305), GOLDEN_TEXT,
@@ -243,4 +243,4 @@ STYLES = [
 ]
 
 # The focus frame round the component that receives the keys.
-FOCUS = [outline(-2, tone("#28A79F", 0.35)), outline(-1, tone("#7FE0D8", 0.85)), outline(0, tone("#28A79F", 0.55))]
+FOCUS = [outline(-1, tone("#5FD0C8", 0.80)), outline(0, tone("#28A79F", 0.40))]
