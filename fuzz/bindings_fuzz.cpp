@@ -1,0 +1,42 @@
+// Any bytes as an "input" block and as a single binding line: every key that got bound is found, and no
+// other.
+#include "config/config_file.h"
+#include "input/key_bindings.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+void CheckTree(const KeyBindings& bindings) {
+    for (const KeyName& key : KeyNames) {
+        const KeyBinding* found = bindings.Find(key.code);
+        if (found && found->key->code != key.code) std::abort();
+    }
+    if (bindings.Find(-1) || bindings.Find(1000)) std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    char name[] = "/tmp/quarvello-fuzz-XXXXXX";
+    if (!mkdtemp(name) || chdir(name) != 0) std::abort();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string content(reinterpret_cast<const char*>(data), size);
+    KeyBindings bindings;
+    bindings.AddConfigKey(content);
+    CheckTree(bindings);
+    for (const std::string& text : {content, "<input>\n" + content + "\n</input>\n"}) {
+        ConfigFile file = ConfigFile::FromMemory(text);
+        bindings.ReadKeys(&file);
+        CheckTree(bindings);
+    }
+    std::remove("log.txt");
+    return 0;
+}

@@ -1,0 +1,44 @@
+// A sound device whose output can be measured: SDL's disk driver, which writes what would be heard to a file.
+#pragma once
+
+#include "audio/audio.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+class SoundTest : public testing::Test {
+protected:
+    static constexpr int Rate = 22050;
+    static constexpr int Buffer = 512; // sample frames
+
+    // The disk driver, at some ten times the speed of what is heard.
+    SoundTest();
+    ~SoundTest() override;
+
+    // Opens the mixer at 22050 Hz, signed 16 bit, stereo; `more` adds keys to the "audio" block.
+    void Open(const std::string& more = "sound_volume = 128\nmusic_volume = 128\n");
+    // Closes the mixer and returns what was written, left and right in turn.
+    std::vector<std::int16_t> Close();
+
+    // Waits until the condition holds; false after ten seconds.
+    static bool WaitUntil(const std::function<bool()>& condition);
+    static bool WaitUntilSilent();
+
+    TemporaryFolder folder;
+    QEV_Audio sound;
+};
+
+// A WAV file, mono, 16 bit, 22050 Hz: a square wave of the given height.
+void WriteSquareWave(const char* path, double seconds, int height);
+
+// Of one side of a stereo recording (0 left, 1 right).
+struct Heard {
+    int height = 0;     // largest value
+    double seconds = 0; // from the first to the last that is not zero
+};
+Heard Measure(const std::vector<std::int16_t>& recording, int side);

@@ -1,0 +1,273 @@
+// Key names, binding lines with every complaint they can cause, the tree, and what bound keys do.
+#include "config/config_file.h"
+#include "core/game_mode.h"
+#include "core/scene.h"
+#include "game/kolvex.h"
+#include "input/input.h"
+#include "support/temporary_folder.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+TEST(KeyNames, CarryTheCodesOfTheirKeys) {
+    // SDL's own symbols, apart from the plain characters.
+    const std::map<std::string, int> symbols = {{"TAB", SDLK_TAB},
+                                                {"ENTER", SDLK_RETURN},
+                                                {"ESCAPE", SDLK_ESCAPE},
+                                                {"SPACE", SDLK_SPACE},
+                                                {"BACKSPACE", SDLK_BACKSPACE},
+                                                {"UPARROW", SDLK_UP},
+                                                {"DOWNARROW", SDLK_DOWN},
+                                                {"LEFTARROW", SDLK_LEFT},
+                                                {"RIGHTARROW", SDLK_RIGHT},
+                                                {"RALT", SDLK_RALT},
+                                                {"RCTRL", SDLK_RCTRL},
+                                                {"RSHIFT", SDLK_RSHIFT},
+                                                {"LALT", SDLK_LALT},
+                                                {"LCTRL", SDLK_LCTRL},
+                                                {"LSHIFT", SDLK_LSHIFT},
+                                                {"INS", SDLK_INSERT},
+                                                {"DEL", SDLK_DELETE},
+                                                {"PGDN", SDLK_PAGEDOWN},
+                                                {"PGUP", SDLK_PAGEUP},
+                                                {"HOME", SDLK_HOME},
+                                                {"END", SDLK_END},
+                                                {"MOUSEL", SDL_BUTTON_LEFT},
+                                                {"MOUSER", SDL_BUTTON_RIGHT},
+                                                {"MOUSEM", SDL_BUTTON_MIDDLE},
+                                                {"CLEAR", SDLK_CLEAR},
+                                                {"PAUSE", SDLK_PAUSE},
+                                                {"EXCLAIM", SDLK_EXCLAIM},
+                                                {"QUOTEDBL", SDLK_QUOTEDBL},
+                                                {"HASH", SDLK_HASH},
+                                                {"DOLLAR", SDLK_DOLLAR},
+                                                {"AMPERSAND", SDLK_AMPERSAND},
+                                                {"QUOTE", SDLK_QUOTE},
+                                                {"LEFTPAREN", SDLK_LEFTPAREN},
+                                                {"RIGHTPAREN", SDLK_RIGHTPAREN},
+                                                {"ASTERISK", SDLK_ASTERISK},
+                                                {"SLASH", SDLK_SLASH},
+                                                {"CARET", SDLK_CARET},
+                                                {"UNDERSCORE", SDLK_UNDERSCORE},
+                                                {"BACKQUOTE", SDLK_BACKQUOTE},
+                                                {"KP_HOME", SDLK_KP7},
+                                                {"KP_UPARROW", SDLK_KP8},
+                                                {"KP_PGUP", SDLK_KP9},
+                                                {"KP_LEFTARROW", SDLK_KP4},
+                                                {"KP_5", SDLK_KP5},
+                                                {"KP_RIGHTARROW", SDLK_KP6},
+                                                {"KP_END", SDLK_KP1},
+                                                {"KP_DOWNARROW", SDLK_KP2},
+                                                {"KP_PGDN", SDLK_KP3},
+                                                {"KP_ENTER", SDLK_KP_ENTER},
+                                                {"KP_INS", SDLK_KP0},
+                                                {"KP_DEL", SDLK_KP_PERIOD},
+                                                {"KP_SLASH", SDLK_KP_DIVIDE},
+                                                {"KP_MINUS", SDLK_KP_MINUS},
+                                                {"KP_PLUS", SDLK_KP_PLUS},
+                                                {"MWHEELUP", SDL_BUTTON_WHEELUP},
+                                                {"MWHEELDOWN", SDL_BUTTON_WHEELDOWN}};
+    int plain = 0;
+    int functionKeys = 0;
+    int named = 0;
+    for (const KeyName& key : KeyNames) {
+        const std::string name = key.name;
+        if (name.size() == 1) {
+            EXPECT_EQ(key.code, name[0]);
+            plain++;
+        } else if (name[0] == 'F') {
+            EXPECT_EQ(key.code, SDLK_F1 + std::stoi(name.substr(1)) - 1);
+            functionKeys++;
+        } else {
+            ASSERT_EQ(symbols.count(name), 1U) << name;
+            EXPECT_EQ(key.code, symbols.at(name)) << name;
+            named++;
+        }
+    }
+    EXPECT_EQ(functionKeys, 12);
+    EXPECT_EQ(plain, 26 + 10 + 14);
+    EXPECT_EQ(named, static_cast<int>(symbols.size()) + 1) << "ESCAPE stands twice";
+    EXPECT_EQ(FindKeyName("ESCAPE"), &KeyNames[2]);
+    EXPECT_EQ(FindKeyName("A"), nullptr);
+    EXPECT_EQ(FindKeyName("escape"), nullptr);
+    EXPECT_EQ(FindKeyName(""), nullptr);
+}
+
+class Bindings : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    KeyBindings bindings;
+};
+
+TEST_F(Bindings, BadLinesAreLoggedAndSkipped) {
+    struct Case {
+        const char* line;
+        const char* log;
+    };
+    const std::string longLine = "bind a " + std::string(200, '+');
+    const std::string longLog =
+        "input::AddKeyFunc(" + std::string(72, '+') + ") - [WARNING] key function not found\n";
+    for (const Case& c : {
+             Case{"BIND a +pause",
+                  "input::AddConfigKey(BIND a +pause) - [WARNING] BIND - found instead of bind\n"},
+             Case{"bind", "input::AddConfigKey(bind) - [WARNING] bind - found instead of bind\n"},
+             Case{"", "input::AddConfigKey() - [WARNING]  - found instead of bind\n"},
+             Case{" bind a +pause",
+                  "input::AddConfigKey( bind a +pause) - [WARNING]  - found instead of bind\n"},
+             Case{"bind ", "input::AddConfigKey(bind ) - [WARNING]  - end of string found too early\n"},
+             Case{"bind SPACE",
+                  "input::AddConfigKey(bind SPACE) - [WARNING] SPACE - end of string found too early\n"},
+             Case{"bind  a +pause", "input::AddKeyName() - [WARNING] such key don't exist\n"},
+             Case{"bind A +pause", "input::AddKeyName(A) - [WARNING] such key don't exist\n"},
+             Case{"bind %s%n +pause", "input::AddKeyName(%s%n) - [WARNING] such key don't exist\n"},
+             Case{"bind a  +pause", "input::AddKeyFunc() - [WARNING] incorrect parameters function\n"},
+             Case{"bind a +quit", "input::AddKeyFunc(+quit) - [WARNING] key function not found\n"},
+             Case{"bind a -pause", "input::AddKeyFunc(-pause) - [WARNING] key function not found\n"},
+             Case{"bind a pause", "input::AddKeyFunc(-pause) - [WARNING] keyup function not found\n"},
+             Case{"bind a quit", "input::AddKeyFunc(+quit) - [WARNING] keydown function not found\n"},
+             Case{"bind a fly", "input::AddKeyFunc(+fly) - [WARNING] keydown function not found\n"
+                                "input::AddKeyFunc(-fly) - [WARNING] keyup function not found\n"},
+             Case{longLine.c_str(), longLog.c_str()},
+         }) {
+        std::filesystem::remove("log.txt");
+        bindings.Clear();
+        bindings.AddConfigKey(c.line);
+        EXPECT_EQ(ReadLog(), c.log);
+    }
+    bindings.AddKeyFunc("+pause", nullptr);
+    EXPECT_NE(ReadLog().find("input::AddKeyFunc(+pause) - [WARNING] incorrect parameters function\n"),
+              std::string::npos);
+}
+
+TEST_F(Bindings, ActionsGoToTheirHalves) {
+    bindings.AddConfigKey("bind LEFTARROW moveleft");
+    bindings.AddConfigKey("bind p pause");
+    bindings.AddConfigKey("bind ESCAPE -quit and the rest is not read");
+    bindings.AddConfigKey("bind q +quit");
+    const KeyBinding* left = bindings.Find(SDLK_LEFT);
+    ASSERT_NE(left, nullptr);
+    EXPECT_EQ(left->keyDown, FindKeyFunction("+moveleft")->function);
+    EXPECT_EQ(left->keyUp, FindKeyFunction("-moveleft")->function);
+    EXPECT_EQ(bindings.Find('p')->keyDown, &Main::Pause);
+    EXPECT_EQ(bindings.Find('p')->keyUp, nullptr);
+    EXPECT_EQ(bindings.Find(SDLK_ESCAPE)->keyDown, nullptr);
+    EXPECT_EQ(bindings.Find(SDLK_ESCAPE)->keyUp, &Main::Quit);
+    ASSERT_NE(bindings.Find('q'), nullptr) << "bound, to nothing";
+    EXPECT_EQ(bindings.Find('q')->keyDown, nullptr);
+}
+
+TEST_F(Bindings, FirstBindingOfAKeyStays) {
+    bindings.AddConfigKey("bind a +pause");
+    bindings.AddConfigKey("bind a -quit");
+    bindings.AddConfigKey("bind a +nothing-of-that-name");
+    EXPECT_EQ(ReadLog(), "");
+    EXPECT_EQ(bindings.Find('a')->keyDown, &Main::Pause);
+    EXPECT_EQ(bindings.Find('a')->keyUp, nullptr);
+}
+
+TEST_F(Bindings, EveryKeyIsFoundInWhateverOrderTheyCame) {
+    for (const std::size_t step : {1U, 5U, 50U}) { // 119 shares no factor with them
+        bindings.Clear();
+        EXPECT_TRUE(bindings.IsEmpty());
+        for (std::size_t i = 0; i < KeyNames.size(); i++) {
+            bindings.AddKeyName(KeyNames[i * step % KeyNames.size()].name, "+pause");
+        }
+        for (const KeyName& key : KeyNames) {
+            const KeyBinding* found = bindings.Find(key.code);
+            ASSERT_NE(found, nullptr) << key.name;
+            EXPECT_EQ(found->key->code, key.code);
+        }
+        for (const int code : {0, 6, 65, 268, 300, -1})
+            EXPECT_EQ(bindings.Find(code), nullptr) << code;
+    }
+}
+
+TEST_F(Bindings, BlockIsReadLineByLine) {
+    ConfigFile file =
+        ConfigFile::FromMemory("<video>\nbind z +pause\n</video>\n<input>\n; remark\n   ; remark\n"
+                               "\tbind a +pause\r\n\nbind B +pause\nbind b -quit\n</input>\nbind c +pause\n");
+    bindings.ReadKeys(&file);
+    EXPECT_EQ(ReadLog(), "input::AddKeyName(B) - [WARNING] such key don't exist\n");
+    EXPECT_NE(bindings.Find('a'), nullptr);
+    EXPECT_NE(bindings.Find('b'), nullptr);
+    EXPECT_EQ(bindings.Find('c'), nullptr);
+    EXPECT_EQ(bindings.Find('z'), nullptr);
+    std::filesystem::remove("log.txt");
+    ConfigFile other = ConfigFile::FromMemory("<video>\n</video>\n");
+    bindings.ReadKeys(&other);
+    bindings.ReadKeys(nullptr);
+    const std::string line = "mainScene::ExecConfig::ReadKeys() - [WARNING] no input information found\n";
+    EXPECT_EQ(ReadLog(), line + line);
+}
+
+class BareScene : public mainScene {
+public:
+    void GameStart(int, int) override {}
+    void GameEnd() override {}
+    void Update() override {}
+    void Draw() override {}
+    const std::string& ConfigName() const { return configName; }
+
+private:
+    void GameFrame() override {}
+    void PauseFrame() override {}
+    void EndScene() override {}
+    void ChangeScene() override {}
+};
+
+TEST_F(Bindings, SceneReadsItsConfiguration) {
+    BareScene scene;
+    input.Start();
+    scene.ExecConfig("none.cfg");
+    EXPECT_EQ(scene.ConfigName(), "");
+    const std::string longName = std::string(90, 'n') + ".cfg";
+    WriteFile(longName, "<input>\nbind a +pause\n</input>\n");
+    scene.ExecConfig(longName.c_str());
+    EXPECT_EQ(scene.ConfigName(), longName.substr(0, 79));
+    EXPECT_NE(input.Find('a'), nullptr);
+    input.Destroy();
+    EXPECT_TRUE(input.IsEmpty());
+    EXPECT_EQ(ReadLog(), "mainScene::input.Start()\nmainScene::ExecConfig(none.cfg)\n"
+                         "mainScene::ExecConfig(none.cfg) - Can't load file\nmainScene::ExecConfig(" +
+                             longName + ")\nmainScene::input.Destroy()\n");
+}
+
+// Which action did what, through the one rules object.
+TEST_F(Bindings, ActionsReachTheRules) {
+    kolvex.NewGame();
+    const auto run = [](const char* name) {
+        const KeyFunction* function = FindKeyFunction(name);
+        ASSERT_NE(function, nullptr) << name;
+        if (function->function) function->function();
+    };
+    struct Case {
+        const char* action;
+        MoveState after;
+    };
+    for (const Case& c : {Case{"+moveleft", MoveState::Left}, Case{"-moveright", MoveState::Left},
+                          Case{"-moveleft", MoveState::None}, Case{"+moveright", MoveState::Right},
+                          Case{"-moveright", MoveState::None}, Case{"+movebackward", MoveState::SoftDrop},
+                          Case{"-moveforward", MoveState::SoftDrop}, Case{"-movebackward", MoveState::None},
+                          Case{"+zoomin", MoveState::None}, Case{"+zoomout", MoveState::None},
+                          Case{"+rotup", MoveState::None}, Case{"+rotdown", MoveState::None},
+                          Case{"+rotate", MoveState::None}, Case{"+effect1", MoveState::None},
+                          Case{"+space", MoveState::Drop}, Case{"+moveleft", MoveState::Drop}}) {
+        run(c.action);
+        EXPECT_EQ(kolvex.GetMoveState(), c.after) << c.action;
+    }
+    while (kolvex.GetPiece().type == Piece::Square)
+        kolvex.NewGame();
+    run("+moveforward");
+    kolvex.Update();
+    EXPECT_EQ(kolvex.GetPiece().angle, 90);
+    EXPECT_EQ(FindKeyFunction("pause"), nullptr);
+    EXPECT_EQ(FindKeyFunction("+Pause"), nullptr);
+}
+
+} // namespace
