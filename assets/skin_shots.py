@@ -113,9 +113,8 @@ def window_body(gold, light):
     field_top = (light, 0.95 * light, 0.92 * light, 1)
     field_bottom = (0.66 * light, 0.62 * light, 0.70 * light, 1)
     sand = (min(1.0, 0.35 + 0.65 * light),) * 3 + (1,)
-    return ([textured(0, "sand", sand)]
-            + bevel(0, 2, tone("#F6E2BA", 0.75), tone("#F6E2BA", 0.5), tone("#2A1A10", 0.75), tone("#2A1A10", 0.6))
-            + [outline(0, tone(INK))]
+    return ([rectangle(0, tone(INK)), textured(1, "sand", sand)]
+            + bevel(1, 2, tone("#F6E2BA", 0.75), tone("#F6E2BA", 0.5), tone("#2A1A10", 0.75), tone("#2A1A10", 0.6))
             + bevel(5, 1, scaled(GOLD_DARK, gold), scaled(GOLD_DARK, gold), scaled(GOLD_LIGHT, gold), scaled(GOLD_LIGHT, gold))
             + bevel(6, 1, *[scaled(GOLD, gold)] * 4)
             + [textured(7, "field", field_top, field_bottom), band(7, 8, 7, tone("#000000", 0.65), tone("#000000", 0))]
@@ -127,7 +126,7 @@ def panel(alpha, gold, light):
     stone = [scaled(SAND_LIGHT, k * light) for k in (1.03, 0.86, 0.52, 0.62)]
     return ([textured(4, "field", (1, 0.95, 0.92, alpha), (0.60, 0.57, 0.66, alpha)),
              band(4, 6, 4, tone("#000000", 0.5), tone("#000000", 0))]
-            + bevel(0, 3, *stone) + [outline(0, tone(INK))]
+            + bevel(0, 1, *[tone(INK)] * 4) + bevel(1, 2, *stone)
             + bevel(3, 1, scaled(GOLD, gold), scaled(GOLD, gold), scaled(GOLD_LIGHT, gold), scaled(GOLD_LIGHT, gold))
             + bevel(4, 1, scaled(GOLD_DARK, gold), scaled(GOLD_DARK, gold), scaled(GOLD, gold), scaled(GOLD, gold))
             + ornaments(12, (light, light, light, 1)))
@@ -152,13 +151,14 @@ def caption_bar(light):
 
 
 def button(fill_top, fill_bottom, edge, lit, shaded, stone=1.0, glow=None):
-    """A stone key: texture, a translucent fill that gives the state its colour, a gold edge and a bevel."""
-    shots = [textured(0, "stone", (stone, stone, 0.98 * stone, 1), (0.76 * stone, 0.74 * stone, 0.72 * stone, 1)),
-             rectangle(1, fill_top, fill_bottom)]
+    """A stone key: a gold edge round a texture, a translucent fill that gives the state its colour, and a bevel. Edges are
+    nested rectangles, not lines, so that they grow with the screen."""
+    shots = [rectangle(0, tone(INK)), rectangle(1, edge),
+             textured(2, "stone", (stone, stone, 0.98 * stone, 1), (0.76 * stone, 0.74 * stone, 0.72 * stone, 1)),
+             rectangle(2, fill_top, fill_bottom)]
     shots += bevel(2, 2, lit, lit, shaded, shaded)
-    shots += [outline(1, edge), outline(0, tone(INK))]
     if glow:
-        shots.append(outline(-1, glow))
+        shots += bevel(-1, 1, glow, glow, glow, glow)
     return shots
 
 
