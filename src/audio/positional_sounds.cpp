@@ -37,6 +37,7 @@ SoundPosition HeardAt(float listenerX, float listenerY, float listenerAngle, flo
 
 void PositionalSounds::Play(const AudioSample* sample, const float* x, const float* y,
                             const std::int32_t* plane) {
+    RemoveFinished(); // one that has ended may start again
     if (Find(x)) return;
     const int channel = Mix_PlayChannelTimed(AnyFreeChannel, sample->chunk.get(), ForEver, NoTimeLimit);
     // A mark on this channel speaks of the sound that had it before, so it is taken before the new one is

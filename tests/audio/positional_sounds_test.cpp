@@ -142,6 +142,14 @@ TEST_F(Positional, ReportOfAnEndedSoundDoesNotRemoveItsSuccessor) {
     EXPECT_EQ(sound.Positional().Find(&y)->channel, channel);
     sound.Positional_Update();
     EXPECT_EQ(sound.Positional().Count(), 1U);
+    // An ended one can start again at once.
+    sound.Positional_Stop(&y, &x);
+    sound.Positional_Play(tone, &x, &y, &sourcePlane);
+    sound.Positional_Update();
+    Mix_HaltChannel(sound.Positional().Find(&x)->channel);
+    sound.Positional_Play(tone, &x, &y, &here);
+    ASSERT_NE(sound.Positional().Find(&x), nullptr);
+    EXPECT_FALSE(sound.Positional().Find(&x)->expiring);
     // A sound that was not told to end stays listed when its channel falls silent.
     QEV_Audio::ChannelFinished(channel);
     sound.Positional_Update();
@@ -162,6 +170,7 @@ TEST_F(Positional, ReportsMayComeFromAnotherThread) {
         }
     });
     for (int round = 0; round < 300; round++) {
+        Mix_HaltChannel(-1); // what was reported too early must not fill the mixer
         for (const float& place : places)
             sound.Positional_Play(tone, &place, &y, &elsewhere);
         sound.Positional_Update();
