@@ -34,7 +34,7 @@ std::vector<std::int16_t> SoundTest::Close() {
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
     const std::string bytes = ReadFile("heard.raw");
     std::vector<std::int16_t> samples(bytes.size() / sizeof(std::int16_t));
-    std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(std::int16_t));
+    if (!samples.empty()) std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(std::int16_t));
     return samples;
 }
 
