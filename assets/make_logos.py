@@ -255,7 +255,7 @@ def maker_logo():
     c = canvas.context
     for k in range(-5, 6):
         angle = -math.pi / 2 + k * 0.24
-        reach = 62 if k % 2 else 50
+        reach = 58 if k % 2 else 48
         c.new_path()
         c.move_to(256 + 34 * math.cos(angle), 66 + 34 * math.sin(angle))
         c.line_to(256 + reach * math.cos(angle), 66 + reach * math.sin(angle))
