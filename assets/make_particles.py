@@ -49,11 +49,12 @@ def glow(size=64):
     return white(np.clip(alpha, 0, 1) * edge(x, y))
 
 
-def mote(size=32):
-    """A grain with a hard bright middle and a faint halo, for sprites a few pixels wide."""
+def mote(size=16):
+    """A grain with a bright middle and a faint halo. It is shown a few pixels wide, so it has only a few texels: more
+    would be skipped by the filter and make it flicker."""
     x, y = grid(size)
     r = np.hypot(x, y)
-    return white((0.8 * np.exp(-(r / 0.24) ** 2) + 0.28 * np.exp(-(r / 0.5) ** 2) - 0.01) * edge(x, y))
+    return white((0.85 * np.exp(-(r / 0.30) ** 2) + 0.28 * np.exp(-(r / 0.52) ** 2) - 0.01) * edge(x, y, 0.14))
 
 
 def streak(width=32, length=64):
