@@ -62,11 +62,13 @@ void FillStates(GUI_Window& window) {
         const float left = 0.13F * static_cast<float>(i);
         const GuiState state = States[i];
         Add<GUI_Label>(window, left, 0.0F, StateNames[i], GuiState::Disabled).width = 0.13F;
-        Add<GUI_Button>(window, left, 0.05F, "button", state).width = 0.12F;
+        Add<GUI_Button>(window, left, 0.05F, "Menu", state).width = 0.12F;
         Add<GUI_EditBox>(window, left, 0.11F, "", state).width = 0.12F;
-        Add<GUI_CheckBox>(window, left, 0.17F, "check", state).checked = i == 3;
-        Add<GUI_RadioButton>(window, left, 0.22F, "radio", state).checked = i == 0;
-        Add<GUI_Component>(window, left, 0.28F, "page tab", state).stid = 14;
+        Add<GUI_CheckBox>(window, left, 0.17F, "box", state).checked = i == 3;
+        Add<GUI_RadioButton>(window, left, 0.22F, "dot", state).checked = i == 0;
+        auto& tab = Add<GUI_Component>(window, left, 0.28F, "tab", state);
+        tab.stid = 14;
+        tab.width = 0.12F;
     }
     Add<GUI_Panel>(window, 0.0F, 0.34F, "", GuiState::Disabled).width = 0.25F;
     auto& bar = Add<GUI_ProgressBar>(window, 0.27F, 0.34F, "", GuiState::Disabled);
