@@ -32,8 +32,8 @@ def choose(game, row):
         since = game.log().rsplit("[PAUSE]", 1)[-1]
         return "State mode Change - [CHANGE]" in since or "State mode Change - [END]" in since
 
-    game.click(*PAUSE_CAPTION)
-    time.sleep(0.5)  # the list unrolls
+    game.move(*PAUSE_CAPTION)
+    time.sleep(0.7)  # the list unrolls under the pointer
     game.click(*PAUSE_ROWS[row])
     game.await_true(left, f"leaving by {row}", act=lambda: game.click(*CONFIRM_OK), pause=0.3)
 
@@ -48,7 +48,7 @@ class Course(Journey):
         game.await_end()
 
     def test_the_whole_course(self):
-        game = self.start()
+        game = self.start(fast=3)
         game.to_game()
         game.pause()
         game.key("Escape")
@@ -65,7 +65,7 @@ class Course(Journey):
         self.assertIn("<gui>\n  <hform1>\n    left = 0.050000\n    top = 0.350000\n  </hform1>\n", config)
 
     def test_quit_from_the_game(self):
-        game = self.start()
+        game = self.start(fast=3)
         game.to_game()
         game.pause()
         choose(game, "Quit")

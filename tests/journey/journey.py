@@ -64,14 +64,19 @@ class Display:
 class Game:
     """One run of the program in a folder of its own."""
 
-    def __init__(self, display, config=None, program="quarvello", folder=None, preload=None, environment=None):
+    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=1):
+        """`preload` names libraries to load into the program; its clock runs `fast` times as fast."""
         self.display = display
         self.folder = folder or make_run_folder(config)
         self.environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy")
-        self.environment.update(environment or {})
-        if preload:
+        libraries = list(preload)
+        if fast > 1:
+            self.environment["FAST_CLOCK"] = str(fast)
+            libraries.append("fast_clock")
+        if libraries:
             # The sanitizer's library must come first.
-            self.environment["LD_PRELOAD"] = " ".join([*sanitizer_library(BUILD / program), str(preload)])
+            self.environment["LD_PRELOAD"] = " ".join(
+                [*sanitizer_library(BUILD / program), *(str(BUILD / f"tests/lib{name}.so") for name in libraries)])
         self.log_path = self.folder / "log.txt"
         self.log_path.unlink(missing_ok=True)
         self.process = subprocess.Popen([str(BUILD / program)], cwd=self.folder, env=self.environment,
@@ -133,6 +138,13 @@ class Game:
     def key(self, *names):
         self.xdotool("key", *names)
 
+    def tap(self, name):
+        """A key held for as long as a finger holds it, so that slow pictures see it too."""
+        self.xdotool("keydown", name)
+        time.sleep(0.12)
+        self.xdotool("keyup", name)
+        time.sleep(0.05)
+
     def type(self, text):
         self.xdotool("type", "--delay", "30", text)
 
@@ -191,8 +203,8 @@ class Game:
         _, _, width, height = self.geometry()
         return width * 0.05, height * 0.82, width * 0.09, height * 0.1
 
-    def menu_item(self, name):
-        """Clicks one of the four boxes, found by the label that stands beside the pointer."""
+    def menu_item(self, name, shoot=None):
+        """Clicks one of the four boxes, found by the label that stands beside the pointer; calls `shoot` before the click."""
         tried = 0
         places = [(x / 100, y / 100) for y in range(44, 80, 5) for x in range(36, 66, 4)]
 
@@ -204,6 +216,8 @@ class Game:
 
         place = lambda: places[(tried - 1) % len(places)]
         self.await_true(lambda: hovered_label(self.look(), *place()) == name, f"the box {name}", act=search, pause=0)
+        if shoot:
+            shoot()
         self.xdotool("click", 1)
 
     def to_game(self, times=1):

@@ -3,7 +3,7 @@
 import time
 import unittest
 
-from journey import BUILD, Journey
+from journey import Journey
 
 NAME_OK = (0.38, 0.52)
 
@@ -12,13 +12,12 @@ class Play(Journey):
     def play_square(self, game, column):
         """Moves a square from its place at column 4 to another and drops it."""
         for _ in range(abs(column - 4)):
-            game.key("Left" if column < 4 else "Right")
-            time.sleep(0.06)
+            game.tap("Left" if column < 4 else "Right")
         game.key("space")
         time.sleep(0.9)  # twenty rows at a row a frame, with a slow machine in mind
 
     def test_to_the_end_and_into_the_table(self):
-        game = self.start(preload=BUILD / "tests/libsame_rand.so")
+        game = self.start(preload=["same_rand"], fast=2)
         game.to_game()
         game.pause()
         game.key("Escape")
@@ -39,7 +38,7 @@ class Play(Journey):
         game.close_window()
         game.await_end()
 
-        again = self.start(folder=game.folder, preload=BUILD / "tests/libsame_rand.so")
+        again = self.start(folder=game.folder, preload=["same_rand"], fast=2)
         again.to_game()
         again.pause()
         again.key("Escape")

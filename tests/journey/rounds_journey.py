@@ -4,7 +4,7 @@ import time
 import unittest
 
 from course_journey import choose
-from journey import BUILD, Journey
+from journey import Journey
 
 ROUNDS = 10
 SETTLED = 3     # rounds until every cache of the driver has seen all that there is
@@ -17,8 +17,7 @@ class Rounds(Journey):
         return int(status["VmRSS"].split()[0]), int(status["Threads"])
 
     def test_nothing_grows(self):
-        fast = [BUILD / "tests/libfast_clock.so", BUILD / "tests/libcount_resources.so"]
-        game = self.start(preload=" ".join(map(str, fast)), environment={"FAST_CLOCK": "4"})
+        game = self.start(preload=["count_resources"], fast=4)
         game.to_menu()
         held = []
         for played in range(1, ROUNDS + 1):
