@@ -1,5 +1,6 @@
-// Preloaded into the game, counts what it holds of the libraries: textures, display lists, samples and music. The
-// counts go to the file "resources.txt" in the working directory with each picture whose count differs from the last.
+// Preloaded into the game, counts what it holds of the libraries: textures, display lists, samples and music.
+// The counts go to the file "resources.txt" in the working directory with each picture whose count differs
+// from the last.
 #include <cstdio>
 #include <dlfcn.h>
 
@@ -12,7 +13,9 @@ struct Counts {
 Counts now;
 Counts written;
 
-template<class Function> Function Real(const char* name) { return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name)); }
+template<class Function> Function Real(const char* name) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
 
 } // namespace
 
@@ -75,7 +78,8 @@ void SDL_GL_SwapBuffers() {
     if (now == written) return;
     written = now;
     if (std::FILE* file = std::fopen("resources.txt", "w")) {
-        std::fprintf(file, "%ld textures, %ld lists, %ld samples, %ld tracks\n", now.textures, now.lists, now.samples, now.tracks);
+        std::fprintf(file, "%ld textures, %ld lists, %ld samples, %ld tracks\n", now.textures, now.lists,
+                     now.samples, now.tracks);
         std::fclose(file);
     }
 }

@@ -1,4 +1,5 @@
-// Preloaded into the game, lets SDL's clock run FAST_CLOCK times as fast, so that long waits for fades are short.
+// Preloaded into the game, lets SDL's clock run FAST_CLOCK times as fast, so that long waits for fades are
+// short.
 #include <cstdint>
 #include <cstdlib>
 #include <dlfcn.h>

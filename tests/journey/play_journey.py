@@ -9,15 +9,21 @@ NAME_OK = (0.38, 0.52)
 
 
 class Play(Journey):
+    def throws(self, game):
+        text = (game.folder / "throws.txt").read_text()
+        return int(text) if text.strip() else self.throws(game)
+
     def play_square(self, game, column):
-        """Moves a square from its place at column 4 to another and drops it."""
+        """Moves a square from its place at column 4 to another, drops it and waits for the next to be dealt."""
         for _ in range(abs(column - 4)):
             game.tap("Left" if column < 4 else "Right")
+        before = self.throws(game)
         game.key("space")
-        time.sleep(0.9)  # twenty rows at a row a frame, with a slow machine in mind
+        # The light takes three throws at a time, a piece one.
+        game.await_true(lambda: (self.throws(game) - before) % 3 == 1, "the next piece")
 
     def test_to_the_end_and_into_the_table(self):
-        game = self.start(preload=["same_rand"], fast=2)
+        game = self.start(preload=["same_rand"])
         game.to_game()
         game.pause()
         game.key("Escape")
@@ -27,7 +33,7 @@ class Play(Journey):
         over = game.log().count("State mode Change - [PAUSE]")
         game.await_true(lambda: game.log().count("State mode Change - [PAUSE]") > over, "the end of the game",
                         act=lambda: game.key("space"), pause=0.2)
-        time.sleep(0.5)
+        time.sleep(0.5)  # the dialog's first pictures
         game.key(*["BackSpace"] * 10)
         game.type("Nefer")
         game.key("Return")
@@ -38,7 +44,7 @@ class Play(Journey):
         game.close_window()
         game.await_end()
 
-        again = self.start(folder=game.folder, preload=["same_rand"], fast=2)
+        again = self.start(folder=game.folder, preload=["same_rand"])
         again.to_game()
         again.pause()
         again.key("Escape")
