@@ -92,7 +92,7 @@ def check_effect(directory, name, fail):
     for prefix, rate_wanted in (("", 22050), ("HQ_", 44100)):
         path = os.path.join(directory, "sounds", prefix + name + ".wav")
         rate, samples = read(path)
-        seconds, peak = samples.shape[1] / rate, 2 * level(np.abs(samples).max()) / 1
+        seconds, peak = samples.shape[1] / rate, 2 * level(np.abs(samples).max())
         rms, loud = level((samples ** 2).mean()), effect_loudness(samples, rate)
         ends = 2 * level(max(np.abs(samples[:, 0]).max(), np.abs(samples[:, -1]).max()))
         share, above = treble(samples, rate) if prefix else (0, 99)

@@ -192,7 +192,8 @@ def logo():
                     attack=0.004)
         place(total[0], bell, at, 0.10 * level)
         place(total[1], bell, at + 0.0007, 0.10 * level)
-    return np.tanh(1.25 * (lambda s: s / np.abs(s).max())(hall(total, 2.2, 90, 0.5)))
+    total = hall(total, 2.2, 90, 0.5)
+    return np.tanh(1.25 * total / np.abs(total).max())
 
 
 def main():

@@ -12,7 +12,7 @@
     bars 65-72  the voices leave one after the other; the figure leads back to the start
 """
 from sound.harmony import arpeggio, bass, pad
-from sound.score import BEATS, Part, Tempo, pitch
+from sound.score import BEATS, Part, Tempo
 
 NAME, TITLE = "Kolvex_NewAge", "River Stones"
 BARS = 72
