@@ -12,7 +12,7 @@ import sys
 import wave
 
 import numpy as np
-from scipy.signal import bilinear, lfilter
+from scipy.signal import lfilter
 
 # name: shortest and longest seconds, lowest and highest loudness.
 EFFECTS = {
