@@ -5,6 +5,7 @@
 
 #include "core/game_mode.h"
 
+#include <optional>
 #include <string>
 
 class mainScene {
@@ -58,7 +59,7 @@ protected:
     // Frames of the given kind for as long as the state holds.
     void RunWhile(State state, void (mainScene::*frame)());
 
-    // Path last given to LoadMap and to ExecConfig; at most 79 bytes.
-    std::string mapName;
-    std::string configName;
+    // Path last given to LoadMap and to ExecConfig, at most 79 bytes; none before.
+    std::optional<std::string> mapName;
+    std::optional<std::string> configName;
 };

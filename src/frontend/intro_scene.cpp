@@ -44,8 +44,8 @@ void DrawPart(float halfHeight, float z, float top, float bottom) {
 
 void IntroScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainIntro::GameStart\n");
-    mapName.clear();
-    configName.clear();
+    mapName.reset();
+    configName.reset();
     camera.Start();
     camera.SetPosition(0.0F, 0.0F, -4.0F);
     camera.SetAngles(0.0F, 0.0F);

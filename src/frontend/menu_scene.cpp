@@ -58,8 +58,8 @@ void OnQuitRequest() {
 
 void MenuScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainIntro::GameStart\n");
-    mapName.clear();
-    configName.clear();
+    mapName.reset();
+    configName.reset();
     camera.Start();
     camera.SetPosition(0.0F, 0.0F, -4.0F);
     input.Start();

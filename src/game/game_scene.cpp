@@ -87,8 +87,8 @@ void SetUpLight() {
 void GameScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainScene::GameStart\n");
     BuildGui();
-    mapName.clear();
-    configName.clear();
+    mapName.reset();
+    configName.reset();
     lastRank = -1;
     camera.Start();
     input.Start();

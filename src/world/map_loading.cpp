@@ -116,7 +116,7 @@ template<class Container> void Create(std::unique_ptr<Container>& container, con
 
 } // namespace
 
-bool LoadMapFile(mainScene& scene, std::string& mapName, const char* path, LoadStep step) {
+bool LoadMapFile(mainScene& scene, std::optional<std::string>& mapName, const char* path, LoadStep step) {
     if (step) step("Loading map...");
     LogWrite("mainScene::LoadMap(%s)\n", path);
     ConfigFile file(path);
@@ -124,7 +124,7 @@ bool LoadMapFile(mainScene& scene, std::string& mapName, const char* path, LoadS
         LogWrite("mainScene::LoadMap(%s) - Can't load file\n", path);
         return false;
     }
-    mapName = std::string_view(path).substr(0, MaxMapPath);
+    mapName = std::string(std::string_view(path).substr(0, MaxMapPath));
     if (step) step("Allocating memory..");
     scene.StopMap();
     scene.StartMap();

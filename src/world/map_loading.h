@@ -4,6 +4,7 @@
 
 #include "core/scene.h"
 
+#include <optional>
 #include <string>
 
 // Called with the name of each step of a load as it begins.
@@ -12,4 +13,4 @@ using LoadStep = void (*)(const char* text);
 // Loads a map file in place of the current map: the scene's StopMap and StartMap, then the file's blocks. The
 // path goes to `mapName`. Returns false when the scene cannot go on; every failure is logged. `step` may be
 // none.
-bool LoadMapFile(mainScene& scene, std::string& mapName, const char* path, LoadStep step);
+bool LoadMapFile(mainScene& scene, std::optional<std::string>& mapName, const char* path, LoadStep step);

@@ -62,8 +62,8 @@ void WorldScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainScene::GameStart\n");
     BuildGui();
     OpenLoadingScreen(LoadingSteps, "Loading...");
-    mapName.clear();
-    configName.clear();
+    mapName.reset();
+    configName.reset();
     camera.Start();
     input.Start();
     ExecConfig("config.cfg");

@@ -28,7 +28,7 @@ public:
     void Update() override {}
     void Draw() override {}
     bool LoadMap(const char* path) override { return LoadMapFile(*this, mapName, path, NoteStep); }
-    const std::string& MapName() const { return mapName; }
+    std::string MapName() const { return mapName.value_or(""); }
 
     static void NoteStep(const char* text) { steps.emplace_back(text); }
     static std::vector<std::string> steps;
