@@ -34,6 +34,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Md2Model model;
     if (!model.Parse(bytes.subspan(tagSize))) return 0;
     model.ParseTags(bytes.first(tagSize));
-    if (model.FrameCount() > 0) Play(model);
+    Play(model);
     return 0;
 }

@@ -48,7 +48,7 @@ void Md2Instance::InterpolateTag() {
 
 void Md2Instance::Draw() const {
     if (!model) return;
-    if (model->FrameCount() > 0 && model->CornerCount() > 0) {
+    if (model->CornerCount() > 0) {
         float* positions = modelState.Buffer(model->CornerCount() * 3);
         model->Interpolate(currentFrame, nextFrame, t, positions);
         glEnableClientState(GL_VERTEX_ARRAY);

@@ -54,7 +54,8 @@ std::uint64_t FrameSize(const Md2Header& header) {
 
 bool HeaderIsSane(const Md2Header& header, std::size_t fileSize) {
     if (header.magic != Md2Header::Magic || header.vertexCount < 0) return false;
-    if (header.skinWidth <= 0 || header.skinHeight <= 0) return false;
+    // Without a frame nothing would bound the count of vertices.
+    if (header.frameCount <= 0 || header.skinWidth <= 0 || header.skinHeight <= 0) return false;
     if (!Holds(fileSize, header.texcoordOffset, header.texcoordCount, TexcoordSize)) return false;
     if (!Holds(fileSize, header.triangleOffset, header.triangleCount, TriangleSize)) return false;
     if (!Holds(fileSize, header.frameOffset, header.frameCount, FrameSize(header))) return false;

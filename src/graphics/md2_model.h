@@ -74,8 +74,8 @@ public:
     // characters. A missing or damaged model is logged and replaced by "default/blank.md2"; false, logged,
     // when that cannot be read either.
     bool Load(const char* path);
-    // Decodes a model file's bytes. False, model empty: not an MD2 file, or a count, offset or index that the
-    // file does not hold.
+    // Decodes a model file's bytes. False, model empty: not an MD2 file, no frame, or a count, offset or
+    // index that the file does not hold.
     bool Parse(std::span<const std::byte> file);
     // Decodes a tag side file for the frames of the parsed model: a 16-bit marker 31241, then P and Q as six
     // floats a frame. False, no tags: another marker or too short.

@@ -73,8 +73,11 @@ TEST(Md2Model, RefusesWhatTheFileDoesNotHold) {
     EXPECT_FALSE(Parse(model, spoilt(2, 0)));
     EXPECT_FALSE(Parse(model, spoilt(6, 2))) << "an index beyond the vertices";
     EXPECT_FALSE(Parse(model, spoilt(7, 2))) << "an index beyond the texture coordinates";
-    Md2Maker empty;
-    EXPECT_TRUE(Parse(model, empty.Bytes()));
+    EXPECT_FALSE(Parse(model, Md2Maker().Bytes())) << "no frames";
+    EXPECT_FALSE(Parse(model, Md2Maker::Triangle(0).Bytes()));
+    Md2Maker hollow;
+    hollow.frames.resize(1);
+    EXPECT_TRUE(Parse(model, hollow.Bytes())) << "no triangles are no fault";
     // A small file that asks for gigabytes once its frames are spread over the triangles.
     Md2Maker greedy = Md2Maker::Triangle(2000);
     greedy.triangles.resize(9000, {0, 1, 2, 0, 1, 2});
@@ -271,7 +274,9 @@ TEST_F(Md2Test, DrawsBetweenItsFramesAndWhatItCarries) {
 }
 
 TEST_F(Md2Test, IndicesWithoutAnEntryDrawNothing) {
-    WriteFile("a.md2", Md2Maker().Bytes());
+    Md2Maker hollow;
+    hollow.frames.resize(1);
+    WriteFile("a.md2", hollow.Bytes());
     store.AddMD2("a.md2", "default/blank.png");
     store.AddInstance(0);
     store.AddInstance(55);
