@@ -56,7 +56,7 @@ void BM_KsmLoad(benchmark::State& state) {
         const FileBytes file(path);
         KsmMesh mesh;
         if (!mesh.Parse(file.Bytes(), 2.0F)) state.SkipWithError("the model was refused");
-        benchmark::DoNotOptimize(mesh.normals.get());
+        benchmark::DoNotOptimize(mesh.normals);
         benchmark::ClobberMemory();
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * FileSize));

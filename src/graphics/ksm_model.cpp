@@ -24,12 +24,6 @@ float LittleFloat(const std::byte* bytes) {
     return std::bit_cast<float>(bits);
 }
 
-// Normal of a triangle as one of its corners sees it: the same direction from all three, each rounded its own
-// way.
-Vec3 CornerNormal(Vec3 corner, Vec3 next, Vec3 last) {
-    return FastNormalize(Cross(last - corner, next - corner));
-}
-
 void Store(float* out, Vec3 v) {
     out[0] = v.x;
     out[1] = v.y;
@@ -48,12 +42,13 @@ bool KsmMesh::Parse(std::span<const std::byte> file, float scale) {
 
     triangles = count;
     const std::size_t corners = std::size_t{3} * count;
-    texcoords = std::make_unique_for_overwrite<float[]>(2 * corners);
-    vertices = std::make_unique_for_overwrite<float[]>(3 * corners);
-    normals = std::make_unique_for_overwrite<float[]>(3 * corners);
-    float* texcoord = texcoords.get();
-    float* vertex = vertices.get();
-    float* normal = normals.get();
+    storage = std::make_unique_for_overwrite<float[]>(8 * corners);
+    texcoords = storage.get();
+    vertices = texcoords + 2 * corners;
+    normals = vertices + 3 * corners;
+    float* texcoord = texcoords;
+    float* vertex = vertices;
+    float* normal = normals;
     const std::byte* bytes = body.data();
     for (std::size_t triangle = 0; triangle < count; ++triangle) {
         std::array<Vec3, 3> corner;
@@ -63,9 +58,14 @@ bool KsmMesh::Parse(std::span<const std::byte> file, float scale) {
             texcoord[2 * i] = LittleFloat(bytes + 12);
             texcoord[2 * i + 1] = 1.0F - LittleFloat(bytes + 16);
         }
-        for (std::size_t i = 0; i < 3; ++i) {
-            Store(normal + 3 * i, CornerNormal(corner[i], corner[(i + 1) % 3], corner[(i + 2) % 3]));
-        }
+        // Each corner's normal is the product of the edges that meet there, in the order last times next. The
+        // signs of the edges cancel out, so that three edges serve all corners.
+        const Vec3 ab = corner[1] - corner[0];
+        const Vec3 ac = corner[2] - corner[0];
+        const Vec3 bc = corner[2] - corner[1];
+        Store(normal, FastNormalize(Cross(ac, ab)));
+        Store(normal + 3, FastNormalize(Cross(bc, ab)));
+        Store(normal + 6, FastNormalize(Cross(bc, ac)));
         texcoord += 6;
         vertex += 9;
         normal += 9;
@@ -111,9 +111,9 @@ void KsmModel::BuildList(const KsmMesh& mesh) {
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
     glNewList(list.Base(), GL_COMPILE);
-    glTexCoordPointer(2, GL_FLOAT, 0, mesh.texcoords.get());
-    glVertexPointer(3, GL_FLOAT, 0, mesh.vertices.get());
-    glNormalPointer(GL_FLOAT, 0, mesh.normals.get());
+    glTexCoordPointer(2, GL_FLOAT, 0, mesh.texcoords);
+    glVertexPointer(3, GL_FLOAT, 0, mesh.vertices);
+    glNormalPointer(GL_FLOAT, 0, mesh.normals);
     glDrawArrays(GL_TRIANGLES, 0, 3 * mesh.triangles);
     glEndList();
     glDisableClientState(GL_VERTEX_ARRAY);

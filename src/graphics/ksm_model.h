@@ -17,11 +17,11 @@ struct KsmMesh {
     // Vertices are counted with 16 bits.
     static constexpr unsigned MaxTriangles = 65535 / 3;
 
-    std::unique_ptr<float[]> texcoords; // 2 a vertex: u, 1 - v
-    std::unique_ptr<float[]> vertices;  // 3 a vertex, scaled
-    std::unique_ptr<float[]>
-        normals; // 3 a vertex: the face's normal, away from who sees it counter-clockwise
+    float* texcoords = nullptr; // 2 a vertex: u, 1 - v
+    float* vertices = nullptr;  // 3 a vertex, scaled
+    float* normals = nullptr;   // 3 a vertex: the face's, away from who sees it counter-clockwise
     std::uint16_t triangles = 0;
+    std::unique_ptr<float[]> storage; // holds the three arrays
 
     // Decodes a file's bytes. False, mesh empty: fewer bytes than the count promises, or too many triangles.
     bool Parse(std::span<const std::byte> file, float scale);

@@ -52,6 +52,21 @@ TEST(KsmMesh, ScalesTurnsVRoundAndPointsNormalsAway) {
     }
 }
 
+TEST(KsmMesh, AllCornersOfASlantedTriangleHaveTheFacesNormal) {
+    KsmMesh mesh;
+    ASSERT_TRUE(Parse(mesh, MakeKsm({{1, -2, 0.5F, 0, 0}, {-3, 4, 7, 0, 0}, {2, 2.5F, -6, 0, 0}})));
+    // (C - A) x (B - A), by hand.
+    const double x = 4.5 * 6.5 - -6.5 * 6;
+    const double y = -6.5 * -4 - 1 * 6.5;
+    const double z = 1 * 6 - 4.5 * -4;
+    const double length = std::sqrt(x * x + y * y + z * z);
+    for (int corner = 0; corner < 3; ++corner) {
+        EXPECT_NEAR(mesh.normals[3 * corner], x / length, 0.002);
+        EXPECT_NEAR(mesh.normals[3 * corner + 1], y / length, 0.002);
+        EXPECT_NEAR(mesh.normals[3 * corner + 2], z / length, 0.002);
+    }
+}
+
 TEST(KsmMesh, TakesAFileWholeOrNotAtAll) {
     KsmMesh mesh;
     const std::string whole = MakeKsm(OneTriangle);
