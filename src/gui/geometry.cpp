@@ -75,12 +75,19 @@ GuiEdges HitRect(const GUI_Styles& styles, const GUI_Element& element) {
     const float left = FromRight(corner) ? -(element.left + element.width) : element.left;
     const float top = FromBottom(corner) ? -(element.top + element.height) : element.top;
     GuiEdges edges = {left, top, left + element.width, top + element.height};
+    const auto whole = [&] {
+        edges.right = edges.left + element.width;
+        edges.bottom = edges.top + element.height;
+    };
     const GUI_Element* parent = element.GetParent();
     for (const GUI_Element* p = parent; p; p = p->GetParent()) {
         const GUI_Style& style = styles.Get(p->stid);
         const float x = p->left + (FromRight(corner) ? p->width : 0.0F) + (p->scissor ? style.leftx : 0.0F);
         const float y = p->top + (FromBottom(corner) ? p->height : 0.0F) + (p->scissor ? style.lefty : 0.0F);
-        edges = {edges.left + x, edges.top + y, edges.right + x, edges.bottom + y};
+        edges.left += x;
+        edges.top += y;
+        whole();
+        // The outermost container decides: those within it check their own rectangle first.
         if (!p->scissor) continue;
         edges.right = std::min(edges.right, p->left + p->width - style.rightx);
         edges.bottom = std::min(edges.bottom, p->top + p->height - style.righty);
@@ -88,8 +95,7 @@ GuiEdges HitRect(const GUI_Styles& styles, const GUI_Element& element) {
     if (StandsInFrame(element, parent)) {
         edges.left -= styles.Get(parent->stid).leftx;
         edges.top -= styles.Get(parent->stid).lefty;
-        edges.right = edges.left + element.width;
-        edges.bottom = edges.top + element.height;
+        whole();
     }
     return edges;
 }

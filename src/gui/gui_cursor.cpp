@@ -5,6 +5,8 @@
 
 void GuiCursor::Draw() const {
     if (!visible) return;
+    glEnable(GL_TEXTURE_2D);
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
     glBindTexture(GL_TEXTURE_2D, texture.Get(picture));
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);

@@ -4,6 +4,9 @@
 #include "graphics/textures.h"
 
 struct GuiCursor {
+    // Without a skin the pointer is a plain white square.
+    static constexpr float DefaultSize = 0.04F;
+
     constexpr GuiCursor() = default;
 
     // Its upper left corner stands at the pointer; the picture is stored upside down.
@@ -13,6 +16,6 @@ struct GuiCursor {
     int picture = -1; // index in `texture`
     float x = 0.0F;   // the pointer, in GUI units; scenes may move it
     float y = 0.0F;
-    float size = 0.0F; // side of the square
+    float size = DefaultSize; // side of the square
     bool visible = false;
 };

@@ -29,9 +29,8 @@ void GUI_Items::SetItems(const char* text) {
 
 void GUI_Items::FindHoveredIndex(float y) {
     if (!parent) return;
-    const float clientTop = scissor ? gui.GetStyles().Get(parent->stid).lefty : 0.0F;
-    const float bottom = parent->top + top + clientTop + FirstRow + static_cast<float>(count) * RowHeight;
-    const float distance = bottom - y;
+    const float drawnTop = DrawnRect(gui.GetStyles(), *this).top;
+    const float distance = drawnTop + FirstRow + static_cast<float>(count) * RowHeight - y;
     const int index = distance == 0.0F ? 0 : TruncateToInt(static_cast<double>(count) - distance * 20.0);
     hoveredIndex = std::clamp(index, 0, std::max(count - 1, 0));
 }
@@ -102,13 +101,13 @@ void GUI_Items::Draw() {
 
 void GUI_Items::DrawRows(float x, float y) const {
     const GUI_Style& style = gui.GetStyles().Get(stid);
-    const float markTop = y + FirstRow + static_cast<float>(std::max(hoveredIndex, 0)) * RowHeight;
-    if (markTop + RowHeight <= y + height) {
+    const float mark = FirstRow + static_cast<float>(std::max(hoveredIndex, 0)) * RowHeight;
+    if (mark <= height) {
         glEnable(GL_BLEND);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         glDisable(GL_TEXTURE_2D);
         glColor4f(1.0F, 0.0F, 0.0F, 0.2F);
-        glRectf(x, markTop, x + width, markTop + RowHeight);
+        glRectf(x, y + mark, x + width, y + mark + RowHeight);
         glEnable(GL_TEXTURE_2D);
         glDisable(GL_BLEND);
     }

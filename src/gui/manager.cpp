@@ -50,6 +50,7 @@ void QEV_Gui::Start(const char* path) {
 void QEV_Gui::ReadCursor(ConfigFile* file, const char* path) {
     cursor.texture.Init();
     cursor.picture = -1;
+    cursor.size = GuiCursor::DefaultSize;
     if (!INI_FindBlock("cursor", file)) {
         LogWrite("QEV_Gui::Start[ failed ] Loading %s - couldn't find cursor info block\n", path);
         return;
@@ -136,8 +137,7 @@ void QEV_Gui::Draw() {
 
 void QEV_Gui::DrawFocusFrame() {
     if (!focus) return;
-    const GUI_Element* parent = focus->GetParent();
-    if (focus->visible && (!parent || parent->visible))
+    if (focus->IsShown())
         styles.DrawFocus(*focus);
     else
         focus->LostFocus();
@@ -152,12 +152,14 @@ void QEV_Gui::Render() {
 }
 
 void QEV_Gui::LoadingStart(float left, float top, std::uint16_t steps, const char* caption) {
-    loading.savedWindows = std::move(windows);
-    loading.savedFocus = focus;
-    loading.savedHovered = hovered;
-    loading.savedOnReleaseOutside = OnReleaseOutside;
-    loading.savedOnKey = OnKey;
-    loading.shown = true;
+    if (!loading.shown) {
+        loading.savedWindows = std::move(windows);
+        loading.savedFocus = focus;
+        loading.savedHovered = hovered;
+        loading.savedOnReleaseOutside = OnReleaseOutside;
+        loading.savedOnKey = OnKey;
+        loading.shown = true;
+    }
     windows.clear();
     focus = nullptr;
     hovered = nullptr;

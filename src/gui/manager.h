@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <vector>
 
+class ConfigFile;
 struct AudioSample;
 
 class QEV_Gui {
@@ -83,8 +84,8 @@ private:
     void DropHovered();
     void SetUpButtons(GUI_Window& window) const;
     void DrawFocusFrame();
-    void ReadCursor(class ConfigFile* file, const char* path);
-    void ReadSounds(class ConfigFile* file, const char* path);
+    void ReadCursor(ConfigFile* file, const char* path);
+    void ReadSounds(ConfigFile* file, const char* path);
 
     GUI_Styles styles;
     std::vector<GUI_Window*> windows;

@@ -42,6 +42,7 @@ void GUI_Memo::AddParts(GUI_Component& whole, GUI_ComponentList& list, GUI_Eleme
     memo.RefreshLineNum();
     memo.scroll.position = 1;
     memo.scroll.Changed();
+    memo.scroll.lastPosition = memo.scroll.position;
 }
 
 void GUI_Memo::Draw() {
@@ -74,7 +75,6 @@ void GUI_Memo::RefreshLineNum() {
     for (Line line = LineAt(0); line.broken; line = LineAt(line.end))
         ++breaks;
     scroll.max = breaks;
-    scroll.position = std::clamp(scroll.position, 0, breaks);
 
     firstShown = 0;
     lastShown = length;
@@ -91,14 +91,8 @@ void GUI_Memo::RefreshLineNum() {
 void GUI_Memo::ScrollChanged(GUI_ScrollBar* bar) {
     GUI_Memo& memo = *static_cast<GUI_MemoScroll*>(bar)->memo;
     memo.RefreshLineNum();
-    for (const GUI_Element* part :
-         {static_cast<GUI_Element*>(bar), static_cast<GUI_Element*>(&bar->first),
-          static_cast<GUI_Element*>(&bar->last), static_cast<GUI_Element*>(&bar->thumb),
-          static_cast<GUI_Element*>(&memo.area)}) {
-        if (gui.Focused() != part) continue;
-        gui.SetFocus(&memo.area);
-        return;
-    }
+    // The bar's buttons keep the focus: a pressed thumb must see its release.
+    if (gui.Focused() == bar || gui.Focused() == &memo.area) gui.SetFocus(&memo.area);
 }
 
 void GUI_Memo::AreaKeyDown(GUI_Element* element, SDL_keysym key) {
@@ -155,6 +149,9 @@ void GUI_Memo::RemoveBeforeCursor() {
     --cursor;
     --length;
     RefreshLineNum();
+    if (scroll.position <= scroll.max) return;
+    scroll.position = scroll.max;
+    scroll.SetPosition();
 }
 
 void GUI_Memo::MoveVertically(int lines) {

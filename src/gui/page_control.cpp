@@ -36,7 +36,7 @@ void GUI_Page::AddComponent(GUI_Component* component) {
 
 void GUI_PageControl::AddPage(GUI_Page* page) {
     if (!page || page->control == this) return;
-    if (page->control) std::erase(page->control->pages, page);
+    if (page->control) page->control->RemovePage(page);
     if (!pages.empty()) {
         const GUI_Page& before = *pages.back();
         page->left = before.left + before.width;
@@ -49,6 +49,11 @@ void GUI_PageControl::AddPage(GUI_Page* page) {
     page->parent = this;
     page->SetParents();
     if (!active) active = page;
+}
+
+void GUI_PageControl::RemovePage(GUI_Page* page) {
+    std::erase(pages, page);
+    if (active == page) active = pages.empty() ? nullptr : pages.front();
 }
 
 GUI_Component* GUI_PageControl::IsMouseOver(float x, float y) {

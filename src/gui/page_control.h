@@ -43,6 +43,8 @@ public:
     void SetActivePage(GUI_Page* page) { active = page; }
 
 private:
+    void RemovePage(GUI_Page* page);
+
     std::vector<GUI_Page*> pages;
     GUI_Page* active = nullptr;
 };

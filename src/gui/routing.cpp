@@ -71,12 +71,15 @@ void QEV_Gui::MouseDown() {
 
 void QEV_Gui::MouseUp() {
     GUI_Element* hit = HitElement(true);
-    if (hit != focus && focus) focus->SetNormal();
+    // What was pressed may have lost the focus since; the release ends its drag all the same.
+    if (hovered && hovered != hit && hovered->state == GuiState::Clicked) hovered->SetNormal();
     if (hit) {
+        if (hit != focus && focus) focus->SetNormal();
         hit->MouseUp(cursor.x, cursor.y);
         return;
     }
     if (OnReleaseOutside) OnReleaseOutside();
+    if (focus) focus->SetNormal();
     DropFocus();
 }
 

@@ -5,6 +5,7 @@
 #include "gui/manager.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace {
 
@@ -69,13 +70,13 @@ double GUI_ScrollBar::Positions() const {
 
 void GUI_ScrollBar::StepBack(GUI_Element* arrow) {
     GUI_ScrollBar& bar = BarOf(arrow);
-    if (bar.position > bar.min) --bar.position;
+    if (bar.position > INT32_MIN) --bar.position;
     bar.SetPosition();
 }
 
 void GUI_ScrollBar::StepOn(GUI_Element* arrow) {
     GUI_ScrollBar& bar = BarOf(arrow);
-    if (bar.position < bar.max) ++bar.position;
+    if (bar.position < INT32_MAX) ++bar.position;
     bar.SetPosition();
 }
 
@@ -102,7 +103,8 @@ void GUI_ScrollBar::DrawThumb(GUI_Component* component) {
     const float wholeLength = length;
     const float wholePlace = place;
     length = static_cast<float>(wholeLength / bar.Positions());
-    place += static_cast<float>(bar.position) * length;
+    // A memo whose text has shrunk may stand behind its last line.
+    place += static_cast<float>(std::max(std::min(bar.position, bar.max), bar.min)) * length;
     gui.GetStyles().Draw(thumb, thumb.GetParent());
     length = wholeLength;
     place = wholePlace;

@@ -78,6 +78,8 @@ void GUI_Styles::Destroy() {
     boxes.clear();
     image.Free();
     picture = -1;
+    reportedDrawn.reset();
+    reportedHit.reset();
 }
 
 bool GUI_Styles::AddStyle(GUI_Style&& style) {
@@ -95,5 +97,19 @@ const GUI_Style& GUI_Styles::Get(std::uint8_t stid) const {
 bool GUI_Styles::Check(std::uint8_t stid, const char* origin) const {
     if (Has(stid)) return true;
     LogWrite("%s - Array out of range A.len = %d , val = %d\n", origin, Count(), stid);
+    return false;
+}
+
+bool GUI_Styles::CheckDrawn(std::uint8_t stid) const {
+    if (Has(stid)) return true;
+    if (!reportedDrawn[stid]) Check(stid, "QEV_Gui::GUI_Styles::Draw");
+    reportedDrawn.set(stid);
+    return false;
+}
+
+bool GUI_Styles::CheckHit(std::uint8_t stid) const {
+    if (Has(stid)) return true;
+    if (!reportedHit[stid]) Check(stid, "QEV_Gui::GUI_Window::IsMouseOver");
+    reportedHit.set(stid);
     return false;
 }

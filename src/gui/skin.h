@@ -6,6 +6,7 @@
 #include "gui/geometry.h"
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -99,6 +100,10 @@ public:
     const GUI_Style& Get(std::uint8_t stid) const;
     // False, with a line in the log, when the skin does not have the style.
     bool Check(std::uint8_t stid, const char* origin) const;
+    // The same for a window, which keeps an unknown style: logged the first time that one is drawn and the
+    // first time that one is pointed at, so that the log does not grow with every frame.
+    bool CheckDrawn(std::uint8_t stid) const;
+    bool CheckHit(std::uint8_t stid) const;
 
     // Draws a widget: the shot of its state and its caption. An unknown style is logged and becomes 0.
     void Draw(GUI_Component& component, const GUI_Element* parent) const;
@@ -126,4 +131,6 @@ public:
 
 private:
     std::vector<GUI_Style> styles;
+    mutable std::bitset<256> reportedDrawn;
+    mutable std::bitset<256> reportedHit;
 };

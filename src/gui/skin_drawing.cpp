@@ -79,7 +79,7 @@ void GUI_Styles::Draw(GUI_Component& component, const GUI_Element* parent) const
 }
 
 void GUI_Styles::DrawFrame(const GUI_Window& window) const {
-    if (!Check(window.stid, "QEV_Gui::GUI_Styles::Draw")) return;
+    if (!CheckDrawn(window.stid)) return;
     const GUI_Style& style = Get(window.stid);
     DrawShot(style.shots[static_cast<std::size_t>(window.state)], RectOf(window));
     if (window.caption && *window.caption) {

@@ -11,8 +11,28 @@
 
 namespace {
 
-// Vertices that a list may lack and still have filled up; a real polygon has a handful.
-constexpr int MaxMissing = 255;
+// Blocks that a list may lack and still have listed in the log and, where they are vertices, filled up; a
+// real polygon has a handful.
+constexpr int MaxMissing = 32;
+// Lines about missing blocks that one skin may write.
+constexpr int MaxLines = 512;
+
+// Reports what shots lack, one line a block, so that no count in a file can fill the log.
+class MissingBlocks {
+public:
+    // `line` reports one block; `count` of them are missing.
+    void Report(const char* line, int count) {
+        const int listed = std::min({count, MaxMissing, MaxLines - lines});
+        for (int i = 0; i < listed; ++i)
+            LogWrite("%s", line);
+        if (listed < count && lines < MaxLines)
+            LogWrite("QEV_Gui::GUI_Style::LoadShot [ warning ] - %d more are missing\n", count - listed);
+        lines += std::max(listed, 1);
+    }
+
+private:
+    int lines = 0;
+};
 
 // A key of the block that may be missing: its value, or what it was.
 void ReadOptional(const char* key, ConfigFile* file, float& value) {
@@ -91,11 +111,12 @@ int ReadCount(const char* key, ConfigFile* file) {
     return static_cast<std::uint16_t>(INI_ReadInt(key, file));
 }
 
-void ReadVertices(ConfigFile* file, int count, std::vector<ShotVertex>& vertices) {
+void ReadVertices(ConfigFile* file, int count, std::vector<ShotVertex>& vertices, MissingBlocks& missing) {
     for (int i = 0; i < count; ++i) {
         if (!INI_FindNextBlock("vert", file)) {
             // The rest is missing too: nothing moves the file on.
-            LogWrite("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n");
+            missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n",
+                           count - i);
             vertices.resize(vertices.size() + static_cast<std::size_t>(std::min(count - i, MaxMissing)));
             return;
         }
@@ -104,49 +125,50 @@ void ReadVertices(ConfigFile* file, int count, std::vector<ShotVertex>& vertices
     }
 }
 
-ShotPoly ReadPoly(ConfigFile* file) {
+ShotPoly ReadPoly(ConfigFile* file, MissingBlocks& missing) {
     ShotPoly poly;
     const int count = ReadCount("vnum", file);
     if (INI_FindNextBlock("vertlist", file)) {
-        ReadVertices(file, count, poly.verts);
+        ReadVertices(file, count, poly.verts, missing);
         INI_SkipBlock("vertlist", file);
     } else {
-        LogWrite("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vertlist is found in poly \n");
+        missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vertlist is found in poly \n", 1);
     }
     return poly;
 }
 
-std::vector<ShotPoly> ReadPolys(ConfigFile* file, int count) {
+std::vector<ShotPoly> ReadPolys(ConfigFile* file, int count, MissingBlocks& missing) {
     std::vector<ShotPoly> polys;
     for (int i = 0; i < count; ++i) {
         if (!INI_FindNextBlock("poly", file)) {
             // The rest is missing too, and an empty polygon shows nothing.
-            LogWrite("QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n");
+            missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n",
+                           count - i);
             break;
         }
-        polys.push_back(ReadPoly(file));
+        polys.push_back(ReadPoly(file, missing));
         INI_SkipBlock("poly", file);
     }
     return polys;
 }
 
 // Appends the shots of the enclosing block.
-void LoadShot(ConfigFile* file, Shot& shot) {
+void LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
     while (INI_FindNextBlock("new shot", file)) {
         ShotPolylist& list = shot.emplace_back();
         list.mode = ReadByte("mode", file);
         const int count = ReadCount("polynum", file);
         if (INI_FindNextBlock("polylist", file)) {
-            list.polys = ReadPolys(file, count);
+            list.polys = ReadPolys(file, count, missing);
             INI_SkipBlock("polylist", file);
         } else if (count != 0) {
-            LogWrite("QEV_Gui::GUI_Style::LoadShot [ warning ] - No polylist is found \n");
+            missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No polylist is found \n", 1);
         }
         INI_SkipBlock("new shot", file);
     }
 }
 
-void LoadStyle(ConfigFile* file, GUI_Style& style) {
+void LoadStyle(ConfigFile* file, GUI_Style& style, MissingBlocks& missing) {
     const std::array<std::pair<const char*, float*>, 10> numbers = {{{"leftx", &style.leftx},
                                                                      {"lefty", &style.lefty},
                                                                      {"rightx", &style.rightx},
@@ -166,7 +188,7 @@ void LoadStyle(ConfigFile* file, GUI_Style& style) {
         const std::string state = INI_ReadString("state", file);
         const auto found = std::ranges::find(StateNames, state);
         if (found != StateNames.end()) {
-            LoadShot(file, style.shots[static_cast<std::size_t>(found - StateNames.begin())]);
+            LoadShot(file, style.shots[static_cast<std::size_t>(found - StateNames.begin())], missing);
             recognised = true;
         } else if (!recognised) {
             LogWrite("QEV_Gui::GUI_Style::Load[ warning ] Incorrect or missing value at state = %s \n",
@@ -186,6 +208,7 @@ void LoadStyle(ConfigFile* file, GUI_Style& style) {
 } // namespace
 
 void GUI_Styles::Load(ConfigFile* file) {
+    MissingBlocks missing;
     if (INI_FindNextBlock("general", file)) {
         ReadOptional("win_min_width", file, win_min_width);
         ReadOptional("win_min_height", file, win_min_height);
@@ -206,15 +229,19 @@ void GUI_Styles::Load(ConfigFile* file) {
         LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n");
     }
     if (INI_FindNextBlock("focus style", file)) {
-        LoadShot(file, focus);
+        LoadShot(file, focus, missing);
         INI_SkipBlock("focus style", file);
     } else {
         LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n");
     }
     while (INI_FindNextBlock("New style", file)) {
         GUI_Style style;
-        LoadStyle(file, style);
-        AddStyle(std::move(style));
+        LoadStyle(file, style, missing);
+        if (!AddStyle(std::move(style))) {
+            LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - More than %d styles, the rest isn't read\n",
+                     Count());
+            return;
+        }
         if (!INI_SkipBlock("New style", file))
             LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - Couldn't skip New Style block\n");
     }

@@ -56,17 +56,13 @@ bool GUI_Window::IsInside(float x, float y) {
 
 GUI_Element* GUI_Window::IsMouseOver(float x, float y) {
     if (!visible || !IsInside(x, y)) return nullptr;
-    if (!gui.GetStyles().Check(stid, "QEV_Gui::GUI_Window::IsMouseOver")) return nullptr;
+    if (!gui.GetStyles().CheckHit(stid)) return nullptr;
     GUI_Component* kept = nullptr;
-    bool childHit = false; // a part of a child may be hit in its place, the child's own flag counts
-    bool keptIsClipped = false;
     for (std::size_t i = 0; i < children.Size(); ++i) {
         GUI_Component& child = children[i];
         GUI_Component* hit = child.IsMouseOver(x, y);
-        if (!hit || (childHit && !(keptIsClipped && child.scissor))) continue;
-        kept = hit;
-        childHit = true;
-        keptIsClipped = child.scissor;
+        // What is not clipped lies above the rest, as the close button does.
+        if (hit && (!kept || (kept->scissor && child.scissor))) kept = hit;
     }
     return kept ? static_cast<GUI_Element*>(kept) : this;
 }

@@ -1,0 +1,209 @@
+// Tests with the GUI; see gui_fixture.h.
+#include "support/gui_fixture.h"
+
+#include "core/frame_clock.h"
+#include "graphics/font.h"
+#include "graphics/video.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+void Send(SDL_Event event) {
+    ASSERT_EQ(SDL_PushEvent(&event), 0) << SDL_GetError();
+    gui.ProcessEvents(frameClock.frameDelta);
+}
+
+void SendKey(Uint8 type, SDLKey key, int modifiers) {
+    SDL_Event event{};
+    event.type = type;
+    event.key.keysym.sym = key;
+    event.key.keysym.mod = static_cast<SDLMod>(modifiers);
+    Send(event);
+}
+
+void SendButton(Uint8 type) {
+    SDL_Event event{};
+    event.type = type;
+    event.button.button = SDL_BUTTON_LEFT;
+    Send(event);
+}
+
+std::string Number(float value) {
+    return std::to_string(value);
+}
+
+std::string ColourKeys(Rgba colour) {
+    const auto channel = [](std::uint8_t value) { return Number(static_cast<float>(value) / 255.0F); };
+    return "r = " + channel(colour.red) + "\ng = " + channel(colour.green) + "\nb = " + channel(colour.blue) +
+           "\na = 1\n";
+}
+
+std::string Style(int number) {
+    static constexpr const char* States[] = {"normal", "hover", "clicked", "disabled"};
+    const bool holds = number == 8 || number == 13;
+    std::string text = "<New style>\n";
+    text += "leftx = " + Number(holds ? PlainSkin::LeftX : 0) +
+            "\nlefty = " + Number(holds ? PlainSkin::LeftY : 0);
+    text += "\nrightx = " + Number(holds ? PlainSkin::RightX : 0) +
+            "\nrighty = " + Number(holds ? PlainSkin::RightY : 0);
+    text += "\ntextx = " + Number(PlainSkin::TextX) + "\ntexty = " + Number(PlainSkin::TextY);
+    text += "\ntextr = 1\ntextg = 1\ntextb = 1\ntexta = 1\n";
+    for (int state = 0; state < 4; ++state) {
+        text += std::string("<mode>\nstate = \"") + States[state] + "\"\n";
+        // The caption bar lies over the body; here it leaves it free.
+        if (number != 9)
+            text +=
+                PlainSkin::Rectangle(0, ColourKeys(PlainSkin::Colour(number, static_cast<GuiState>(state))));
+        else
+            text += "<new shot>\nmode = 0\npolynum = 0\n</new shot>\n";
+        text += "</mode>\n";
+    }
+    return text + "</New style>\n";
+}
+
+} // namespace
+
+Rgba PlainSkin::Colour(int style, GuiState state) {
+    return {static_cast<std::uint8_t>(style * 15 + 20),
+            static_cast<std::uint8_t>(static_cast<int>(state) * 60 + 40), 90};
+}
+
+std::string PlainSkin::Vertex(int anchor, float x, float y, const std::string& colour) {
+    return "<vert>\nfixed = " + std::to_string(anchor) + "\nx = " + Number(x) + "\ny = " + Number(y) + "\n" +
+           colour + "</vert>\n";
+}
+
+std::string PlainSkin::Rectangle(int mode, const std::string& colour) {
+    std::string text = "<new shot>\nmode = " + std::to_string(mode) +
+                       "\npolynum = 1\n<polylist>\n<poly>\nvnum = 4\n<vertlist>\n";
+    for (int anchor = 0; anchor < 4; ++anchor)
+        text += Vertex(anchor, 0, 0, colour);
+    return text + "</vertlist>\n</poly>\n</polylist>\n</new shot>\n";
+}
+
+std::string PlainSkin::Text() {
+    std::string text =
+        "<cursor>\nimage = \"gui/cursor.png\"\nsize = 0.02\n</cursor>\n<skin>\n<general>\n"
+        "win_min_width = 0.2\nwin_min_height = 0.1\nwin_max_width = 1.1\nwin_max_height = 1.1\n";
+    text += "scroll_width = " + Number(ScrollSize) + "\nscroll_height = " + Number(ScrollSize) + "\n";
+    text += "image = \"gui/cursor.png\"\n<border>\nbox_num = 1\n<box>\nfixed1 = 0\nfixed2 = "
+            "2\n</box>\n</border>\n"
+            "<close button>\ncaption = \"\"\nwidth = 0.03\nheight = 0.03\nstid = 10\nleft = 0.01\ntop = "
+            "0.01\npos_id = 1\n"
+            "</close button>\n<resize button>\ncaption = \"\"\nwidth = 0.02\nheight = 0.02\nstid = "
+            "15\npos_id = 2\n"
+            "</resize button>\n</general>\n<focus style>\n</focus style>\n";
+    for (int number = 1; number <= 15; ++number)
+        text += Style(number);
+    return text + "</skin>\n";
+}
+
+GuiTest::GuiTest() {
+    SDL_Event dropped;
+    while (SDL_PollEvent(&dropped)) {
+    }
+    WriteFile("gui/cursor.png", MakePng(4, 4, [](int, int) { return Rgba{255, 255, 0}; }));
+    font.Load("font/basic4.png");
+    frameClock.frameDelta = 10;
+    Start(PlainSkin::Text());
+}
+
+void GuiTest::TearDown() {
+    gui.Clear();
+    gui.Destroy();
+    font.Destroy();
+}
+
+void GuiTest::Start(const std::string& skin) {
+    WriteFile("gui/skin.cfg", skin);
+    gui.Start("gui/skin.cfg");
+    gui.cursor.visible = false;
+}
+
+void GuiTest::MoveTo(int x, int y) {
+    SDL_Event event{};
+    event.type = SDL_MOUSEMOTION;
+    event.motion.x = static_cast<Uint16>(x);
+    event.motion.y = static_cast<Uint16>(y);
+    Send(event);
+}
+
+void GuiTest::Move(float x, float y) {
+    MoveTo(static_cast<int>(std::lround(x * static_cast<float>(video.Width()))),
+           static_cast<int>(std::lround(y * static_cast<float>(video.Height()))));
+}
+
+void GuiTest::Press() {
+    SendButton(SDL_MOUSEBUTTONDOWN);
+}
+
+void GuiTest::Release() {
+    SendButton(SDL_MOUSEBUTTONUP);
+}
+
+void GuiTest::Click(float x, float y) {
+    Move(x, y);
+    Press();
+    Release();
+}
+
+void GuiTest::KeyDown(SDLKey key, int modifiers) {
+    SendKey(SDL_KEYDOWN, key, modifiers);
+}
+
+void GuiTest::KeyUp(SDLKey key) {
+    SendKey(SDL_KEYUP, key, KMOD_NONE);
+}
+
+void GuiTest::Type(SDLKey key, int modifiers) {
+    KeyDown(key, modifiers);
+    KeyUp(key);
+}
+
+void GuiTest::Draw() {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glMatrixMode(GL_MODELVIEW);
+    gui.Draw();
+}
+
+void GuiTest::DrawFor(int milliseconds, int frame) {
+    frameClock.frameDelta = static_cast<std::uint32_t>(frame);
+    for (int passed = 0; passed < milliseconds; passed += frame)
+        Draw();
+}
+
+std::vector<Rgba> GuiTest::ReadScreen() {
+    const auto width = static_cast<std::size_t>(video.Width());
+    const auto height = static_cast<std::size_t>(video.Height());
+    std::vector<Rgba> upsideDown(width * height);
+    glReadPixels(0, 0, video.Width(), video.Height(), GL_RGBA, GL_UNSIGNED_BYTE, upsideDown.data());
+    std::vector<Rgba> screen;
+    screen.reserve(upsideDown.size());
+    for (std::size_t row = height; row-- > 0;)
+        screen.insert(screen.end(), upsideDown.begin() + static_cast<std::ptrdiff_t>(row * width),
+                      upsideDown.begin() + static_cast<std::ptrdiff_t>((row + 1) * width));
+    return screen;
+}
+
+GuiTest::Box GuiTest::Find(Rgba colour) {
+    Box box;
+    const std::vector<Rgba> screen = ReadScreen();
+    const int width = video.Width();
+    for (int i = 0; i < static_cast<int>(screen.size()); ++i) {
+        const Rgba pixel = screen[static_cast<std::size_t>(i)];
+        if (pixel.red != colour.red || pixel.green != colour.green || pixel.blue != colour.blue) continue;
+        box.left = std::min(box.left, i % width);
+        box.right = std::max(box.right, i % width + 1);
+        box.top = std::min(box.top, i / width);
+        box.bottom = std::max(box.bottom, i / width + 1);
+    }
+    return box;
+}
+
+int GuiTest::CountPixels(const std::function<bool(Rgba)>& holds) {
+    return static_cast<int>(std::ranges::count_if(ReadScreen(), holds));
+}

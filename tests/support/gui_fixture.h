@@ -1,0 +1,69 @@
+// A test with the GUI on screen: a plain skin whose pictures are flat colours, and hands that send events
+// through SDL's queue.
+#pragma once
+
+#include "gui/manager.h"
+#include "support/gl_fixture.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// Margins of the plain skin's window styles 8 and 13, the size of its scroll buttons, and its caption
+// offsets.
+struct PlainSkin {
+    static constexpr float LeftX = 0.02F;
+    static constexpr float LeftY = 0.06F;
+    static constexpr float RightX = 0.03F;
+    static constexpr float RightY = 0.04F;
+    static constexpr float ScrollSize = 0.04F;
+    static constexpr float TextX = 0.01F;
+    static constexpr float TextY = 0.02F;
+
+    // What a style shows in a state.
+    static Rgba Colour(int style, GuiState state);
+    // The whole file: cursor, general and styles 1 to 15.
+    static std::string Text();
+    // One vertex of a shot.
+    static std::string Vertex(int anchor, float x, float y, const std::string& colour = "");
+    // A shot of one polygon with the four corners of the rectangle.
+    static std::string Rectangle(int mode, const std::string& colour);
+};
+
+class GuiTest : public GlTest {
+protected:
+    GuiTest();
+    // Clears the screen while the test's members still live; windows and widgets are members, not locals.
+    void TearDown() override;
+
+    // Starts the GUI with that skin file's text.
+    static void Start(const std::string& skin);
+
+    // The pointer, in pixels of the screen and in GUI units (to the nearest pixel).
+    static void MoveTo(int x, int y);
+    static void Move(float x, float y);
+    static void Press();
+    static void Release();
+    static void Click(float x, float y);
+    static void KeyDown(SDLKey key, int modifiers = KMOD_NONE);
+    static void KeyUp(SDLKey key);
+    static void Type(SDLKey key, int modifiers = KMOD_NONE);
+
+    // One frame of the GUI over black, with the projection of a mode change.
+    static void Draw();
+    // Frames of that length until so much time has passed.
+    static void DrawFor(int milliseconds, int frame = 10);
+
+    // Where that colour stands in the picture, in pixels from the upper left; right and bottom lie behind it.
+    struct Box {
+        int left = 1 << 20;
+        int top = 1 << 20;
+        int right = 0;
+        int bottom = 0;
+        bool IsEmpty() const { return right <= left; }
+    };
+    static Box Find(Rgba colour);
+    // How often the predicate holds.
+    static int CountPixels(const std::function<bool(Rgba)>& holds);
+    static std::vector<Rgba> ReadScreen(); // rows from the top
+};
