@@ -82,6 +82,7 @@ void QEV_Gui::Destroy() {
 
 void QEV_Gui::Clear() {
     LogWrite("QEV_Gui::Clear()\n");
+    DropHovered(); // so that a screen built again does not open with a lit button
     for (GUI_Window* window : windows) {
         window->ClearComponents();
         window->owner = nullptr;

@@ -1,311 +1,315 @@
-// The widgets under real events: boxes, lists, bars, typing and pages.
-#include "core/frame_clock.h"
+// Check boxes, lists, scroll bars, progress bars and pages, clicked and looked at.
+#include "support/gui_fixture.h"
+
 #include "gui/check_box.h"
-#include "gui/edit_box.h"
 #include "gui/hwindow.h"
 #include "gui/items.h"
-#include "gui/memo.h"
+#include "gui/label.h"
 #include "gui/page_control.h"
 #include "gui/progress_bar.h"
 #include "gui/scroll_bars.h"
-#include "support/gl_window.h"
-#include "support/gui_stage.h"
 
-#include <algorithm>
+#include <cstdlib>
+#include <new>
 
 namespace {
 
-int calls = 0;
+bool counting = false;
+int allocations = 0;
 
-class Widgets : public GuiStage {
+int changes;
+int clicks;
+int chosen;
+
+class WidgetsTest : public GuiTest {
 protected:
-    Widgets() {
-        calls = 0;
-        window.width = 0.9F;
-        window.height = 0.9F;
+    WidgetsTest() {
+        changes = clicks = 0;
+        chosen = -1;
+        window.left = window.top = 0.1F;
+        window.width = window.height = 0.8F;
         gui.AddWindow(&window);
     }
-    // Places in the client area.
-    static float X(float x) { return 0.02F + x; }
-    static float Y(float y) { return 0.04F + y; }
+
+    static constexpr float ClientX = 0.1F + PlainSkin::LeftX;
+    static constexpr float ClientY = 0.1F + PlainSkin::LeftY;
 
     GUI_Window window;
+    GUI_HWindow panel;
+    GUI_CheckBox box;
+    GUI_Items list;
+    GUI_VScroll vertical;
+    GUI_HScroll horizontal;
+    GUI_ProgressBar bar;
+    GUI_PageControl control;
+    GUI_Page pages[3];
+    GUI_Button buttons[3];
+    GUI_Label label;
 };
 
-TEST_F(Widgets, CheckBoxesToggleOnThePress) {
-    GUI_CheckBox box;
-    box.OnClick = [](GUI_Element*) { ++calls; };
+TEST_F(WidgetsTest, ACheckBoxTogglesAndClicksOnThePress) {
+    box.OnClick = [](GUI_Element*) { ++clicks; };
     window.AddComponent(&box);
-    Move(X(0.02F), Y(0.02F));
+    Move(ClientX + 0.02F, ClientY + 0.02F);
     EXPECT_EQ(box.state, GuiState::Hover);
     Press();
     EXPECT_TRUE(box.checked);
-    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_NE(box.state, GuiState::Clicked);
+    Draw();
+    EXPECT_FALSE(Find(PlainSkin::Colour(11, GuiState::Clicked)).IsEmpty()) << "the mark";
+    EXPECT_EQ(box.state, GuiState::Hover);
     Release();
     Press();
-    Release();
     EXPECT_FALSE(box.checked);
-    EXPECT_EQ(calls, 2);
-    gui.Clear();
+    EXPECT_EQ(clicks, 2);
+    box.caption = "Q";
+    Draw();
+    EXPECT_GT(Find(CellColour('Q' - 32)).left, Find(PlainSkin::Colour(11, GuiState::Hover)).right - 8)
+        << "the caption stands right of the box";
 }
 
-TEST_F(Widgets, ItemListsUnrollUnderThePointerAndTellTheRow) {
-    GUI_HWindow holder;
-    holder.left = 0.1F;
-    holder.top = 0.3F;
-    holder.width = 0.3F;
-    holder.height = 0.09F;
-    GUI_Items items;
-    items.SetItems("Resume;Menu;Quit");
-    EXPECT_EQ(items.Count(), 3);
-    EXPECT_FLOAT_EQ(items.OpenHeight(), 0.22F);
-    gui.AddWindow(&holder);
-    holder.AddComponent(&items);
-    const float top = 0.3F;
-    Move(0.15F, top + 0.02F);
-    EXPECT_TRUE(items.IsOpen());
-    Frames(200, 16);
-    EXPECT_FLOAT_EQ(items.height, 0.22F);
-    Move(0.15F, top + 0.07F + 0.14F);
-    EXPECT_EQ(items.HoveredIndex(), 2) << "over the window's lower edge";
-    Move(0.15F, top + 0.07F + 0.001F);
-    EXPECT_EQ(items.HoveredIndex(), 0);
-    items.OnClick = [](GUI_Element* element) {
-        calls += 1 + static_cast<GUI_Items*>(element)->HoveredIndex();
-    };
-    Click(0.15F, top + 0.07F + 0.08F);
-    EXPECT_EQ(calls, 2) << "the second row";
+TEST_F(WidgetsTest, AListUnrollsOverItsWindowsEdgeAndTellsTheChosenRow) {
+    gui.AddWindow(&panel);
+    panel.left = 0.1F;
+    panel.top = 0.3F;
+    panel.width = 0.2F;
+    panel.height = 0.09F;
+    list.SetItems("A;B;C");
+    list.caption = "";
+    list.left = 0.02F;
+    list.top = 0.01F;
+    list.OnClick = [](GUI_Element* element) { chosen = static_cast<GUI_Items*>(element)->HoveredIndex(); };
+    panel.AddComponent(&list);
+    EXPECT_EQ(list.Count(), 3);
+    EXPECT_FLOAT_EQ(list.OpenHeight(), 0.22F);
+    Draw();
+    const Box closed = Find(PlainSkin::Colour(14, GuiState::Normal));
+    EXPECT_NEAR(closed.bottom - closed.top, 0.04 * Height, 1.5) << "closed, it keeps to the client area";
+
+    Move(0.15F, 0.33F);
+    EXPECT_TRUE(list.IsOpen());
+    EXPECT_EQ(gui.Focused(), &list);
+    EXPECT_EQ(gui.Windows().back(), &panel);
+    DrawFor(60);
+    EXPECT_NEAR(list.height, 0.17F, 1e-4) << "0.002 a millisecond";
+    DrawFor(200);
+    EXPECT_FLOAT_EQ(list.height, 0.22F);
+
+    // Each of the rows, all below the window's lower edge but the first, is hit, marked and chosen.
+    for (int row = 0; row < 3; ++row) {
+        const float y = 0.31F + 0.07F + 0.05F * static_cast<float>(row) + 0.04F;
+        Move(0.15F, y);
+        EXPECT_EQ(gui.Hovered(), &list);
+        EXPECT_EQ(list.HoveredIndex(), row);
+        Draw();
+        EXPECT_FALSE(Find(CellColour('A' + row - 32)).IsEmpty());
+        const Rgba plain = PlainSkin::Colour(14, GuiState::Hover);
+        const Rgba marked = PixelAt(static_cast<int>(0.25 * Width), Height - static_cast<int>(y * Height));
+        EXPECT_GT(marked.red, plain.red) << "row " << row;
+        Press();
+        Release();
+        EXPECT_EQ(chosen, row);
+    }
+
+    // A release elsewhere takes the focus, and the list rolls up.
+    Click(0.7F, 0.7F);
+    EXPECT_FALSE(list.IsOpen());
+    EXPECT_EQ(list.HoveredIndex(), -1);
+    DrawFor(200);
+    EXPECT_FLOAT_EQ(list.height, 0.05F);
+    Move(0.15F, 0.5F);
+    EXPECT_NE(gui.Hovered(), &list);
+}
+
+TEST_F(WidgetsTest, AListOpenedByAClickTakesTheRowUnderThePointerAndAnEmptyOneStaysClosed) {
+    list.SetItems("A;B;C");
+    panel.left = panel.top = 0.0F;
+    window.AddComponent(&list);
+    list.height = list.OpenHeight();
+    const float y = 0.1F + 0.07F + 0.05F + 0.02F;
+    gui.cursor.x = 0.15F;
+    gui.cursor.y = y;
+    gui.MouseDown();
+    EXPECT_TRUE(list.IsOpen());
+    EXPECT_EQ(list.HoveredIndex(), 1);
     gui.SetFocus(nullptr);
-    Frames(200, 16);
-    EXPECT_FLOAT_EQ(items.height, 0.05F);
-    EXPECT_EQ(items.HoveredIndex(), -1);
-    items.SetItems("");
-    EXPECT_EQ(items.Count(), 0);
-    gui.Clear();
+    list.SetItems("");
+    EXPECT_EQ(list.Count(), 0);
+    list.state = GuiState::Normal;
+    Click(0.15F, 0.12F);
+    EXPECT_FALSE(list.IsOpen());
 }
 
-TEST_F(Widgets, AnOpenedListIsDrawnOverItsWindowsEdge) {
-    GUI_HWindow holder;
-    holder.left = 0.4F;
-    holder.top = 0.3F;
-    holder.width = 0.3F;
-    holder.height = 0.09F;
-    GUI_Items items;
-    items.SetItems("a;b;c");
-    items.width = 0.2F;
-    gui.Clear();
-    gui.AddWindow(&holder);
-    holder.AddComponent(&items);
-    Move(0.45F, 0.32F);
-    Frames(200, 16);
-    gui.cursor.visible = false;
-    gui.Render();
-    // Back to the picture just drawn: a place below the window, within the list.
-    gui.Draw();
-    EXPECT_GT(ReadPixel(static_cast<int>(0.58 * 640), static_cast<int>(0.50 * 480)).green, 60);
-    gui.Clear();
-}
+TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
+    const auto count = [](GUI_ScrollBar*) { ++changes; };
+    horizontal.width = 0.4F;
+    horizontal.height = 0.05F;
+    horizontal.max = 10;
+    horizontal.position = horizontal.lastPosition = 5;
+    horizontal.OnChange = count;
+    vertical.left = 0.5F;
+    vertical.width = 0.05F;
+    vertical.height = 0.4F;
+    vertical.max = 10;
+    vertical.position = vertical.lastPosition = 5;
+    vertical.OnChange = count;
+    window.AddComponent(&horizontal);
+    window.AddComponent(&vertical);
+    Draw();
 
-TEST_F(Widgets, ScrollBarsStepByArrowsAndFollowTheThumb) {
-    GUI_VScroll bar;
-    bar.left = 0.1F;
-    bar.top = 0.1F;
-    bar.width = 0.05F;
-    bar.height = 0.6F;
-    bar.OnChange = [](GUI_ScrollBar*) { ++calls; };
-    window.AddComponent(&bar);
-    Frames(1, 16);
-    Click(X(0.12F), Y(0.12F));
-    EXPECT_EQ(bar.position, 9);
-    Click(X(0.12F), Y(0.68F));
-    EXPECT_EQ(bar.position, 10);
-    EXPECT_EQ(calls, 2);
-    Move(X(0.12F), Y(0.155F));
+    Click(ClientX + 0.02F, ClientY + 0.025F);
+    EXPECT_EQ(horizontal.position, 4);
+    Click(ClientX + 0.38F, ClientY + 0.025F);
+    Click(ClientX + 0.38F, ClientY + 0.025F);
+    EXPECT_EQ(horizontal.position, 6);
+    Click(ClientX + 0.525F, ClientY + 0.02F);
+    EXPECT_EQ(vertical.position, 4);
+    Click(ClientX + 0.525F, ClientY + 0.38F);
+    EXPECT_EQ(vertical.position, 5);
+    EXPECT_EQ(changes, 5);
+
+    // The thumb goes where the pointer is, in eleven steps along the track.
+    const float track = 0.4F - 2 * PlainSkin::ScrollSize - 0.004F;
+    const auto place = [&](float step) { return 0.002F + PlainSkin::ScrollSize + track * step / 11.0F; };
+    Move(ClientX + place(2.5F), ClientY + 0.025F);
     Press();
-    EXPECT_EQ(bar.position, 0) << "the track's upper end";
-    Move(X(0.12F), Y(0.9F));
-    EXPECT_EQ(bar.position, 20) << "dragged beyond its lower end";
+    EXPECT_EQ(horizontal.position, 2);
+    Draw();
+    const Box thumb = Find(PlainSkin::Colour(3, GuiState::Clicked));
+    EXPECT_NEAR(thumb.left, (ClientX + place(2)) * Width, 2.5);
+    EXPECT_NEAR(thumb.right, (ClientX + place(3)) * Width, 2.5);
+    Move(ClientX + place(9.5F), 0.9F);
+    EXPECT_EQ(horizontal.position, 9);
+    Move(0.99F, 0.9F);
+    EXPECT_EQ(horizontal.position, 10);
+    Move(0.01F, 0.9F);
+    EXPECT_EQ(horizontal.position, 0);
     Release();
-    bar.position = 99;
-    calls = 0;
-    bar.SetPosition();
-    EXPECT_EQ(bar.position, 20);
-    EXPECT_EQ(calls, 1);
-    bar.SetPosition();
-    EXPECT_EQ(calls, 1) << "nothing new";
-    gui.Clear();
+    Move(ClientX + 0.525F, ClientY + place(7.5F));
+    Press();
+    EXPECT_EQ(vertical.position, 7);
+    Release();
 }
 
-TEST_F(Widgets, TheFillOfAProgressBar) {
-    GUI_ProgressBar bar;
+TEST_F(WidgetsTest, SettingAPositionClampsAndReportsOnce) {
+    horizontal.OnChange = [](GUI_ScrollBar*) { ++changes; };
+    horizontal.position = 99;
+    horizontal.SetPosition();
+    EXPECT_EQ(horizontal.position, 20);
+    EXPECT_EQ(changes, 1);
+    horizontal.SetPosition();
+    EXPECT_EQ(changes, 1);
+    horizontal.position = -3;
+    horizontal.SetPosition();
+    EXPECT_EQ(horizontal.position, 0);
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(WidgetsTest, AProgressBarsFillIsItsShareOfTheWidth) {
     bar.width = 0.3F;
-    bar.min = bar.max = 0;
     window.AddComponent(&bar);
-    Frames(1, 16); // no range, and no division by it
-    bar.max = 10;
-    bar.value = 5;
-    static GUI_ProgressBar* shown;
-    shown = &bar;
-    const auto vertices = RecordFlat([] { shown->Draw(); });
-    ASSERT_GE(vertices.size(), 6U);
-    // The frame is drawn first, then the fill: as many vertices each.
-    const auto [left, right] = std::minmax_element(
-        vertices.begin() + static_cast<std::ptrdiff_t>(vertices.size() / 2), vertices.end(),
-        [](const DrawnVertex& a, const DrawnVertex& b) { return a.x < b.x; });
-    EXPECT_NEAR((right->x - left->x) / 640.0F, 0.148F, 0.001F);
-    gui.Clear();
-}
-
-class Typing : public Widgets {
-protected:
-    Typing() {
-        box.width = 0.3F;
-        box.SetText("");
-        window.AddComponent(&box);
-        gui.SetFocus(&box);
+    for (const int value : {0, 5, 10}) {
+        bar.value = static_cast<std::int16_t>(value);
+        Draw();
+        const Box fill = Find(PlainSkin::Colour(3, GuiState::Normal));
+        EXPECT_NEAR(fill.IsEmpty() ? 0 : fill.right - fill.left, 0.0296 * value * Width, 1.5);
     }
-    GUI_EditBox box;
-};
-
-TEST_F(Typing, KeysAndOneShiftMakeCharacters) {
-    Type(SDLK_a);
-    Type(SDLK_a, KMOD_LSHIFT);
-    Type(SDLK_a, KMOD_LSHIFT | KMOD_RSHIFT);
-    Type(SDLK_a, KMOD_RSHIFT | KMOD_NUM);
-    Type(SDLK_2, KMOD_LSHIFT);
-    Type(SDLK_SPACE, KMOD_LSHIFT);
-    Type(SDLK_F1);
-    Type(SDLK_RETURN);
-    EXPECT_STREQ(box.Text(), "aAaA\" ");
-    Type(SDLK_BACKSPACE);
-    EXPECT_STREQ(box.Text(), "aAaA\"");
-    Type(SDLK_COMMA, KMOD_LSHIFT);
-    EXPECT_EQ(box.Text()[5], 28);
+    EXPECT_EQ(bar.state, GuiState::Disabled);
+    bar.max = bar.min; // nothing to show, and nothing to divide by
+    Draw();
 }
 
-TEST_F(Typing, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
-    KeyDown(SDLK_x);
-    Frames(50, 10); // 500 ms
-    EXPECT_STREQ(box.Text(), "x");
-    Frames(1, 10);
-    EXPECT_STREQ(box.Text(), "xx");
-    Frames(44, 10);
-    EXPECT_STREQ(box.Text(), "xxxxxx") << "at 500, 600, 700, 800 and 900 ms, a frame late each";
-    KeyUp(SDLK_x);
-    Frames(100, 10);
-    EXPECT_STREQ(box.Text(), "xxxxxx");
-}
-
-TEST_F(Typing, RefusesTheFiveHundredAndTwelfthCharacter) {
-    box.SetText(std::string(600, 'q').c_str());
-    EXPECT_EQ(std::string(box.Text()).size(), 511U);
-    Type(SDLK_z);
-    EXPECT_EQ(std::string(box.Text()).size(), 511U);
-    EXPECT_NE(ReadLog().find("GUI_EditBox::AddText((z) - The string is to big already\n"), std::string::npos);
-}
-
-class MemoTest : public Widgets {
-protected:
-    MemoTest() {
-        memo.width = 0.25F; // of it 0.2 are text: 12 characters
-        memo.height = 0.2F; // 6 lines
-        window.AddComponent(&memo);
-        gui.SetFocus(&memo.area);
-        Frames(1, 16);
+TEST_F(WidgetsTest, PagesSwitchByTheirTabs) {
+    control.width = control.height = 0.6F;
+    window.AddComponent(&control);
+    for (int i = 0; i < 3; ++i) {
+        buttons[i].left = 0.1F;
+        buttons[i].top = 0.2F;
+        buttons[i].stid = static_cast<std::uint8_t>(4 + i);
+        buttons[i].OnClick = [](GUI_Element* element) { chosen = element->stid; };
+        pages[i].AddComponent(&buttons[i]);
+        control.AddPage(&pages[i]);
+        control.AddPage(&pages[i]);
     }
-    void Keys(std::initializer_list<SDLKey> keys) {
-        for (const SDLKey key : keys)
-            Type(key);
+    EXPECT_EQ(control.ActivePage(), &pages[0]);
+    EXPECT_FLOAT_EQ(pages[2].left, 0.3F);
+    const float tabY = ClientY + PlainSkin::LeftY + 0.025F;
+    const float tabX = ClientX + PlainSkin::LeftX + 0.07F;
+    for (const int i : {2, 0, 1}) {
+        Click(tabX + 0.15F * static_cast<float>(i), tabY);
+        EXPECT_EQ(control.ActivePage(), &pages[i]);
+        Move(0.05F, 0.05F);
+        Draw();
+        for (int other = 0; other < 3; ++other)
+            EXPECT_EQ(Find(PlainSkin::Colour(4 + other, GuiState::Normal)).IsEmpty(), other != i);
+        EXPECT_NEAR(Find(PlainSkin::Colour(14, GuiState::Clicked)).left,
+                    (ClientX + PlainSkin::LeftX + 0.15F * static_cast<float>(i)) * Width, 2.5)
+            << "the chosen tab looks pressed";
+        Click(tabX + 0.1F, tabY + 0.2F);
+        EXPECT_EQ(chosen, 4 + i);
     }
-    GUI_Memo memo;
-};
-
-TEST_F(MemoTest, TheCursorMovesInFourDirections) {
-    Keys({SDLK_a, SDLK_b, SDLK_c, SDLK_RETURN, SDLK_RETURN, SDLK_d, SDLK_e});
-    EXPECT_STREQ(memo.Text(), "abc\n\nde");
-    EXPECT_EQ(memo.Cursor(), 7U);
-    Keys({SDLK_UP});
-    EXPECT_EQ(memo.Cursor(), 4U) << "the empty line has one place";
-    Keys({SDLK_UP});
-    EXPECT_EQ(memo.Cursor(), 0U);
-    Keys({SDLK_RIGHT, SDLK_RIGHT, SDLK_RIGHT, SDLK_DOWN});
-    EXPECT_EQ(memo.Cursor(), 4U);
-    Keys({SDLK_UP, SDLK_UP, SDLK_LEFT});
-    EXPECT_EQ(memo.Cursor(), 0U);
-    Keys({SDLK_RIGHT, SDLK_BACKSPACE, SDLK_z});
-    EXPECT_STREQ(memo.Text(), "zbc\n\nde") << "typed in the middle";
+    // Its own empty area belongs to the window.
+    Move(ClientX + 0.5F, ClientY + 0.5F);
+    EXPECT_EQ(gui.Hovered(), &window);
 }
 
-TEST_F(MemoTest, LongLinesWrap) {
-    memo.SetText("0123456789abcdefghijklm");
-    // A display line holds one character less than fits: 11 of 12.
-    Keys({SDLK_DOWN});
-    EXPECT_EQ(memo.Cursor(), 11U);
-    Keys({SDLK_RIGHT, SDLK_DOWN});
-    EXPECT_EQ(memo.Cursor(), 23U) << "the third line holds one character";
-    Keys({SDLK_DOWN});
-    EXPECT_EQ(memo.Cursor(), 23U);
+TEST_F(WidgetsTest, LabelsPanelsAndBarsAreNeverHit) {
+    window.AddComponent(&label);
+    window.AddComponent(&bar);
+    Move(ClientX + 0.05F, ClientY + 0.02F);
+    EXPECT_EQ(gui.Hovered(), &window);
+    label.SetHover();
+    label.SetNormal();
+    label.SetClicked();
+    EXPECT_EQ(label.state, GuiState::Disabled);
 }
 
-TEST_F(MemoTest, ScrollsWithTheCursorAndToAParagraph) {
-    memo.SetText("one\ntwo\n3\n4\n5\n6\n7\n8\n9\nten");
-    EXPECT_EQ(memo.scroll.max, 9);
-    for (int i = 0; i < 9; ++i)
-        Keys({SDLK_DOWN});
-    EXPECT_EQ(memo.Text()[memo.Cursor()], 't');
-    EXPECT_GE(memo.scroll.position, 4);
-    for (int i = 0; i < 9; ++i)
-        Keys({SDLK_UP});
-    EXPECT_EQ(memo.scroll.position, 0);
-    memo.scroll.position = 1;
-    memo.scroll.SetPosition();
-    Click(X(0.015F), Y(0.03F));
-    EXPECT_EQ(memo.Cursor(), 4U) << "the first line shown is the second paragraph";
+TEST_F(WidgetsTest, CaptionsAreCutToTheWidthOfAClippedWidget) {
+    label.width = 0.3F;
+    label.caption = "abcdefghijklmnopqrstuvwxyz";
+    window.AddComponent(&label);
+    Draw();
+    EXPECT_FALSE(Find(CellColour('r' - 32)).IsEmpty()) << "18 characters";
+    EXPECT_TRUE(Find(CellColour('s' - 32)).IsEmpty());
+    label.scissor = false;
+    Draw();
+    EXPECT_FALSE(Find(CellColour('z' - 32)).IsEmpty());
 }
 
-TEST_F(MemoTest, RefusesTextBeyondItsEnd) {
-    memo.SetText(std::string(511, 'm').c_str());
-    Type(SDLK_z);
-    EXPECT_EQ(std::string(memo.Text()).size(), 511U);
-    EXPECT_NE(ReadLog().find("GUI_Memo::AddText((z) - The string is to big already\n"), std::string::npos);
-    memo.SetText("");
-    Keys({SDLK_BACKSPACE, SDLK_UP, SDLK_DOWN, SDLK_LEFT, SDLK_RIGHT});
-    EXPECT_EQ(memo.Cursor(), 0U);
-}
-
-TEST_F(Widgets, PagesShowOneAtATime) {
-    GUI_PageControl pages;
-    pages.width = 0.8F;
-    pages.height = 0.7F;
-    GUI_Page first, second;
-    GUI_Button onFirst, onSecond;
-    first.width = 0.2F;
-    for (GUI_Button* button : {&onFirst, &onSecond}) {
-        button->top = 0.2F;
-        button->OnClick = [](GUI_Element*) { ++calls; };
+TEST_F(WidgetsTest, DrawingAllocatesNothing) {
+    list.SetItems("A;B;C");
+    control.width = control.height = 0.3F;
+    pages[0].AddComponent(&buttons[0]);
+    control.AddPage(&pages[0]);
+    for (GUI_Component* widget : {static_cast<GUI_Component*>(&box), static_cast<GUI_Component*>(&list),
+                                  static_cast<GUI_Component*>(&vertical),
+                                  static_cast<GUI_Component*>(&horizontal), static_cast<GUI_Component*>(&bar),
+                                  static_cast<GUI_Component*>(&control), static_cast<GUI_Component*>(&label)})
+        window.AddComponent(widget);
+    gui.cursor.visible = true;
+    gui.SetFocus(&list);
+    DrawFor(300);
+    allocations = 0;
+    counting = true;
+    for (int i = 0; i < 20; ++i) {
+        MoveTo(100 + i, 100 + i);
+        Draw();
     }
-    first.AddComponent(&onFirst);
-    second.AddComponent(&onSecond);
-    pages.AddPage(&first);
-    pages.AddPage(&second);
-    pages.AddPage(&first);
-    window.AddComponent(&pages);
-    EXPECT_EQ(pages.ActivePage(), &first);
-    EXPECT_FLOAT_EQ(second.left, 0.2F) << "behind the first tab, with its size";
-    EXPECT_FLOAT_EQ(second.width, 0.2F);
-    Frames(1, 16);
-    const float x = 0.02F + 0.02F;
-    const float y = 0.04F + 0.04F;
-    Click(x + 0.05F, y + 0.22F);
-    EXPECT_EQ(calls, 1);
-    EXPECT_TRUE(onFirst.focus);
-    Click(x + 0.25F, y + 0.02F);
-    EXPECT_EQ(pages.ActivePage(), &second);
-    Click(x + 0.05F, y + 0.22F);
-    EXPECT_EQ(calls, 2);
-    EXPECT_TRUE(onSecond.focus);
-    EXPECT_EQ(pages.IsMouseOver(x + 0.5F, y + 0.5F), nullptr) << "its empty area";
-    gui.Clear();
+    counting = false;
+    EXPECT_EQ(allocations, 0);
 }
 
 } // namespace
+
+void* operator new(std::size_t size) {
+    if (counting) ++allocations;
+    if (void* memory = std::malloc(size ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}

@@ -172,8 +172,11 @@ void GuiTest::Draw() {
 
 void GuiTest::DrawFor(int milliseconds, int frame) {
     frameClock.frameDelta = static_cast<std::uint32_t>(frame);
-    for (int passed = 0; passed < milliseconds; passed += frame)
+    glDrawBuffer(GL_NONE); // only the last one is looked at
+    for (int passed = 0; passed < milliseconds; passed += frame) {
+        if (passed + frame >= milliseconds) glDrawBuffer(GL_BACK);
         Draw();
+    }
 }
 
 std::vector<Rgba> GuiTest::ReadScreen() {

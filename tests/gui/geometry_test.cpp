@@ -1,0 +1,206 @@
+// What is hit is what is drawn: rectangles found by pointing against rectangles found in the picture.
+#include "support/gui_fixture.h"
+
+#include "graphics/video.h"
+#include "gui/hwindow.h"
+#include "gui/page_control.h"
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+namespace {
+
+// Where the matrix of the GUI puts a place of the screen, as a share of the screen: the unit square ends a
+// few tenths of a percent before the screen's edges.
+constexpr double CoverX = 1.53 / (2 * 0.57735026919 * 4 / 3);
+constexpr double CoverY = 1.15 / (2 * 0.57735026919);
+
+double OnScreen(double place, double cover) {
+    return 0.5 + (place - 0.5) * cover;
+}
+
+struct Span {
+    double low = 2.0;
+    double high = -1.0;
+    bool IsEmpty() const { return high <= low; }
+};
+
+class GeometryTest : public GuiTest {
+protected:
+    // The element's extent along one axis, in GUI units, found by pointing at every pixel of a line.
+    Span Pointed(const GUI_Element& element, bool alongX, double across) const {
+        Span span;
+        const int length = alongX ? video.Width() : video.Height();
+        for (int i = 0; i < length; ++i) {
+            const int other = static_cast<int>(across * (alongX ? video.Height() : video.Width()));
+            MoveTo(alongX ? i : other, alongX ? other : i);
+            if (gui.Hovered() != &element) continue;
+            span.low = std::min(span.low, static_cast<double>(i) / length);
+            span.high = std::max(span.high, static_cast<double>(i + 1) / length);
+        }
+        return span;
+    }
+
+    // A drawn edge, in pixels, is where the pointer's edge is, either as a shot is drawn or as a scissor
+    // cuts; within a pixel.
+    static void ExpectEdge(int drawn, double pointed, int length, double cover, const std::string& what) {
+        const double asShot = OnScreen(pointed, cover) * length;
+        const double asScissor = pointed * length;
+        EXPECT_LE(std::min(std::abs(drawn - asShot), std::abs(drawn - asScissor)), 1.51)
+            << what << ": drawn at " << drawn << ", pointed at " << asShot << " or " << asScissor;
+    }
+
+    // Compares the picture of the widget's style with where it is hit; `limit` is what else cuts the drawing.
+    void Compare(const GUI_Component& element, const GuiEdges& limit, const std::string& what) {
+        MoveTo(0, 0);
+        Draw();
+        const Box box = Find(PlainSkin::Colour(element.stid, GuiState::Normal));
+        const GuiEdges edges = HitRect(gui.GetStyles(), element);
+        const double middleX = (edges.left + std::min(edges.right, limit.right)) / 2;
+        const double middleY = (edges.top + std::min(edges.bottom, limit.bottom)) / 2;
+        Span x = Pointed(element, true, middleY);
+        Span y = Pointed(element, false, middleX);
+        x = {std::max<double>(x.low, limit.left), std::min<double>(x.high, limit.right)};
+        y = {std::max<double>(y.low, limit.top), std::min<double>(y.high, limit.bottom)};
+        ASSERT_EQ(box.IsEmpty(), x.IsEmpty() || y.IsEmpty()) << what;
+        if (box.IsEmpty()) return;
+        ++compared;
+        ExpectEdge(box.left, x.low, video.Width(), CoverX, what + " left");
+        ExpectEdge(box.right, x.high, video.Width(), CoverX, what + " right");
+        ExpectEdge(box.top, y.low, video.Height(), CoverY, what + " top");
+        ExpectEdge(box.bottom, y.high, video.Height(), CoverY, what + " bottom");
+    }
+
+    float Random(float low, float high) { return std::uniform_real_distribution<float>(low, high)(random); }
+
+    void PlaceWindow(GUI_Window& placed) {
+        placed.left = Random(0.02F, 0.4F);
+        placed.top = Random(0.05F, 0.4F);
+        placed.width = Random(0.25F, 0.55F);
+        placed.height = Random(0.2F, 0.5F);
+        placed.caption = "";
+        gui.AddWindow(&placed);
+    }
+
+    // The client area by which a window cuts its children while it draws them.
+    static GuiEdges ClientOf(const GUI_Window& placed) {
+        return {placed.left, placed.top - PlainSkin::RightY, placed.left + placed.width - PlainSkin::RightX,
+                placed.top + placed.height - PlainSkin::RightY};
+    }
+
+    std::mt19937 random{7};
+    int compared = 0;
+    GUI_Window window;
+    GUI_HWindow panel;
+    GUI_Button widget;
+    GUI_PageControl control;
+    GUI_Page page;
+};
+
+TEST_F(GeometryTest, RandomWidgetsInRandomWindows) {
+    widget.caption = "";
+    for (int round = 0; round < 40; ++round) {
+        gui.Clear();
+        GUI_Window& container = round % 2 ? window : panel;
+        PlaceWindow(container);
+        container.AddComponent(&widget);
+        widget.scissor = round % 3 != 0;
+        container.scissor = round % 7 != 0 || !widget.scissor;
+        widget.pos_id = static_cast<GuiCorner>(round / 3 % 4);
+        widget.left = Random(0.0F, 0.2F);
+        widget.top = Random(0.0F, 0.2F);
+        widget.width = Random(0.03F, 0.4F);
+        widget.height = Random(0.03F, 0.3F);
+        // Nothing is pointed at above or left of a window, which may still draw there.
+        widget.width = std::min(widget.width, container.width - widget.left);
+        widget.height = std::min(widget.height, container.height - widget.top);
+        Compare(widget, ClientOf(container),
+                "round " + std::to_string(round) + ", anchor " +
+                    std::to_string(static_cast<int>(widget.pos_id)));
+    }
+    EXPECT_GT(compared, 25);
+}
+
+TEST_F(GeometryTest, RandomWidgetsOnPages) {
+    widget.caption = page.caption = "";
+    for (int round = 0; round < 20; ++round) {
+        gui.Clear();
+        page.ClearComponents();
+        PlaceWindow(window);
+        window.AddComponent(&control);
+        control.AddPage(&page);
+        page.AddComponent(&widget);
+        control.left = Random(0.0F, 0.1F);
+        control.top = Random(0.0F, 0.05F);
+        // The control draws over its window's edge where it is larger, so it is not.
+        control.width = std::min(Random(0.15F, 0.5F), window.width - control.left - 2 * PlainSkin::RightX);
+        control.height =
+            std::min(Random(0.12F, 0.4F), window.height - control.top - PlainSkin::LeftY - PlainSkin::RightY);
+        widget.left = Random(0.0F, 0.1F);
+        widget.top = Random(0.05F, 0.1F);
+        widget.width = Random(0.03F, 0.4F);
+        widget.height = Random(0.03F, 0.3F);
+        // The control cuts with its own margins, which the plain skin makes those of the window.
+        const float left = window.left + PlainSkin::LeftX + control.left;
+        const float bottom = window.top + PlainSkin::LeftY + control.top + control.height - PlainSkin::RightY;
+        Compare(widget, {left, bottom - control.height, left + control.width, bottom},
+                "round " + std::to_string(round));
+    }
+    EXPECT_GT(compared, 8);
+}
+
+// The pointer that the player sees is the drawn one: its tip and the widgets' edges must meet.
+TEST_F(GeometryTest, PointerAndWidgetsAgreeAtEveryScreenSize) {
+    widget.caption = "";
+    for (const auto& [width, height] : {std::pair{640, 480}, {1024, 768}, {1280, 960}, {1280, 720}}) {
+        video.SetMode(width, height, false);
+        SDL_GL_SwapBuffers(); // the driver learns the window's new size with the next picture
+        gui.ReloadTextures();
+        gui.Clear();
+        panel.caption = "";
+        panel.left = panel.top = 0.0F;
+        panel.width = panel.height = 1.0F;
+        gui.AddWindow(&panel);
+        panel.AddComponent(&widget);
+        for (const GuiPoint place : {GuiPoint{0.05F, 0.05F}, {0.4F, 0.5F}, {0.72F, 0.82F}}) {
+            widget.left = place.x;
+            widget.top = place.y;
+            gui.cursor.visible = false;
+            MoveTo(0, 0);
+            Draw();
+            const Box button = Find(PlainSkin::Colour(3, GuiState::Normal));
+            ASSERT_FALSE(button.IsEmpty());
+            const int inY =
+                static_cast<int>((place.y + PlainSkin::LeftY + 0.02F) * static_cast<float>(height));
+            const int inX =
+                static_cast<int>((place.x + PlainSkin::LeftX + 0.05F) * static_cast<float>(width));
+            int firstX = 0;
+            for (MoveTo(firstX, inY); gui.Hovered() != &widget; MoveTo(firstX, inY))
+                ASSERT_LT(++firstX, width);
+            gui.cursor.visible = true;
+            Draw();
+            EXPECT_NEAR(Find({255, 255, 0}).left, button.left, 1.01) << width << "x" << height;
+            int firstY = 0;
+            for (MoveTo(inX, firstY); gui.Hovered() != &widget; MoveTo(inX, firstY))
+                ASSERT_LT(++firstY, height);
+            Draw();
+            const Box tip = Find({255, 255, 0});
+            EXPECT_NEAR(tip.top, button.top, 1.01) << width << "x" << height;
+            EXPECT_NEAR(tip.left, OnScreen(static_cast<double>(inX) / width, CoverX) * width, 1.01)
+                << "the picture fills a wide screen too";
+        }
+    }
+    video.SetMode(Width, Height, false);
+    SDL_GL_SwapBuffers();
+}
+
+TEST_F(GeometryTest, ThePointersMiddleIsTheScreensMiddle) {
+    video.SetMode(800, 600, false);
+    MoveTo(400, 300);
+    EXPECT_FLOAT_EQ(gui.cursor.x, 0.5F);
+    EXPECT_FLOAT_EQ(gui.cursor.y, 0.5F);
+    video.SetMode(Width, Height, false);
+}
+
+} // namespace

@@ -1,0 +1,250 @@
+// Typing into edit boxes and memos, through SDL's queue and by the frame clock.
+#include "support/gui_fixture.h"
+
+#include "gui/edit_box.h"
+#include "gui/memo.h"
+
+#include <cstring>
+
+namespace {
+
+const std::string FullEdit = "GUI_EditBox::AddText((x) - The string is to big already\n";
+const std::string FullMemo = "GUI_Memo::AddText((x) - The string is to big already\n";
+
+class TextTest : public GuiTest {
+protected:
+    TextTest() {
+        window.left = window.top = 0.1F;
+        window.width = window.height = 0.8F;
+        window.caption = "";
+        gui.AddWindow(&window);
+        box.width = 0.3F;
+        box.SetText("");
+        window.AddComponent(&box);
+        // 12 characters to a line of at most 11, four lines high.
+        memo.top = 0.2F;
+        memo.width = 0.2F + PlainSkin::ScrollSize;
+        memo.height = 0.14F + PlainSkin::TextY * 0.5F;
+        window.AddComponent(&memo);
+        gui.SetFocus(&box);
+        Draw();
+    }
+
+    void WriteMemo(const char* text) {
+        memo.SetText(text);
+        memo.scroll.position = 0;
+        memo.scroll.SetPosition();
+        gui.SetFocus(&memo.area);
+        Draw();
+    }
+
+    GUI_Window window;
+    GUI_EditBox box;
+    GUI_Memo memo;
+};
+
+TEST_F(TextTest, AnEditBoxStartsWithTestAndTakesPrintableKeys) {
+    EXPECT_STREQ(GUI_EditBox().Text(), "test");
+    Type(SDLK_a);
+    Type(SDLK_SPACE);
+    Type(SDLK_2);
+    Type(SDLK_RETURN);
+    Type(SDLK_F1);
+    Type(SDLK_UP);
+    EXPECT_STREQ(box.Text(), "a 2");
+    Type(SDLK_BACKSPACE);
+    EXPECT_STREQ(box.Text(), "a ");
+    for (int i = 0; i < 5; ++i)
+        Type(SDLK_BACKSPACE);
+    EXPECT_STREQ(box.Text(), "");
+}
+
+TEST_F(TextTest, OneShiftKeyGivesUpperCaseAndMovesSignsBySixteen) {
+    Type(SDLK_q, KMOD_LSHIFT);
+    Type(SDLK_q, KMOD_RSHIFT);
+    Type(SDLK_q, KMOD_LSHIFT | KMOD_RSHIFT);
+    Type(SDLK_q, KMOD_LCTRL);
+    Type(SDLK_1, KMOD_LSHIFT);
+    Type(SDLK_2, KMOD_LSHIFT);
+    Type(SDLK_3, KMOD_RSHIFT);
+    Type(SDLK_SPACE, KMOD_LSHIFT);
+    Type(SDLK_COMMA, KMOD_LSHIFT);
+    EXPECT_STREQ(box.Text(), "QQqq!\"# \x1C");
+}
+
+TEST_F(TextTest, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
+    KeyDown(SDLK_z);
+    DrawFor(490);
+    EXPECT_STREQ(box.Text(), "z");
+    DrawFor(20);
+    EXPECT_STREQ(box.Text(), "zz");
+    DrawFor(500);
+    EXPECT_GE(std::strlen(box.Text()), 6U);
+    EXPECT_LE(std::strlen(box.Text()), 7U);
+    KeyUp(SDLK_z);
+    const std::size_t length = std::strlen(box.Text());
+    DrawFor(2000);
+    EXPECT_EQ(std::strlen(box.Text()), length);
+
+    // Short frames: the press and the repeats at about 500, 600 ... 1000 are seven.
+    box.SetText("");
+    KeyDown(SDLK_z);
+    DrawFor(1012, 2);
+    KeyUp(SDLK_z);
+    EXPECT_STREQ(box.Text(), "zzzzzzz");
+
+    KeyDown(SDLK_BACKSPACE);
+    DrawFor(1012, 2);
+    KeyUp(SDLK_BACKSPACE);
+    EXPECT_STREQ(box.Text(), "");
+}
+
+TEST_F(TextTest, AFullEditBoxRefusesAndLogsEachCharacter) {
+    box.SetText(std::string(600, 'm').c_str());
+    EXPECT_EQ(std::strlen(box.Text()), 511U);
+    Type(SDLK_x);
+    Type(SDLK_x);
+    EXPECT_EQ(CountInLog(FullEdit), 2);
+    EXPECT_EQ(std::strlen(box.Text()), 511U);
+    Type(SDLK_BACKSPACE);
+    Type(SDLK_x);
+    EXPECT_EQ(CountInLog(FullEdit), 2);
+    EXPECT_EQ(box.Text()[510], 'x');
+    Draw();
+}
+
+TEST_F(TextTest, AnEditBoxShowsTheEndOfItsTextAndABlinkingCursor) {
+    // 0.3 wide: 18 characters, the cursor among them. Glyph cells of the test font tell what is drawn.
+    box.SetText("abcdefghijklmnopqrstuvwxyz");
+    gui.SetFocus(&box);
+    Draw();
+    const auto isCell = [](char c) { return CellColour(c - 32); };
+    EXPECT_TRUE(Find(isCell('i')).IsEmpty());
+    EXPECT_FALSE(Find(isCell('j')).IsEmpty()) << "17 letters, j to z";
+    EXPECT_FALSE(Find(isCell('z')).IsEmpty());
+    EXPECT_FALSE(Find(isCell('_')).IsEmpty());
+    DrawFor(1020);
+    EXPECT_TRUE(Find(isCell('_')).IsEmpty()) << "off in every second second";
+    DrawFor(1020);
+    EXPECT_FALSE(Find(isCell('_')).IsEmpty());
+    gui.SetFocus(&window);
+    Draw();
+    EXPECT_TRUE(Find(isCell('_')).IsEmpty());
+    EXPECT_STREQ(box.Text(), "abcdefghijklmnopqrstuvwxyz");
+}
+
+TEST_F(TextTest, TheMemosCursorMovesInFourDirectionsOverWrappedAndEmptyLines) {
+    // Display lines (11 characters at most): "first line\n" | "\n" | "abcdefghijk" | "lm\n" | "end"
+    WriteMemo("first line\n\nabcdefghijklm\nend");
+    const auto press = [&](SDLKey key, int times = 1) {
+        for (int i = 0; i < times; ++i)
+            Type(key);
+        return memo.Cursor();
+    };
+    EXPECT_EQ(press(SDLK_LEFT), 0U);
+    EXPECT_EQ(press(SDLK_UP), 0U);
+    EXPECT_EQ(press(SDLK_RIGHT, 5), 5U);
+    EXPECT_EQ(press(SDLK_DOWN), 11U) << "the empty line has one place";
+    EXPECT_EQ(press(SDLK_DOWN), 12U);
+    EXPECT_EQ(press(SDLK_RIGHT, 10), 22U);
+    EXPECT_EQ(press(SDLK_DOWN), 25U) << "the end of the shorter line, before its break";
+    EXPECT_EQ(press(SDLK_DOWN), 28U);
+    EXPECT_EQ(press(SDLK_RIGHT, 9), 29U) << "the end of the text";
+    EXPECT_EQ(press(SDLK_DOWN), 29U);
+    EXPECT_EQ(press(SDLK_UP), 25U);
+    EXPECT_EQ(press(SDLK_UP), 14U);
+    EXPECT_EQ(press(SDLK_UP, 2), 0U);
+    // Typing goes in at the cursor; return breaks the line.
+    Type(SDLK_x);
+    Type(SDLK_RETURN);
+    EXPECT_EQ(std::string(memo.Text()).substr(0, 7), "x\nfirst");
+    Type(SDLK_BACKSPACE);
+    Type(SDLK_BACKSPACE);
+    Type(SDLK_BACKSPACE);
+    EXPECT_STREQ(memo.Text(), "first line\n\nabcdefghijklm\nend");
+}
+
+TEST_F(TextTest, TheMemoScrollsWithItsCursor) {
+    WriteMemo("1\n2\n3\n4\n5\n6\n7\n8\n9");
+    EXPECT_EQ(memo.scroll.max, 8);
+    for (int i = 0; i < 8; ++i)
+        Type(SDLK_DOWN);
+    Draw();
+    const int bottom = memo.scroll.position;
+    EXPECT_GT(bottom, 2);
+    const Rgba redCursor = {CellColour('_' - 32).red, 0, 0};
+    EXPECT_FALSE(Find(redCursor).IsEmpty()) << "the cursor's line is shown";
+    EXPECT_TRUE(Find(CellColour('1' - 32)).IsEmpty());
+    for (int i = 0; i < 8; ++i)
+        Type(SDLK_UP);
+    EXPECT_EQ(memo.scroll.position, 0);
+    // Deleting lines from the end of a scrolled memo keeps the cursor in sight.
+    for (int i = 0; i < 16; ++i)
+        Type(SDLK_RIGHT);
+    for (int i = 0; i < 12; ++i)
+        Type(SDLK_BACKSPACE);
+    Draw();
+    EXPECT_STREQ(memo.Text(), "1\n2\n9");
+    EXPECT_LE(memo.scroll.position, memo.scroll.max);
+    EXPECT_FALSE(Find(redCursor).IsEmpty());
+}
+
+TEST_F(TextTest, AMemoAtPositionOneShowsItsSecondParagraphFirst) {
+    WriteMemo("one\nsix");
+    Draw();
+    const Box both = Find(CellColour('s' - 32));
+    memo.scroll.position = 1;
+    memo.scroll.SetPosition();
+    Draw();
+    const Box scrolled = Find(CellColour('s' - 32));
+    EXPECT_LT(scrolled.top, both.top);
+    EXPECT_TRUE(Find(CellColour('o' - 32)).IsEmpty());
+}
+
+TEST_F(TextTest, AClickPutsTheMemosCursor) {
+    WriteMemo("abcdef\nghijkl\nmnopqr");
+    const float left = window.left + PlainSkin::LeftX + memo.area.left + PlainSkin::TextX;
+    const float top = window.top + PlainSkin::LeftY + memo.area.top + PlainSkin::TextY;
+    Click(left + 0.004F, top + 0.004F);
+    EXPECT_EQ(memo.Cursor(), 0U);
+    EXPECT_EQ(gui.Focused(), &memo.area);
+    Click(left + 0.055F, top + 0.004F);
+    EXPECT_EQ(memo.Cursor(), 3U);
+    Click(left + 0.15F, top + 0.06F);
+    EXPECT_EQ(memo.Cursor(), 13U) << "not past the second line's end";
+    Type(SDLK_BACKSPACE);
+    EXPECT_STREQ(memo.Text(), "abcdef\nghijk\nmnopqr");
+}
+
+TEST_F(TextTest, AFullMemoRefusesAndLogs) {
+    WriteMemo(std::string(511, 'm').c_str());
+    Type(SDLK_x);
+    EXPECT_EQ(CountInLog(FullMemo), 1);
+    EXPECT_EQ(std::strlen(memo.Text()), 511U);
+    for (int i = 0; i < 520; ++i)
+        Type(SDLK_RIGHT);
+    EXPECT_EQ(memo.Cursor(), 511U);
+    Draw();
+    KeyDown(SDLK_BACKSPACE);
+    DrawFor(1000);
+    KeyUp(SDLK_BACKSPACE);
+    EXPECT_LT(std::strlen(memo.Text()), 506U);
+}
+
+// The bar's buttons keep the focus while they are pressed, so that they see the release.
+TEST_F(TextTest, TheMemosThumbIsLetGoOutsideOfIt) {
+    WriteMemo("1\n2\n3\n4\n5\n6\n7\n8\n9");
+    const float x = window.left + PlainSkin::LeftX + memo.scroll.left + 0.02F;
+    const float y = window.top + PlainSkin::LeftY + memo.top + 0.05F;
+    Move(x, y);
+    Press();
+    EXPECT_EQ(gui.Focused(), &memo.scroll.thumb);
+    Move(0.5F, 0.85F);
+    EXPECT_EQ(memo.scroll.position, memo.scroll.max);
+    Release();
+    Move(x, y);
+    EXPECT_EQ(memo.scroll.position, memo.scroll.max);
+    EXPECT_EQ(memo.scroll.thumb.state, GuiState::Hover);
+}
+
+} // namespace
