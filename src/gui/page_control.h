@@ -40,6 +40,8 @@ public:
     // this control stays where it is; one of another control moves.
     void AddPage(GUI_Page* page);
     GUI_Page* ActivePage() const { return active; }
+    // In the order of their tabs.
+    const std::vector<GUI_Page*>& Pages() const { return pages; }
     void SetActivePage(GUI_Page* page) { active = page; }
 
 private:

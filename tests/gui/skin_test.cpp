@@ -1,242 +1,254 @@
-// The skin's reader: what it finds, what it falls back on, and that no file can hurt it.
+// Reading skins, whole and damaged, and drawing them.
+#include "support/gui_fixture.h"
+
 #include "config/config_reader.h"
-#include "gui/component.h"
-#include "gui/hwindow.h"
-#include "gui/text_entry.h"
-#include "support/gl_window.h"
-#include "support/gui_stage.h"
+#include "graphics/video.h"
+#include "gui/label.h"
 
 #include <GL/gl.h>
 
-#include <algorithm>
-#include <cmath>
+#include <sstream>
 
 namespace {
 
-class Skin : public GuiStage {
+const std::string NoGeneral = "QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n";
+const std::string NoFocus = "QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n";
+const std::string NoBorder = "QEV_Gui::GUI_Styles::Load() [ warning ] - Border block wasn't found\n";
+const std::string NoVert = "QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n";
+const std::string NoPoly = "QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n";
+
+class SkinTest : public GuiTest {
 protected:
-    int LogLines(const std::string& text) const {
-        const std::string log = ReadLog();
-        int lines = 0;
-        for (std::size_t at = log.find(text); at != std::string::npos; at = log.find(text, at + 1))
-            ++lines;
-        return lines;
+    // Reads the text as the inside of a skin block.
+    const GUI_Styles& Read(const std::string& skin) {
+        std::remove("log.txt");
+        ConfigFile file = ConfigFile::FromMemory("<skin>\n" + skin + "</skin>\n");
+        styles.SetDefaults();
+        EXPECT_TRUE(INI_FindBlock("skin", &file));
+        styles.Load(&file);
+        return styles;
     }
-    const GUI_Styles& Read(const std::string& block) {
-        std::filesystem::remove("log.txt");
-        StartGui(SkinFile(block));
-        return gui.GetStyles();
+    void TearDown() override {
+        styles.Destroy();
+        GuiTest::TearDown();
     }
+
+    static std::string Style(const std::string& content) {
+        return "<New style>\n" + content + "</New style>\n";
+    }
+    static std::string Mode(const std::string& state, const std::string& shots) {
+        return "<mode>\nstate = \"" + state + "\"\n" + shots + "</mode>\n";
+    }
+
+    // A window and a button with which the GUI must still work.
+    void UseWindow() {
+        window.left = window.top = 0.2F;
+        window.width = window.height = 0.5F;
+        gui.AddWindow(&window);
+        window.AddComponent(&button);
+        window.AddComponent(&label);
+        Draw();
+        Click(0.4F, 0.4F);
+        Click(0.25F, 0.3F);
+        Draw();
+        gui.Clear();
+    }
+
+    GUI_Styles styles;
+    GUI_Window window;
+    GUI_Button button;
+    GUI_Label label;
 };
 
-TEST_F(Skin, AnEmptySkinGivesOneStyleAndWindowsThatAreNotHit) {
+TEST_F(SkinTest, AnEmptySkinGivesOneStyleAndNothingToHit) {
     const GUI_Styles& skin = Read("");
     EXPECT_EQ(skin.Count(), 1);
     EXPECT_STREQ(skin.closeButton.caption.data(), "X");
+    EXPECT_FLOAT_EQ(skin.closeButton.width, 0.03F);
     EXPECT_TRUE(skin.focus.empty());
     EXPECT_TRUE(skin.boxes.empty());
-    EXPECT_EQ(LogLines("QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n"), 1);
-    EXPECT_EQ(LogLines("QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n"), 1);
-    GUI_Window window;
-    gui.AddWindow(&window);
-    EXPECT_EQ(window.IsMouseOver(0.1F, 0.1F), nullptr);
-    gui.Clear();
+    EXPECT_EQ(ReadLog(), NoGeneral + NoFocus);
+    EXPECT_FLOAT_EQ(skin.Get(0).leftx, 0.02F);
+    EXPECT_FLOAT_EQ(skin.Get(0).texta, 1.0F);
 }
 
-TEST_F(Skin, BordersFallBackToTheWholeWindow) {
-    EXPECT_EQ(Read("<general>\n</general>\n").boxes.size(), 1U);
-    const GUI_Styles& skin = Read("<general>\n<border>\nbox_num = 2\n<box>\npos1x = 0.1\nfixed1 = 1\nfixed2 "
-                                  "= 2\n</box>\n</border>\n</general>\n");
-    ASSERT_EQ(skin.boxes.size(), 2U);
-    EXPECT_EQ(LogLines("Box block N 1 wasn't found\n"), 1);
-    const GuiRect window = {0.2F, 0.2F, 0.4F, 0.4F};
-    EXPECT_FALSE(skin.boxes[0].Contains(window, 0.45F, 0.3F)) << "its left edge hangs on the right one";
-    EXPECT_TRUE(skin.boxes[0].Contains(window, 0.55F, 0.3F));
-    EXPECT_TRUE(skin.boxes[1].Contains(window, 0.2F, 0.2F));
-    EXPECT_FALSE(skin.boxes[1].Contains(window, 0.6F, 0.3F)) << "the right edge belongs to it no more";
+TEST_F(SkinTest, BordersAndButtons) {
+    EXPECT_EQ(Read("<general>\nwin_min_width = 0.3\n</general>\n").boxes.size(), 1U);
+    EXPECT_FLOAT_EQ(styles.win_min_width, 0.3F);
+    EXPECT_EQ(CountInLog(NoBorder), 1);
+    EXPECT_EQ(CountInLog("Close button block wasn't found\n"), 1);
+    EXPECT_EQ(CountInLog("Resize button block wasn't found\n"), 1);
+
+    Read("<general>\n<border>\nbox_num = 2\n<box>\npos1x = 0.1\npos2x = 0.2\npos2y = 0.05\nfixed1 = "
+         "3\nfixed2 = "
+         "2\n</box>\n</border>\n<close button>\nstid = 7\n</close button>\n</general>\n");
+    ASSERT_EQ(styles.boxes.size(), 2U);
+    EXPECT_EQ(CountInLog("Box block N 1 wasn't found\n"), 1);
+    EXPECT_STREQ(styles.closeButton.caption.data(), "");
+    EXPECT_EQ(styles.closeButton.stid, 7);
+    EXPECT_FLOAT_EQ(styles.closeButton.width, 0.0F);
+    // The first box: from 0.1 right of the left edge to 0.2 left of the right one, the lower edge to 0.05
+    // above.
+    const GuiRect rect = {0, 0, 1, 1};
+    EXPECT_FALSE(styles.boxes[0].Contains(rect, 0.5F, 0.5F)) << "its first corner lies below the second";
+    EXPECT_TRUE(styles.boxes[1].Contains(rect, 0.0F, 0.0F));
+    EXPECT_FALSE(styles.boxes[1].Contains(rect, 1.0F, 0.5F));
 }
 
-TEST_F(Skin, ModesChainByNameAndMissingStatesGetTheBuiltInLook) {
-    const std::string shot = "<new shot>\nmode = 1\npolynum = 0\n</new shot>\n";
-    const GUI_Styles& skin = Read("<New style>\ntextr = 0.25\n<mode>\nstate = \"normal\"\n" + shot + shot +
-                                  "</mode>\n<mode>\nstate = \"normal\"\n" + shot +
-                                  "</mode>\n<mode>\nstate = \"Hover\"\n" + shot + "</mode>\n</New style>\n");
-    ASSERT_EQ(skin.Count(), 2);
-    EXPECT_EQ(skin.Get(1).shots[0].size(), 3U);
-    EXPECT_FLOAT_EQ(skin.Get(1).textr, 0.25F);
-    EXPECT_FLOAT_EQ(skin.Get(1).leftx, 0.0F);
-    EXPECT_EQ(skin.Get(1).shots[1].size(), 2U) << "the built-in look is a filling and an outline";
-    EXPECT_EQ(LogLines("mode[1] info wasn't loaded - loading default \n"), 1);
-    EXPECT_EQ(LogLines("Incorrect or missing value"), 0) << "an earlier mode was recognised";
-    Read("<New style>\n<mode>\nstate = \"Hover\"\n</mode>\n</New style>\n");
-    EXPECT_EQ(LogLines("Incorrect or missing value at state = Hover \n"), 1);
+TEST_F(SkinTest, StylesKeepTheirOrderAndChainTheirModes) {
+    const std::string one = PlainSkin::Rectangle(0, "r = 1\na = 1\n");
+    const std::string two = PlainSkin::Rectangle(1, "g = 1\na = 1\n");
+    Read(Style("textx = 0.5\n" + Mode("normal", one) + Mode("Hover", one) + Mode("normal", two + one)) +
+         Style(Mode("clicked", one)));
+    ASSERT_EQ(styles.Count(), 3);
+    EXPECT_FLOAT_EQ(styles.Get(1).textx, 0.5F);
+    EXPECT_FLOAT_EQ(styles.Get(1).texta, 0.0F) << "missing keys read as 0";
+    const Shot& normal = styles.Get(1).shots[0];
+    ASSERT_EQ(normal.size(), 3U);
+    EXPECT_EQ(normal[1].mode, 1);
+    EXPECT_EQ(normal[2].polys.at(0).verts.size(), 4U);
+    EXPECT_EQ(CountInLog("mode[1] info wasn't loaded - loading default \n"), 2) << "Hover is not hover";
+    EXPECT_EQ(CountInLog("mode[0] info wasn't loaded - loading default \n"), 1) << "only the second style's";
+    EXPECT_EQ(CountInLog("Incorrect or missing value at state"), 0) << "one mode was recognised before";
+    EXPECT_EQ(styles.Get(2).shots[3].size(), 2U);
+    Read(Style(Mode("Hover", one)));
+    EXPECT_EQ(
+        CountInLog("QEV_Gui::GUI_Style::Load[ warning ] Incorrect or missing value at state = Hover \n"), 1);
 }
 
-TEST_F(Skin, MissingPartsOfAShotAreLogged) {
-    const auto style = [](const std::string& shot) {
-        return "<New style>\n<mode>\nstate = \"normal\"\n<new shot>\n" + shot +
-               "</new shot>\n</mode>\n</New style>\n";
-    };
-    EXPECT_TRUE(Read(style("polynum = 3\n")).Get(1).shots[0][0].polys.empty());
-    EXPECT_EQ(LogLines("No polylist is found \n"), 1);
-    Read(style("polynum = 1\n<polylist>\n</polylist>\n"));
-    EXPECT_EQ(LogLines("No poly is found in poly list \n"), 1);
-    Read(style("polynum = 1\n<polylist>\n<poly>\nvnum = 2\n</poly>\n</polylist>\n"));
-    EXPECT_EQ(LogLines("No vertlist is found in poly \n"), 1);
-    const GUI_Styles& skin =
-        Read(style("polynum = 1\n<polylist>\n<poly>\nvnum = 2\n<vertlist>\n<vert>\nfixed = "
-                   "5\n</vert>\n</vertlist>\n</poly>\n</polylist>\n"));
-    EXPECT_EQ(LogLines("No vert is found in vertlist\n"), 1);
-    const auto& vertices = skin.Get(1).shots[0][0].polys[0].verts;
-    ASSERT_EQ(vertices.size(), 2U);
-    EXPECT_EQ(vertices[0].fixed, 5);
-    EXPECT_FLOAT_EQ(vertices[1].r, 1.0F) << "a missing vertex is white and hangs on the first corner";
+TEST_F(SkinTest, MissingBlocksAreListedAndReplaced) {
+    Read(
+        Style(Mode("normal", "<new shot>\nmode = 0\npolynum = 3\n<polylist>\n<poly>\nvnum = 3\n<vertlist>\n" +
+                                 PlainSkin::Vertex(2, 0.5F, 0.5F) +
+                                 "</vertlist>\n</poly>\n<poly>\nvnum = 9\n</poly>\n</polylist>\n</new shot>\n"
+                                 "<new shot>\nmode = 0\npolynum = 4\n</new shot>\n")));
+    EXPECT_EQ(CountInLog(NoVert), 2);
+    EXPECT_EQ(CountInLog("No vertlist is found in poly \n"), 1);
+    EXPECT_EQ(CountInLog(NoPoly), 1);
+    EXPECT_EQ(CountInLog("No polylist is found \n"), 1);
+    const std::vector<ShotVertex>& verts = styles.Get(1).shots[0].at(0).polys.at(0).verts;
+    ASSERT_EQ(verts.size(), 3U);
+    EXPECT_EQ(verts[0].fixed, 2);
+    EXPECT_FLOAT_EQ(verts[0].r, 0.0F) << "a vertex that is there lacks its colour";
+    EXPECT_EQ(verts[2].fixed, 0);
+    EXPECT_FLOAT_EQ(verts[2].r + verts[2].a, 2.0F);
 }
 
-TEST_F(Skin, AnchorsAreNinePlacesOfTheRectangle) {
+TEST_F(SkinTest, CountsOfNothingOf255AndOfABillion) {
+    for (const std::string count : {"0", "255", "1000000000", "-1", "99999999999999"}) {
+        std::string shots;
+        for (int i = 0; i < 50; ++i)
+            shots += "<new shot>\nmode = 0\npolynum = " + count + "\n<polylist>\n<poly>\nvnum = " + count +
+                     "\n<vertlist>\n</vertlist>\n</poly>\n</polylist>\n</new shot>\n";
+        Read("<general>\n<border>\nbox_num = " + count + "\n</border>\n</general>\n" +
+             Style(Mode("normal", shots)));
+        EXPECT_LE(styles.boxes.size(), 255U);
+        std::size_t vertices = 0;
+        for (const ShotPolylist& list : styles.Get(1).shots[0])
+            for (const ShotPoly& poly : list.polys)
+                vertices += poly.verts.size();
+        EXPECT_LE(vertices, 2000U) << count;
+        EXPECT_LT(ReadLog().size(), 200000U) << count;
+    }
+    std::string many;
+    for (int i = 0; i < 300; ++i)
+        many += Style("");
+    Read(many);
+    EXPECT_EQ(styles.Count(), 255);
+}
+
+TEST_F(SkinTest, AnchorsStandOnTheRectangle) {
     const GuiRect rect = {0.1F, 0.1F, 0.2F, 0.1F};
-    const GuiPoint bottom = AnchorPoint(rect, 5);
-    EXPECT_FLOAT_EQ(bottom.x + 0.01F, 0.21F);
-    EXPECT_FLOAT_EQ(bottom.y - 0.01F, 0.19F);
-    const GuiPoint centre = AnchorPoint(rect, 8);
-    EXPECT_FLOAT_EQ(centre.x, 0.2F);
-    EXPECT_FLOAT_EQ(centre.y, 0.15F);
-    EXPECT_FLOAT_EQ(AnchorPoint(rect, 200).x, 0.1F);
-    EXPECT_EQ(CharactersIn(0.3F, 0.01F), 18);
+    const GuiPoint lowerMiddle = AnchorPoint(rect, 5);
+    EXPECT_FLOAT_EQ(lowerMiddle.x + 0.01F, 0.21F);
+    EXPECT_FLOAT_EQ(lowerMiddle.y - 0.01F, 0.19F);
+    EXPECT_FLOAT_EQ(AnchorPoint(rect, 8).x, 0.2F);
+    EXPECT_FLOAT_EQ(AnchorPoint(rect, 8).y, 0.15F);
+    EXPECT_FLOAT_EQ(AnchorPoint(rect, 9).x, 0.1F) << "no such anchor";
+    EXPECT_FLOAT_EQ(AnchorPoint(rect, 255).y, 0.1F);
 }
 
-// Whatever is cut off and whatever count is absurd, there is a skin with which windows can be drawn and hit.
-TEST_F(Skin, DamagedFilesLeaveAUsableGui) {
-    const std::string whole = SkinFile(PlainSkin());
-    GUI_Window window;
-    const auto use = [&](const std::string& text) {
-        StartGui(text);
-        gui.AddWindow(&window);
-        Click(0.1F, 0.1F);
-        gui.Draw();
-        gui.Clear();
+TEST_F(SkinTest, ShotsAreDrawnByTheirModes) {
+    // Filled, outlined, textured with the skin's yellow picture, and a mode that draws nothing.
+    BeginFlat();
+    glDisable(GL_DEPTH_TEST);
+    const std::string red = "r = 1\ng = 0\nb = 0\na = 1\n";
+    const std::string white = "r = 1\ng = 1\nb = 1\na = 1\n";
+    Read("<general>\nimage = \"cursor.png\"\n</general>\n" +
+         Style(Mode("normal", PlainSkin::Rectangle(0, red)) + Mode("hover", PlainSkin::Rectangle(1, red)) +
+               Mode("clicked", PlainSkin::Rectangle(2, white)) +
+               Mode("disabled", PlainSkin::Rectangle(7, red))));
+    const auto draw = [&](int state) {
+        glClear(GL_COLOR_BUFFER_BIT);
+        styles.DrawShot(styles.Get(1).shots[static_cast<std::size_t>(state)], {100, 100, 200, 100});
+        return PixelAt(200, 150);
     };
-    std::size_t cut = 0;
-    for (int line = 0; cut != std::string::npos; ++line) {
-        // Lines in the middle are all alike.
-        if (line < 120 || line % 41 == 0) use(whole.substr(0, cut));
-        cut = whole.find('\n', cut + 1);
-    }
-    for (const char* count : {"0", "255", "1000000000", "-1", "word"}) {
-        for (const char* key :
-             {"polynum = 1", "vnum = 4", "box_num = 1", "fixed = 2", "stid = 1", "pos_id = 1", "mode = 0"}) {
-            std::string text = whole;
-            for (std::size_t at = text.find(key); at != std::string::npos && at < 4000;
-                 at = text.find(key, at + 1))
-                text.replace(at + std::string(key).find("= ") + 2, 1, count);
-            use(text);
-        }
-    }
-    use("");
+    EXPECT_EQ(draw(0), (Rgba{255, 0, 0}));
+    EXPECT_EQ(draw(1), (Rgba{0, 0, 0}));
+    EXPECT_GT(CountPixels([](Rgba pixel) { return pixel.red == 255; }), 500);
+    EXPECT_EQ(draw(2), (Rgba{255, 255, 0}));
+    EXPECT_EQ(draw(3), (Rgba{0, 0, 0}));
+    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    video.SetMode(Width, Height, false);
+}
+
+TEST_F(SkinTest, StartLogsWhatIsMissing) {
     gui.Clear();
+    std::remove("log.txt");
+    gui.Start("nowhere.cfg");
+    EXPECT_EQ(ReadLog(), "QEV_Gui::Start[ failed ] Loading nowhere.cfg - couldn't open file\n"
+                         "QEV_Gui::Start[ failed ] Loading nowhere.cfg - couldn't find cursor info block\n"
+                         "QEV_Gui::Start[ NOTICE ] Loading nowhere.cfg - audio block not found\n"
+                         "QEV_Gui::Start[ failed ] Loading nowhere.cfg - couldn't find skin block\n");
+    UseWindow();
+    // A picture that is not there is replaced by the blank one.
+    Start("<cursor>\nimage = \"gone.png\"\nsize = 0.1\n</cursor>\n<skin>\n<general>\nimage = "
+          "\"gone.png\"\n</general>\n"
+          "</skin>\n");
+    EXPECT_GE(CountInLog("loading blank texture\n"), 2);
+    gui.cursor.visible = true;
+    UseWindow();
 }
 
-// Relative luminance and contrast as the web's accessibility guidelines define them.
-double Luminance(float r, float g, float b) {
-    const auto linear = [](double c) {
-        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(r) + 0.7152 * linear(g) + 0.0722 * linear(b);
-}
-
-class RealSkin : public GuiStage {
-protected:
-    RealSkin() {
-        folder.LinkData("gui");
-        std::filesystem::remove("log.txt");
-        gui.Start("gui/ravix.cfg");
-    }
-};
-
-TEST_F(RealSkin, LoadsWithoutAWarning) {
-    EXPECT_GE(gui.GetStyles().Count(), 15);
-    EXPECT_FALSE(gui.GetStyles().focus.empty());
-    const std::string log = ReadLog();
-    EXPECT_EQ(log.find("warning"), std::string::npos) << log;
-    EXPECT_EQ(log.find("failed"), std::string::npos) << log;
-}
-
-double Contrast(double one, double other) {
-    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
-}
-
-double TextLuminance(std::uint8_t stid) {
-    const GUI_Style& style = gui.GetStyles().Get(stid);
-    return Luminance(style.textr, style.textg, style.textb);
-}
-
-// Mean luminance of a part of the screen, in fractions, after the GUI was drawn on black.
-double DrawnLuminance(float left, float top, float width, float height) {
-    double sum = 0.0;
-    int pixels = 0;
-    for (int y = static_cast<int>(top * 480.0F); y < static_cast<int>((top + height) * 480.0F); ++y) {
-        for (int x = static_cast<int>(left * 640.0F); x < static_cast<int>((left + width) * 640.0F);
-             x += 3, ++pixels) {
-            const Pixel p = ReadPixel(x, y);
-            sum += Luminance(static_cast<float>(p.red) / 255.0F, static_cast<float>(p.green) / 255.0F,
-                             static_cast<float>(p.blue) / 255.0F);
-        }
-    }
-    return sum / pixels;
-}
-
-void DrawOnBlack() {
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    gui.cursor.visible = false;
-    gui.SetFocus(nullptr);
-    gui.Draw();
-}
-
-// Every style that carries text, in every state, where its caption lies.
-TEST_F(RealSkin, TextIsReadableOnEveryStyleAndState) {
-    GUI_Window window;
-    window.width = 0.6F;
-    window.height = 0.5F;
-    window.left = 0.2F;
-    window.top = 0.2F;
+TEST_F(SkinTest, UnknownStylesFallBackAndWindowsDoNotFillTheLog) {
+    gui.Clear();
+    Start("<skin>\n<general>\n</general>\n</skin>\n"); // only style 0
+    std::remove("log.txt");
+    window.left = window.top = 0.2F;
+    window.width = window.height = 0.5F;
     gui.AddWindow(&window);
-    GUI_Component widget;
-    widget.left = 0.1F;
-    widget.top = 0.1F;
-    widget.width = 0.2F;
-    window.AddComponent(&widget);
-    for (const std::uint8_t stid : {1, 2, 3, 14}) {
-        for (const GuiState state :
-             {GuiState::Normal, GuiState::Hover, GuiState::Clicked, GuiState::Disabled}) {
-            widget.stid = stid;
-            widget.state = state;
-            widget.caption = "";
-            DrawOnBlack();
-            const GuiRect rect = DrawnRect(gui.GetStyles(), widget);
-            const GUI_Style& style = gui.GetStyles().Get(stid);
-            const double ground =
-                DrawnLuminance(rect.left + style.textx, rect.top + rect.height / 2 - 0.008F, 0.1F, 0.016F);
-            EXPECT_GE(Contrast(TextLuminance(stid), ground), 4.5)
-                << "style " << int{stid} << " state " << static_cast<int>(state);
-        }
+    window.AddComponent(&button);
+    button.stid = 200;
+    for (int i = 0; i < 10; ++i) {
+        Draw();
+        MoveTo(200 + i, 200);
     }
-    window.caption = "";
-    DrawOnBlack();
-    EXPECT_GE(Contrast(TextLuminance(9), DrawnLuminance(0.24F, 0.215F, 0.2F, 0.02F)), 4.5)
-        << "the caption bar";
-    for (const std::uint8_t labels : {1, 11, 12})
-        EXPECT_GE(Contrast(TextLuminance(labels), DrawnLuminance(0.3F, 0.55F, 0.2F, 0.05F)), 4.5)
-            << "on a window's body";
-    gui.Clear();
-    GUI_HWindow bare;
-    bare.left = 0.2F;
-    bare.top = 0.2F;
-    bare.width = 0.4F;
-    bare.height = 0.3F;
-    gui.AddWindow(&bare);
-    DrawOnBlack();
-    EXPECT_GE(Contrast(TextLuminance(1), DrawnLuminance(0.3F, 0.3F, 0.1F, 0.1F)), 4.5) << "on a panel";
-    gui.Clear();
+    EXPECT_EQ(button.stid, 0);
+    EXPECT_EQ(gui.Hovered(), nullptr) << "a window of an unknown style is not hit";
+    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Styles::Draw - Array out of range A.len = 1 , val = 200\n"), 1);
+    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Styles::Draw - Array out of range A.len = 1 , val = 8\n"), 1);
+    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Window::IsMouseOver - Array out of range A.len = 1 , val = 8\n"), 1);
+    EXPECT_EQ(window.stid, 8);
+}
+
+// A skin cut behind every line: the GUI starts and its windows are drawn.
+TEST_F(SkinTest, ASkinCutAtEveryLineStillWorks) {
+    std::istringstream whole(PlainSkin::Text());
+    std::string text;
+    int cut = 0;
+    for (std::string line; std::getline(whole, line); ++cut) {
+        text += line + "\n";
+        ConfigFile file = ConfigFile::FromMemory(text);
+        styles.SetDefaults();
+        if (INI_FindBlock("skin", &file)) styles.Load(&file);
+        ASSERT_GE(styles.Count(), 1);
+        if (cut % 97 != 0) continue;
+        Start(text);
+        UseWindow();
+    }
+    EXPECT_GT(cut, 1000);
+    EXPECT_EQ(styles.Count(), 16);
 }
 
 } // namespace

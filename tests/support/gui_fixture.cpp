@@ -87,10 +87,10 @@ std::string PlainSkin::Rectangle(int mode, const std::string& colour) {
 
 std::string PlainSkin::Text() {
     std::string text =
-        "<cursor>\nimage = \"gui/cursor.png\"\nsize = 0.02\n</cursor>\n<skin>\n<general>\n"
+        "<cursor>\nimage = \"cursor.png\"\nsize = 0.02\n</cursor>\n<skin>\n<general>\n"
         "win_min_width = 0.2\nwin_min_height = 0.1\nwin_max_width = 1.1\nwin_max_height = 1.1\n";
     text += "scroll_width = " + Number(ScrollSize) + "\nscroll_height = " + Number(ScrollSize) + "\n";
-    text += "image = \"gui/cursor.png\"\n<border>\nbox_num = 1\n<box>\nfixed1 = 0\nfixed2 = "
+    text += "image = \"cursor.png\"\n<border>\nbox_num = 1\n<box>\nfixed1 = 0\nfixed2 = "
             "2\n</box>\n</border>\n"
             "<close button>\ncaption = \"\"\nwidth = 0.03\nheight = 0.03\nstid = 10\nleft = 0.01\ntop = "
             "0.01\npos_id = 1\n"
@@ -106,7 +106,7 @@ GuiTest::GuiTest() {
     SDL_Event dropped;
     while (SDL_PollEvent(&dropped)) {
     }
-    WriteFile("gui/cursor.png", MakePng(4, 4, [](int, int) { return Rgba{255, 255, 0}; }));
+    WriteFile("cursor.png", MakePng(4, 4, [](int, int) { return Rgba{255, 255, 0}; }));
     font.Load("font/basic4.png");
     frameClock.frameDelta = 10;
     Start(PlainSkin::Text());
@@ -119,8 +119,8 @@ void GuiTest::TearDown() {
 }
 
 void GuiTest::Start(const std::string& skin) {
-    WriteFile("gui/skin.cfg", skin);
-    gui.Start("gui/skin.cfg");
+    WriteFile("skin.cfg", skin);
+    gui.Start("skin.cfg");
     gui.cursor.visible = false;
 }
 
