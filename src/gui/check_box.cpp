@@ -26,7 +26,7 @@ void GUI_CheckBox::MouseUp(float x, float y) {
 void GUI_CheckBox::Draw() {
     if (!visible) return;
     if (OnDraw) OnDraw(this);
-    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw()")) return;
+    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw() -")) return;
     const GUI_Styles& skin = gui.GetStyles();
     const GUI_Style& style = skin.Get(stid);
     const GuiRect rect = DrawnRect(skin, *this);

@@ -53,7 +53,7 @@ void GUI_EditBox::Draw() {
     if (!visible) return;
     if (OnDraw) OnDraw(this);
     if (entry.Repeats(frameClock.frameDelta)) Apply(entry.Key());
-    if (!CheckStyle("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown")) return;
+    if (!CheckStyle("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown -")) return;
     // Unclipped, it is drawn over the window's edge.
     if (!scissor) glDisable(GL_SCISSOR_TEST);
     DrawText();

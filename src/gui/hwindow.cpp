@@ -9,7 +9,7 @@
 
 bool GUI_HWindow::IsInside(float x, float y) {
     if (x > left && x < left + width && y > top && y < top + height) return true;
-    if (!gui.GetStyles().Check(stid, "QEV_Gui::GUI_CheckBox::Draw()")) stid = 0;
+    if (!gui.GetStyles().Check(stid, "QEV_Gui::GUI_CheckBox::Draw() -")) stid = 0;
     for (std::size_t i = 0; i < children.Size(); ++i) {
         if (children[i].kind != GuiKind::Items) continue;
         const auto& items = static_cast<const GUI_Items&>(children[i]);

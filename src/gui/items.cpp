@@ -82,7 +82,7 @@ void GUI_Items::Animate() {
 void GUI_Items::Draw() {
     if (!visible) return;
     if (OnDraw) OnDraw(this);
-    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw()")) return;
+    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw() -")) return;
     Animate();
     // Closed, it keeps to its window; unrolled, it is drawn whole over the window's edge.
     if (open || height > ClosedHeight) glDisable(GL_SCISSOR_TEST);

@@ -186,7 +186,7 @@ void GUI_Memo::AreaMouseDown(GUI_Element* element, float x, float y) {
 }
 
 void GUI_Memo::PlaceCursor(float x, float y) {
-    if (!area.CheckStyle("QEV_Gui::GUI_Memo::RefreshLineNum")) return;
+    if (!area.CheckStyle("QEV_Gui::GUI_Memo::RefreshLineNum -")) return;
     const GUI_Style& style = gui.GetStyles().Get(area.stid);
     const GuiRect rect = DrawnRect(gui.GetStyles(), area);
     const int column =
@@ -207,7 +207,7 @@ void GUI_Memo::AreaDraw(GUI_Component* component) {
 
 void GUI_Memo::DrawArea() {
     if (entry.Repeats(frameClock.frameDelta)) Apply(entry.Key());
-    if (!area.CheckStyle("QEV_Gui::GUI_Styles::Draw")) return;
+    if (!area.CheckStyle("QEV_Gui::GUI_Styles::Draw -")) return;
     const GUI_Styles& skin = gui.GetStyles();
     const GUI_Style& style = skin.Get(area.stid);
     charactersPerLine = static_cast<std::uint32_t>(std::max(CharactersIn(area.width, style.textx), 2));

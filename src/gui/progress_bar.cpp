@@ -16,7 +16,7 @@ constexpr float LessHeight = 0.0041F;
 void GUI_ProgressBar::Draw() {
     if (!visible) return;
     if (OnDraw) OnDraw(this);
-    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw()")) return;
+    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw() -")) return;
     const int range = max - min;
     const float step = range == 0 ? 0.0F : (width - 2.0F * Inset) / static_cast<float>(range);
     const float fill = static_cast<float>(value) * step;

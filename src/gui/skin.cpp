@@ -96,20 +96,20 @@ const GUI_Style& GUI_Styles::Get(std::uint8_t stid) const {
 
 bool GUI_Styles::Check(std::uint8_t stid, const char* origin) const {
     if (Has(stid)) return true;
-    LogWrite("%s - Array out of range A.len = %d , val = %d\n", origin, Count(), stid);
+    LogWrite("%s Array out of range A.len = %d , val = %d\n", origin, Count(), stid);
     return false;
 }
 
 bool GUI_Styles::CheckDrawn(std::uint8_t stid) const {
     if (Has(stid)) return true;
-    if (!reportedDrawn[stid]) Check(stid, "QEV_Gui::GUI_Styles::Draw");
+    if (!reportedDrawn[stid]) Check(stid, "QEV_Gui::GUI_Styles::Draw -");
     reportedDrawn.set(stid);
     return false;
 }
 
 bool GUI_Styles::CheckHit(std::uint8_t stid) const {
     if (Has(stid)) return true;
-    if (!reportedHit[stid]) Check(stid, "QEV_Gui::GUI_Window::IsMouseOver");
+    if (!reportedHit[stid]) Check(stid, "QEV_Gui::GUI_Window::IsMouseOver -");
     reportedHit.set(stid);
     return false;
 }

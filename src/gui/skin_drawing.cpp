@@ -60,7 +60,7 @@ void GUI_Styles::SetTextColour(std::uint8_t stid) const {
 }
 
 void GUI_Styles::Draw(GUI_Component& component, const GUI_Element* parent) const {
-    if (!Check(component.stid, "QEV_Gui::GUI_Styles::Draw")) {
+    if (!Check(component.stid, "QEV_Gui::GUI_Styles::Draw -")) {
         component.stid = 0;
         return;
     }

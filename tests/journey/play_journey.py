@@ -34,7 +34,7 @@ class Play(Journey):
         game.await_true(lambda: game.log().count("State mode Change - [PAUSE]") > over, "the end of the game",
                         act=lambda: game.key("space"), pause=0.2)
         time.sleep(0.5)  # the dialog's first pictures
-        game.key(*["BackSpace"] * 10)
+        game.key(*["BackSpace"] * 30)  # also the drops that came too late
         game.type("Nefer")
         game.key("Return")
         config = game.folder / "config.cfg"
