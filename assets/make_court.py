@@ -3,7 +3,7 @@
 
 Paints the reliefs, models everything, lets Blender bake colours and light, and mixes the texture; the modules are in court/.
 Blender runs without a display. COURT_WORK=directory keeps what is baked, and a second run with the same directory and
-COURT_BAKE=no only mixes again; COURT_SAMPLES sets the quality (default 8; 2 is enough to see what one is doing).
+COURT_BAKE=no only mixes again; COURT_SAMPLES sets the quality (default 6; 2 is enough to see what one is doing).
 """
 import os
 import subprocess
@@ -19,7 +19,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 
 
 def bake(work):
-    samples = os.environ.get("COURT_SAMPLES", "8")
+    samples = os.environ.get("COURT_SAMPLES", "6")
     command = ["blender", "--background", "--factory-startup", "--python-exit-code", "1", "--python", os.path.join(HERE, "court", "bake.py"),
                "--", work, samples]
     run = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
