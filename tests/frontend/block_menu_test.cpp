@@ -1,0 +1,263 @@
+// The menu's boxes: gathering and locking, growing, picking in a real window, and the glow behind them.
+#include "core/frame_clock.h"
+#include "frontend/block_menu.h"
+#include "graphics/model_store.h"
+#include "gui/manager.h"
+#include "support/gl_window.h"
+#include "support/temporary_folder.h"
+#include "world/camera.h"
+
+#include <GL/gl.h>
+#include <GL/glu.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+
+namespace {
+
+class Boxes : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* folder : {"default", "models", "textures"})
+            run.LinkData(folder);
+        OpenGlWindow();
+        glEnable(GL_DEPTH_TEST);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        models.Init();
+        ASSERT_TRUE(models.AddKsm("models/box.ksm", "textures/floor1e.png"));
+        menu.Init(&models.Ksm(0), &models.textures);
+        menu.Reset();
+        camera.SetPosition(0.0F, 0.0F, -8.0F);
+        camera.SetAngles(0.0F, 0.0F);
+    }
+    void TearDown() override {
+        menu.Release();
+        models.Destroy();
+    }
+
+    void Frame(std::uint32_t milliseconds) {
+        frameClock.frameDelta = milliseconds;
+        menu.Update();
+    }
+    void GatherAll() {
+        while (menu.GetState() == BlockMenu::Phase::Gathering)
+            Frame(20);
+    }
+
+    // Where an item's middle stands, in screen fractions.
+    std::array<float, 2> MiddleOf(std::size_t index) const {
+        std::array<GLdouble, 16> view{};
+        std::array<GLdouble, 16> projection{};
+        std::array<GLint, 4> viewport{};
+        camera.Apply();
+        glTranslatef(0.0F, -1.0F, 2.0F);
+        glRotatef(-menu.AngleX(), 1.0F, 0.0F, 0.0F);
+        glRotatef(-menu.AngleY(), 0.0F, 1.0F, 0.0F);
+        glGetDoublev(GL_MODELVIEW_MATRIX, view.data());
+        glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+        glGetIntegerv(GL_VIEWPORT, viewport.data());
+        const BlockMenu::Item& item = menu.GetItem(index);
+        std::array<GLdouble, 3> place{};
+        gluProject(static_cast<double>(item.x), static_cast<double>(item.y), static_cast<double>(item.z),
+                   view.data(), projection.data(), viewport.data(), &place[0], &place[1], &place[2]);
+        return {static_cast<float>(place[0] / 640.0), static_cast<float>(1.0 - place[1] / 480.0)};
+    }
+    void DrawOnScreen() {
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        camera.Apply();
+        menu.DrawBoxes();
+    }
+
+    // Whether red, which only the hovered box is, shows within a pixel of the place.
+    static bool IsRedNear(float x, float y) {
+        for (int dx = -1; dx <= 1; ++dx) {
+            for (int dy = -1; dy <= 1; ++dy) {
+                const Pixel pixel =
+                    ReadPixel(static_cast<int>(x * 640.0F) + dx, static_cast<int>(y * 480.0F) + dy);
+                if (pixel.red > 0 && pixel.green == 0) return true;
+            }
+        }
+        return false;
+    }
+
+    TemporaryFolder run;
+    QEV_MD2loader models;
+    BlockMenu menu;
+};
+
+// The same arithmetic in double precision, step by step.
+TEST_F(Boxes, GatherFasterAndFasterUntilTheyLock) {
+    for (const std::uint32_t delta : {1U, 16U, 33U, 200U}) {
+        SCOPED_TRACE(delta);
+        menu.Reset();
+        double x = -5.0;
+        double speed = 0.00001;
+        double angle = 0.0;
+        int frames = 0;
+        while (std::abs(x + delta * speed) > 1.0) {
+            x += delta * speed;
+            angle += delta * (speed + 0.05);
+            speed *= 1.0 + 0.002 * delta;
+            Frame(delta);
+            ++frames;
+            ASSERT_EQ(menu.GetState(), BlockMenu::Phase::Gathering) << frames;
+        }
+        // A step of 1 ms rounds more than three thousand times.
+        const double tolerance = 2e-2;
+        EXPECT_NEAR(menu.GetItem(0).x, x, tolerance);
+        EXPECT_NEAR(menu.GetItem(1).y, x, tolerance);
+        EXPECT_NEAR(menu.GetItem(2).y, 4.0 - (x + 5.0), tolerance);
+        EXPECT_NEAR(menu.GetItem(3).x, -x, tolerance);
+        EXPECT_NEAR(menu.AngleX(), angle, 0.1);
+        EXPECT_EQ(menu.AngleX(), menu.AngleY());
+        EXPECT_FALSE(menu.logoFadeTimer.IsRunning());
+        Frame(delta);
+        EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Ready);
+        EXPECT_EQ(menu.GetItem(0).x, 1.0F);
+        EXPECT_EQ(menu.GetItem(1).y, 0.0F);
+        EXPECT_EQ(menu.GetItem(2).y, -1.0F);
+        EXPECT_EQ(menu.GetItem(3).x, -1.0F);
+        EXPECT_TRUE(menu.logoFadeTimer.IsRunning());
+        EXPECT_TRUE(gui.cursor.visible);
+    }
+}
+
+TEST_F(Boxes, LogosFadeInWhenTheyHaveLocked) {
+    GatherAll();
+    EXPECT_EQ(menu.logoAlpha, 0.0F);
+    for (int i = 0; i < 10; ++i)
+        Frame(200);
+    EXPECT_FLOAT_EQ(menu.logoAlpha, 0.5F);
+}
+
+TEST_F(Boxes, SpinUnlessOneIsHovered) {
+    GatherAll();
+    const float ready = menu.AngleX();
+    Frame(100);
+    EXPECT_NEAR(menu.AngleX() - ready, 5.0F, 1e-3F);
+    menu.SetState(BlockMenu::Phase::Hovered);
+    const float hovered = menu.AngleX();
+    Frame(100);
+    EXPECT_EQ(menu.AngleX(), hovered);
+    menu.SetState(BlockMenu::Phase::Frozen);
+    Frame(100);
+    EXPECT_NEAR(menu.AngleX() - hovered, 5.0F, 1e-3F);
+}
+
+TEST_F(Boxes, TheHoveredOneGrowsAndTheOthersShrink) {
+    GatherAll();
+    for (int i = 0; i < 100; ++i)
+        Frame(10);
+    for (std::size_t i = 0; i < BlockMenu::ItemCount; ++i) {
+        EXPECT_GT(menu.GetItem(i).scale, 0.6F);
+        EXPECT_LE(menu.GetItem(i).scale, 0.641F);
+    }
+    menu.SetHovered(MenuItem::Credits);
+    Frame(50);
+    EXPECT_NEAR(menu.GetItem(1).scale, menu.GetItem(0).scale + 0.2F, 0.04F);
+    EXPECT_FALSE(menu.GetItem(1).soundPlayed);
+    Frame(100);
+    EXPECT_EQ(menu.GetItem(1).scale, 1.0F);
+    EXPECT_TRUE(menu.GetItem(1).soundPlayed);
+    menu.SetHovered(MenuItem::None);
+    Frame(10);
+    EXPECT_FALSE(menu.GetItem(1).soundPlayed) << "the next growth sounds again";
+}
+
+// What is picked is what stands nearest under the pointer, which is what is drawn red there.
+TEST_F(Boxes, PickingFindsTheBoxThatIsSeenThere) {
+    GatherAll();
+    std::array<int, BlockMenu::ItemCount> picked{};
+    for (int turn = 0; turn < 40; ++turn) {
+        menu.SetState(BlockMenu::Phase::Frozen);
+        Frame(190);
+        menu.SetState(BlockMenu::Phase::Ready);
+        for (std::size_t i = 0; i < BlockMenu::ItemCount; ++i) {
+            const auto [x, y] = MiddleOf(i);
+            menu.Pick(x, y);
+            ASSERT_NE(menu.GetHovered(), MenuItem::None);
+            ASSERT_EQ(menu.GetState(), BlockMenu::Phase::Hovered);
+            ++picked[static_cast<std::size_t>(menu.GetHovered())];
+            DrawOnScreen();
+            EXPECT_TRUE(IsRedNear(x, y)) << turn << " " << i;
+        }
+    }
+    for (const int count : picked)
+        EXPECT_GT(count, 10) << "every box is seen at some time";
+    menu.Pick(0.02F, 0.02F);
+    EXPECT_EQ(menu.GetHovered(), MenuItem::None);
+    EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Ready);
+}
+
+TEST_F(Boxes, NothingIsPickedWhileGatheringOrFrozen) {
+    menu.Pick(0.5F, 0.5F);
+    EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Gathering);
+    GatherAll();
+    menu.SetHovered(MenuItem::Quit);
+    menu.SetState(BlockMenu::Phase::Frozen);
+    menu.Pick(0.02F, 0.02F);
+    EXPECT_EQ(menu.GetHovered(), MenuItem::Quit);
+}
+
+TEST_F(Boxes, PickingLeavesTheViewAsItWas) {
+    GatherAll();
+    std::array<GLfloat, 16> before{};
+    std::array<GLfloat, 16> after{};
+    glGetFloatv(GL_PROJECTION_MATRIX, before.data());
+    menu.Pick(0.5F, 0.5F);
+    glGetFloatv(GL_PROJECTION_MATRIX, after.data());
+    EXPECT_EQ(before, after);
+    GLint value = 0;
+    glGetIntegerv(GL_RENDER_MODE, &value);
+    EXPECT_EQ(value, GL_RENDER);
+    glGetIntegerv(GL_MATRIX_MODE, &value);
+    EXPECT_EQ(value, GL_MODELVIEW);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST_F(Boxes, TheGlowKeepsASmallCopyAndLeavesTheScreenClear) {
+    GatherAll();
+    camera.Apply();
+    menu.glow.BeginCapture();
+    menu.DrawBoxes();
+    menu.glow.EndCapture();
+    EXPECT_EQ(ReadLight(), 0.0);
+    std::array<GLint, 4> viewport{};
+    glGetIntegerv(GL_VIEWPORT, viewport.data());
+    EXPECT_EQ(viewport[2], 640);
+    double last = 0.0;
+    for (const float level : {1.0F, 3.0F, 10.0F}) {
+        glowLevel = level;
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        menu.glow.Draw();
+        const double light = ReadLight();
+        EXPECT_GT(light, last * 1.5) << level;
+        last = light;
+    }
+    glowLevel = 0.9F;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    menu.glow.Draw();
+    EXPECT_EQ(ReadLight(), 0.0) << "the level is cut to whole copies";
+    // After a mode change it is made anew.
+    OpenGlWindow(800, 600);
+    menu.glow.Create();
+    EXPECT_TRUE(glIsTexture(menu.glow.Texture()));
+    OpenGlWindow(640, 480);
+    menu.Reset();
+    EXPECT_EQ(glowLevel, 0.0F);
+}
+
+TEST(GlowLevel, FollowsTheFrameRate) {
+    glowLevel = 0.0F;
+    AdjustGlowLevel(59);
+    EXPECT_EQ(glowLevel, 0.0F) << "a slow machine never gets a glow";
+    for (int i = 0; i < 30; ++i)
+        AdjustGlowLevel(60);
+    EXPECT_EQ(glowLevel, 20.0F);
+    for (int i = 0; i < 30; ++i)
+        AdjustGlowLevel(30);
+    EXPECT_EQ(glowLevel, 1.0F);
+}
+
+} // namespace

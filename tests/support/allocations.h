@@ -1,0 +1,6 @@
+// Counts what a program asks of the heap through operator new, for tests that hold code to asking nothing.
+// The program that calls Allocations gets the counting operators.
+#pragma once
+
+// Calls of operator new since the program's start.
+long Allocations();
