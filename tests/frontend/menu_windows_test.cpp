@@ -8,11 +8,13 @@
 #include "game/kolvex.h"
 #include "graphics/font.h"
 #include "graphics/video.h"
-#include "support/gui_stage.h"
+#include "gui/manager.h"
+#include "support/gl_window.h"
+#include "support/temporary_folder.h"
 
+#include <GL/gl.h>
+#include <SDL.h>
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace {
 
@@ -33,12 +35,12 @@ constexpr Place OptionsCancel = {0.70F, 0.723F};
 constexpr Place QuitYes = {0.40F, 0.53F};
 constexpr Place QuitCancel = {0.57F, 0.53F};
 
-class Windows : public GuiStage {
+class Windows : public testing::Test {
 protected:
     void SetUp() override {
         for (const char* name : {"default", "font", "gui"})
-            if (!std::filesystem::exists(name)) folder.LinkData(name);
-        if (video.Width() != 640) OpenGlWindow();
+            run.LinkData(name);
+        OpenGlWindow();
         WriteFile("config.cfg", "<audio>\naudio_rate = 22050\naudio_format = 32784\naudio_channels = 2\n"
                                 "audio_buffers = 1024\nsound_volume = 128\nmusic_volume = 100\n</audio>\n");
         audio.Load("config.cfg");
@@ -54,23 +56,50 @@ protected:
         menuScene.blockMenu.SetState(BlockMenu::Phase::Ready);
     }
     void TearDown() override {
-        GuiStage::TearDown();
+        gui.Clear();
+        gui.Destroy();
         menuScene.blockMenu.Release();
         audio.Destroy();
         font.Destroy();
     }
 
-    static void Click(const Place& place) { GuiStage::Click(place.x, place.y); }
+    static void Send(SDL_Event event) {
+        SDL_PushEvent(&event);
+        gui.ProcessEvents(0);
+    }
+    static void Click(const Place& place) {
+        SDL_Event event{};
+        event.type = SDL_MOUSEMOTION;
+        event.motion.x = static_cast<Uint16>(place.x * static_cast<float>(video.Width()));
+        event.motion.y = static_cast<Uint16>(place.y * static_cast<float>(video.Height()));
+        Send(event);
+        event = {};
+        event.button.button = SDL_BUTTON_LEFT;
+        for (const Uint8 type : {SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONUP}) {
+            event.type = type;
+            Send(event);
+        }
+    }
+    static void Type(SDLKey key) {
+        SDL_Event event{};
+        event.key.keysym.sym = key;
+        for (const Uint8 type : {SDL_KEYDOWN, SDL_KEYUP}) {
+            event.type = type;
+            Send(event);
+        }
+    }
     // What a click on a box does.
     static void Choose(MenuItem item) {
         menuScene.blockMenu.SetHovered(item);
-        GuiStage::Click(0.02F, 0.98F);
+        Click({0.02F, 0.98F});
     }
     static int Saved(const char* block, const char* key) {
         ConfigFile file("config.cfg");
         return INI_FindBlock(block, &file) ? INI_ReadInt(key, &file) : -1;
     }
     static BlockMenu::Phase Phase() { return menuScene.blockMenu.GetState(); }
+
+    TemporaryFolder run;
 };
 
 TEST_F(Windows, OptionsFreezeTheMenuAndCancelThawsIt) {
