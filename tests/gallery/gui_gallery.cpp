@@ -93,6 +93,20 @@ void FillBars(GUI_Window& window, GUI_HScroll& across, GUI_VScroll& down, GUI_Me
     memo.scroll.SetPosition();
 }
 
+void DrawTriangle() {
+    glDisable(GL_TEXTURE_2D);
+    glBegin(GL_TRIANGLES);
+    glColor3f(0.89F, 0.70F, 0.24F);
+    glVertex3f(0.0F, 1.2F, -3.0F);
+    glColor3f(0.12F, 0.23F, 0.58F);
+    glVertex3f(-0.35F, -0.8F, -3.0F);
+    glColor3f(0.16F, 0.65F, 0.62F);
+    glVertex3f(0.35F, -0.8F, -3.0F);
+    glEnd();
+    glEnable(GL_TEXTURE_2D);
+    glColor3f(1.0F, 1.0F, 1.0F);
+}
+
 struct Gallery {
     GUI_Window states, bars, tabs;
     GUI_HWindow panel;
@@ -104,6 +118,9 @@ struct Gallery {
     GUI_CheckBox pageBox;
     GUI_Label pageLabel;
     GUI_Items items;
+    GUI_HWindow scores;
+    std::array<GUI_Label, 4> scoreLines;
+    GUI_Window view;
 
     void Build() {
         Place(states, "Every state", 0.02F, 0.02F, 0.57F, 0.52F);
@@ -125,12 +142,25 @@ struct Gallery {
         general.AddComponent(&pageLabel);
         general.AddComponent(&pageBox);
         tabs.AddComponent(&control);
-        Place(panel, "", 0.62F, 0.05F, 0.24F, 0.09F);
+        Place(panel, "", 0.62F, 0.02F, 0.17F, 0.09F);
         items.caption = "Game";
         items.left = 0.02F;
         items.top = 0.01F;
         items.SetItems("Resume;Menu;Quit");
         panel.AddComponent(&items);
+        BuildScores();
+        Place(view, "In 3D", 0.62F, 0.34F, 0.36F, 0.2F);
+        view.OnDraw3D = [](GUI_Window*) { DrawTriangle(); };
+    }
+
+    void BuildScores() {
+        Place(scores, "", 0.8F, 0.02F, 0.18F, 0.27F);
+        static constexpr std::array Texts = {"Score :", "48250", "Level :", "7"};
+        for (std::size_t i = 0; i < scoreLines.size(); ++i) {
+            scoreLines[i].caption = Texts[i];
+            scoreLines[i].top = 0.05F * static_cast<float>(i);
+            scores.AddComponent(&scoreLines[i]);
+        }
     }
 };
 
@@ -170,8 +200,8 @@ int main(int argc, char** argv) {
     gallery.Build();
     gui.SetFocus(&gallery.items);
     gui.cursor.x = 0.7F;
-    gui.cursor.y = 0.2F;
-    gallery.items.MouseOver(0.7F, 0.2F);
+    gui.cursor.y = 0.17F;
+    gallery.items.MouseOver(0.7F, 0.17F);
     frameClock.frameDelta = 20;
     for (int frame = 0; frame < 30; ++frame)
         DrawFrame();
