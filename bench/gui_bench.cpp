@@ -15,12 +15,14 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <cstring>
 #include <vector>
 
 namespace {
 
 constexpr int Windows = 6;
 constexpr int WidgetsInWindow = 10;
+constexpr int FramesInRun = 400; // the driver that draws nothing keeps some memory of every frame
 
 // The process's screen, opened with the first benchmark that draws.
 struct Screen {
@@ -64,6 +66,7 @@ struct BareShot {
 struct BareText {
     float x, y;
     const char* text;
+    GLsizei length;
     std::array<float, 4> colour;
 };
 struct BareFrame {
@@ -95,6 +98,7 @@ BareFrame WriteFrame() {
             frame.texts.push_back({rect.left + style.textx,
                                    rect.top + style.texty,
                                    text,
+                                   static_cast<GLsizei>(std::strlen(text)),
                                    {style.textr, style.textg, style.textb, style.texta}});
     };
     for (const GUI_Window* window : gui.Windows()) {
@@ -109,12 +113,33 @@ BareFrame WriteFrame() {
     return frame;
 }
 
+// All texts under one flat projection, with their lengths known.
+void DrawBareTexts(const std::vector<BareText>& texts) {
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    glOrtho(0, 640, 0, 480, -1, 1);
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glListBase(font.ListBase() - 32);
+    for (const BareText& text : texts) {
+        glColor4fv(text.colour.data());
+        glLoadIdentity();
+        glTranslatef(text.x * 640, 470 - text.y * 480, 0);
+        glCallLists(text.length, GL_UNSIGNED_BYTE, text.text);
+    }
+    glPopMatrix();
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+}
+
 void BM_GuiDraw(benchmark::State& state) {
     TheScreen();
     for (auto _ : state)
         gui.Draw();
 }
-BENCHMARK(BM_GuiDraw);
+BENCHMARK(BM_GuiDraw)->Iterations(FramesInRun);
 
 void BM_GuiDraw_Limit(benchmark::State& state) {
     TheScreen();
@@ -136,14 +161,11 @@ void BM_GuiDraw_Limit(benchmark::State& state) {
             }
             glEnd();
         }
-        for (const BareText& text : frame.texts) {
-            glColor4fv(text.colour.data());
-            font.PrintAt(text.x, text.y, 0, "%s", text.text);
-        }
         glPopMatrix();
+        DrawBareTexts(frame.texts);
     }
 }
-BENCHMARK(BM_GuiDraw_Limit);
+BENCHMARK(BM_GuiDraw_Limit)->Iterations(FramesInRun);
 
 void BM_GuiMotion1000(benchmark::State& state) {
     TheScreen();

@@ -4,11 +4,27 @@
 #include "gui/button.h"
 #include "gui/manager.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 #include <unistd.h>
+
+namespace {
+
+// Pictures have a fuzzer of their own; a skin's key for one becomes a key that nobody reads.
+void HidePictures(std::string& text) {
+    constexpr std::string_view Key = "image";
+    const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
+    for (auto at = text.begin();
+         (at = std::search(at, text.end(), Key.begin(), Key.end(), same)) != text.end();)
+        *at++ = '-';
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     char name[] = "/tmp/quarvello-fuzz-XXXXXX";
@@ -17,7 +33,9 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    ConfigFile file = ConfigFile::FromMemory({reinterpret_cast<const char*>(data), size});
+    std::string text(reinterpret_cast<const char*>(data), size);
+    HidePictures(text);
+    ConfigFile file = ConfigFile::FromMemory(text);
     GUI_Styles& styles = gui.GetStyles();
     styles.SetDefaults();
     if (INI_FindBlock("skin", &file)) styles.Load(&file);

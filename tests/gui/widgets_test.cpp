@@ -42,6 +42,7 @@ protected:
     GUI_HScroll horizontal;
     GUI_ProgressBar bar;
     GUI_PageControl control;
+    GUI_PageControl secondControl;
     GUI_Page pages[3];
     GUI_Button buttons[3];
     GUI_Label label;
@@ -249,6 +250,12 @@ TEST_F(WidgetsTest, PagesSwitchByTheirTabs) {
         Click(tabX + 0.1F, tabY + 0.2F);
         EXPECT_EQ(chosen, 4 + i);
     }
+    // A page of another control moves there and is active here no more.
+    secondControl.AddPage(&pages[1]);
+    EXPECT_EQ(control.ActivePage(), &pages[0]);
+    EXPECT_EQ(secondControl.ActivePage(), &pages[1]);
+    EXPECT_EQ(buttons[1].GetParent(), &secondControl);
+    EXPECT_EQ(control.Pages().size(), 2U);
     // Its own empty area belongs to the window.
     Move(ClientX + 0.5F, ClientY + 0.5F);
     EXPECT_EQ(gui.Hovered(), &window);
