@@ -7,5 +7,5 @@
 extern "C" std::uint32_t SDL_GetTicks() {
     static const auto real = reinterpret_cast<std::uint32_t (*)()>(dlsym(RTLD_NEXT, "SDL_GetTicks"));
     static const char* const factor = std::getenv("FAST_CLOCK");
-    return real() * static_cast<std::uint32_t>(factor ? std::atoi(factor) : 1);
+    return static_cast<std::uint32_t>(real() * (factor ? std::atof(factor) : 1.0));
 }

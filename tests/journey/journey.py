@@ -70,7 +70,7 @@ class Game:
         self.folder = folder or make_run_folder(config)
         self.environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy")
         libraries = list(preload)
-        if fast > 1:
+        if fast != 1:
             self.environment["FAST_CLOCK"] = str(fast)
             libraries.append("fast_clock")
         if libraries:
@@ -138,10 +138,10 @@ class Game:
     def key(self, *names):
         self.xdotool("key", *names)
 
-    def tap(self, name):
+    def tap(self, name, seconds=0.12):
         """A key held for as long as a finger holds it, so that slow pictures see it too."""
         self.xdotool("keydown", name)
-        time.sleep(0.12)
+        time.sleep(seconds)
         self.xdotool("keyup", name)
         time.sleep(0.05)
 

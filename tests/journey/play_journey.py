@@ -16,14 +16,15 @@ class Play(Journey):
     def play_square(self, game, column):
         """Moves a square from its place at column 4 to another, drops it and waits for the next to be dealt."""
         for _ in range(abs(column - 4)):
-            game.tap("Left" if column < 4 else "Right")
+            # A tenth of a second for the game, whose clock is slow, and long enough for the slowest picture.
+            game.tap("Left" if column < 4 else "Right", seconds=0.4)
         before = self.throws(game)
         game.key("space")
         # The light takes three throws at a time, a piece one.
         game.await_true(lambda: (self.throws(game) - before) % 3 == 1, "the next piece")
 
     def test_to_the_end_and_into_the_table(self):
-        game = self.start(preload=["same_rand"])
+        game = self.start(preload=["same_rand"], fast=0.25)
         game.to_game()
         game.pause()
         game.key("Escape")
@@ -44,7 +45,7 @@ class Play(Journey):
         game.close_window()
         game.await_end()
 
-        again = self.start(folder=game.folder, preload=["same_rand"])
+        again = self.start(folder=game.folder, preload=["same_rand"], fast=2)
         again.to_game()
         again.pause()
         again.key("Escape")
