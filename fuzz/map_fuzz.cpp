@@ -1,0 +1,66 @@
+// Map files of any content: the map's blocks, its entity list and its camera are loaded and released, without
+// window and sound. What the map names lies in a folder with the same few small files each time.
+#include "config/config_file.h"
+#include "config/config_reader.h"
+#include "world/camera.h"
+#include "world/entities.h"
+#include "world/object_set.h"
+#include "world/world_grid.h"
+#include "world/world_motion.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+// Entities come without models, which have a fuzzer of their own: "entities/bare.txt" names none.
+void EnterFolder() {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "quarvello-fuzz-map";
+    std::filesystem::create_directories(folder / "entities");
+    std::filesystem::current_path(folder);
+    std::ofstream("entities/bare.txt") << "<entity>\nstatus = 2\nsize = 0.5\nspeed = 1\n</entity>\n";
+    // The log would grow without end.
+    std::error_code ignored;
+    std::filesystem::remove("log.txt", ignored);
+    std::filesystem::create_directory("log.txt", ignored);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+    EnterFolder();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    ConfigFile map = ConfigFile::FromMemory({reinterpret_cast<const char*>(data), size});
+    globalp = std::make_unique<Globalp>();
+    globalp->start(std::vector<BackgroundSector>(2));
+    objects = std::make_unique<Objects>();
+    entityes = std::make_unique<Entityes>();
+    if (INI_FindBlock("map", &map)) {
+        for (const char* key : {"Background", "Objects", "Music", "Particles"})
+            INI_ReadString(key, &map);
+    }
+    if (INI_FindBlock("entityes", &map) && entityes->Load(&map)) INI_SkipBlock("entityes", &map);
+    camera.Load(&map);
+    camera.FollowObject();
+    for (WorldObject& object : globalp->objects)
+        object.Push(1.0F, -1.0F);
+    for (std::uint32_t layer = 0; layer < 3; ++layer)
+        UpdateLayer(*globalp, layer, 16);
+    if (entityes->entities.size() != globalp->objects.size()) std::abort();
+    while (!entityes->entities.empty())
+        entityes->Remove(entityes->entities.size() / 2);
+    if (!globalp->objects.empty() || !globalp->ObjectsOf(0).empty()) std::abort();
+    entityes.reset();
+    objects.reset();
+    globalp.reset();
+    return 0;
+}
