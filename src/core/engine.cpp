@@ -92,7 +92,8 @@ void Global_Destroy() {
     font.Destroy();
     gui.Destroy();
     LogWrite("Global_Destroy() - Deleting SDL cursor hack:\n");
-    SDL_FreeCursor(cursor);
+    // A media layer that went down before has taken the cursor along.
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) SDL_FreeCursor(cursor);
     CheckMem();
     LogWrite("Global_Destroy() - Log Stop\n");
     LogWrite("Global_Destroy() - Normal Exit\n");
