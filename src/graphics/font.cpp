@@ -37,8 +37,10 @@ using Text = std::array<char, Font::MaxText + 1>;
 }
 
 void CompileGlyph(GLuint list, int cell) {
-    const float u = static_cast<float>(cell % CellsInRow) * CellSize;
-    const float v = 1.0F - static_cast<float>(cell / CellsInRow) * CellSize;
+    const int column = cell % CellsInRow;
+    const int row = cell / CellsInRow;
+    const float u = static_cast<float>(column) * CellSize;
+    const float v = 1.0F - static_cast<float>(row) * CellSize;
     glNewList(list, GL_COMPILE);
     glBegin(GL_QUADS);
     glTexCoord2f(u, v - CellSize);

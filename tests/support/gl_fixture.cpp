@@ -9,6 +9,8 @@
 #include <SDL.h>
 
 #include <cstdlib>
+#include <dlfcn.h>
+#include <link.h>
 
 namespace {
 
@@ -36,6 +38,19 @@ void OpenWindow() {
     iluInit();
 }
 
+// A driver that leaves memory behind when it is unloaded is forgiven by name; unloaded, it would have none.
+void KeepLoadedLibraries() {
+    std::vector<std::string> names;
+    dl_iterate_phdr(
+        [](dl_phdr_info* info, std::size_t, void* found) {
+            static_cast<std::vector<std::string>*>(found)->emplace_back(info->dlpi_name);
+            return 0;
+        },
+        &names);
+    for (const std::string& name : names)
+        if (!name.empty()) dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
 } // namespace
 
 Rgba GlTest::CellColour(int cell) {
@@ -57,6 +72,7 @@ const std::string& GlTest::StartLog() {
 }
 
 void GlTest::ReplaceContext() {
+    KeepLoadedLibraries();
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
     SDL_InitSubSystem(SDL_INIT_VIDEO);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
