@@ -1,4 +1,5 @@
 // Check boxes, lists, scroll bars, progress bars and pages, clicked and looked at.
+#include "support/allocations.h"
 #include "support/gui_fixture.h"
 
 #include "gui/check_box.h"
@@ -9,13 +10,7 @@
 #include "gui/progress_bar.h"
 #include "gui/scroll_bars.h"
 
-#include <cstdlib>
-#include <new>
-
 namespace {
-
-bool counting = false;
-int allocations = 0;
 
 int changes;
 int clicks;
@@ -297,26 +292,12 @@ TEST_F(WidgetsTest, DrawingAllocatesNothing) {
     gui.cursor.visible = true;
     gui.SetFocus(&list);
     DrawFor(300);
-    allocations = 0;
-    counting = true;
+    const long before = Allocations();
     for (int i = 0; i < 20; ++i) {
         MoveTo(100 + i, 100 + i);
         Draw();
     }
-    counting = false;
-    EXPECT_EQ(allocations, 0);
+    EXPECT_EQ(Allocations() - before, 0);
 }
 
 } // namespace
-
-void* operator new(std::size_t size) {
-    if (counting) ++allocations;
-    if (void* memory = std::malloc(size ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
