@@ -12,7 +12,7 @@ import tempfile
 import time
 import unittest
 
-from labels import hovered_label
+from labels import hovered_label, sees
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests"))
@@ -64,11 +64,15 @@ class Display:
 class Game:
     """One run of the program in a folder of its own."""
 
-    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=1):
-        """`preload` names libraries to load into the program; its clock runs `fast` times as fast."""
+    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=1, heard=False):
+        """`preload` names libraries to load into the program; its clock runs `fast` times as fast; what is `heard` goes to
+        the file sound.raw."""
         self.display = display
         self.folder = folder or make_run_folder(config)
         self.environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy")
+        if heard:
+            # The delay paces the mixer's chunks of 1024 frames as a sound card would.
+            self.environment.update(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(self.folder / "sound.raw"), SDL_DISKAUDIODELAY="23")
         libraries = list(preload)
         if fast != 1:
             self.environment["FAST_CLOCK"] = str(fast)
@@ -82,6 +86,7 @@ class Game:
         self.process = subprocess.Popen([str(BUILD / program)], cwd=self.folder, env=self.environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
         self.window = None
+        self.area = None  # where the picture is, when no window tells it: full screen
 
     # What the program says
 
@@ -150,6 +155,8 @@ class Game:
 
     def geometry(self):
         """Left, top, width and height of the window in pixels of the screen."""
+        if self.area:
+            return self.area
         if not self.window:
             self.window = self.xdotool("search", "--name", "^Quarvello$").split()[:1]
         found = dict(line.split("=") for line in self.xdotool("getwindowgeometry", "--shell", *self.window).split() if "=" in line)
@@ -168,6 +175,16 @@ class Game:
         time.sleep(0.15)  # a frame or two, so that the pointer has arrived before the button
         self.xdotool("click", 1)
 
+    def drag(self, begin, end):
+        """Takes hold of a place and lets go at another."""
+        self.move(*begin)
+        time.sleep(0.15)
+        self.xdotool("mousedown", 1)
+        time.sleep(0.15)
+        self.move(*end)
+        time.sleep(0.15)
+        self.xdotool("mouseup", 1)
+
     def close_window(self):
         """What a window manager sends when the window is closed."""
         self.geometry()
@@ -183,6 +200,11 @@ class Game:
         if save_as:
             subprocess.run(["convert", "-size", f"{width}x{height}", "-depth", "8", "rgb:-", str(save_as)], input=data, check=True)
         return picture
+
+    def await_text(self, text, x, y, gone=False, act=None):
+        """Waits until a text stands about a place or, when it is to be `gone`, no longer does."""
+        self.await_true(lambda: sees(self.look(), text, x, y) != gone, f"{text!r} at ({x}, {y}){' to go' if gone else ''}",
+                        act=act, pause=0.1)
 
     # Roads that many journeys take
 

@@ -1,4 +1,4 @@
-"""Reads the label that the menu prints beside the pointer, by comparing it with the font's own picture."""
+"""Reads printed texts in screenshots, by comparing them with the font's own picture."""
 import pathlib
 import subprocess
 
@@ -7,6 +7,8 @@ NAMES = ("OPTIONS", "CREDITS", "NEW GAME", "QUIT")
 CELL = 16      # side of a printed glyph, pixels
 ADVANCE = 10   # from one glyph to the next
 BOX_ADVANCE = 11
+GRID = (640, 480)  # of all other texts, stretched over the window
+LIKENESS = 0.7     # a wrong text of the same length stays well below
 _font = None
 
 
@@ -68,3 +70,23 @@ def hovered_label(picture, x, y):
                     if score > best:
                         best, found = score, name
     return found
+
+
+def sees(picture, text, x, y, across=24, along=12):
+    """Whether a text of the GUI or of the pages stands with its middle about (x, y), in fractions of the window, at any
+    size of the window; `across` and `along` say how far off it may be, in pixels of the text grid."""
+    scale_x, scale_y = picture.width / GRID[0], picture.height / GRID[1]
+    rows = expected(text)
+    cells = [(column, row) for row in range(0, CELL, 2) for column in range(0, ADVANCE * len(text) + 4, 2)]
+    wanted = [rows[row][column] for column, row in cells]
+    left = int(x * GRID[0]) - ADVANCE * len(text) // 2
+    top = int(y * GRID[1]) - CELL // 2
+    for dy in range(-along, along + 1):
+        for dx in range(-across, across + 1):
+            place = left + dx, top + dy
+            if min(place) < 0 or place[0] + ADVANCE * len(text) + CELL > GRID[0] or place[1] + CELL > GRID[1]:
+                continue
+            seen = [picture.pixel((place[0] + column) * scale_x, (place[1] + row) * scale_y)[1] for column, row in cells]
+            if abs(correlation(seen, wanted)) > LIKENESS:  # dark on light as well as light on dark
+                return True
+    return False
