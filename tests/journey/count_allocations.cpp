@@ -1,11 +1,13 @@
-// Preloaded into the game, counts the memory that its own code takes on the main thread between two pictures; what
-// the driver and the libraries take for themselves does not count. The counts go to the file "allocations.txt" in
-// the working directory with every tenth picture, with the places in the program that took the most.
+// Preloaded into the game, counts the memory that its own code takes on the main thread between two pictures,
+// by itself or through the C++ library; what the driver and the other libraries take for themselves does not
+// count. The counts go to the file "allocations.txt" in the working directory with every tenth picture, with
+// the first places in the program that took some (0 is the C++ library).
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <dlfcn.h>
 #include <link.h>
 #include <new>
@@ -25,33 +27,46 @@ struct Place {
     unsigned long count = 0;
 };
 
-std::uintptr_t base = 0;
-std::uintptr_t begin = 0;
-std::uintptr_t end = 0;
+struct Code {
+    std::uintptr_t base = 0;
+    std::uintptr_t begin = 0;
+    std::uintptr_t end = 0;
+
+    bool Contains(std::uintptr_t address) const { return address >= begin && address < end; }
+};
+
+Code program;
+Code library; // of C++
 std::array<Place, 16> places;
 unsigned long allocations = 0;
 unsigned long frames = 0;
 
-// The program itself is the first object that the loader lists.
-int FindProgram(dl_phdr_info* info, std::size_t /*size*/, void* /*data*/) {
-    base = info->dlpi_addr;
+int FindCode(dl_phdr_info* info, std::size_t /*size*/, void* /*data*/) {
+    // The program itself comes first and has no name.
+    const bool isLibrary = std::strstr(info->dlpi_name, "libstdc++") != nullptr;
+    if (program.end != 0 && !isLibrary) return 0;
+    Code& code = isLibrary ? library : program;
+    code.base = info->dlpi_addr;
     for (int i = 0; i < info->dlpi_phnum; ++i) {
         const ElfW(Phdr)& part = info->dlpi_phdr[i];
         if (part.p_type != PT_LOAD || !(part.p_flags & PF_X)) continue;
-        begin = base + part.p_vaddr;
-        end = begin + part.p_memsz;
+        code.begin = code.base + part.p_vaddr;
+        code.end = code.begin + part.p_memsz;
     }
-    return 1;
+    return 0;
 }
 
 void Count(const void* caller) {
+    if (frames == 0 || gettid() != getpid()) return;
     const auto address = reinterpret_cast<std::uintptr_t>(caller);
-    if (frames == 0 || address < begin || address >= end || gettid() != getpid()) return;
+    const bool own = program.Contains(address);
+    if (!own && !library.Contains(address)) return;
     ++allocations;
+    const std::uintptr_t offset = own ? address - program.base : 0;
     const auto found = std::find_if(places.begin(), places.end() - 1, [&](const Place& place) {
-        return place.offset == address - base || place.count == 0;
+        return place.offset == offset || place.count == 0;
     });
-    found->offset = address - base;
+    found->offset = offset;
     ++found->count;
 }
 
@@ -59,7 +74,8 @@ void Report() {
     if (std::FILE* file = std::fopen("allocations.new", "w")) {
         std::fprintf(file, "%lu %lu\n", frames, allocations);
         for (const Place& place : places)
-            if (place.count > 0) std::fprintf(file, "0x%lx %lu\n", static_cast<unsigned long>(place.offset), place.count);
+            if (place.count > 0)
+                std::fprintf(file, "0x%lx %lu\n", static_cast<unsigned long>(place.offset), place.count);
         std::fclose(file);
         std::rename("allocations.new", "allocations.txt");
     }
@@ -102,7 +118,7 @@ void* realloc(void* block, std::size_t size) {
 void SDL_GL_SwapBuffers() {
     static const auto real = reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "SDL_GL_SwapBuffers"));
     real();
-    if (frames == 0) dl_iterate_phdr(FindProgram, nullptr);
+    if (frames == 0) dl_iterate_phdr(FindCode, nullptr);
     if (++frames % 10 == 0) Report();
 }
 
