@@ -115,7 +115,9 @@ TEST_F(GeometryTest, RandomWidgetsInRandomWindows) {
         // Nothing is pointed at above or left of a window, which may still draw there.
         widget.width = std::min(widget.width, container.width - widget.left);
         widget.height = std::min(widget.height, container.height - widget.top);
-        Compare(widget, ClientOf(container),
+        // A clipped widget's own rectangle must tell where it is cut.
+        const bool clipped = widget.scissor && container.scissor;
+        Compare(widget, clipped ? GuiEdges{-1, -1, 2, 2} : ClientOf(container),
                 "round " + std::to_string(round) + ", anchor " +
                     std::to_string(static_cast<int>(widget.pos_id)));
     }
@@ -148,6 +150,32 @@ TEST_F(GeometryTest, RandomWidgetsOnPages) {
                 "round " + std::to_string(round));
     }
     EXPECT_GT(compared, 8);
+}
+
+TEST_F(GeometryTest, WidgetsHangOnTheClientAreaOrOnTheFrame) {
+    gui.AddWindow(&panel);
+    panel.AddComponent(&widget);
+    panel.left = panel.top = 0.1F;
+    panel.width = panel.height = 0.5F;
+    widget.left = 0.03F;
+    widget.top = 0.01F;
+    widget.width = 0.1F;
+    widget.height = 0.05F;
+    const auto expect = [&](GuiCorner corner, float left, float top) {
+        widget.pos_id = corner;
+        const GuiRect rect = DrawnRect(gui.GetStyles(), widget);
+        EXPECT_NEAR(rect.left, left, 1e-6) << static_cast<int>(corner);
+        EXPECT_NEAR(rect.top, top, 1e-6) << static_cast<int>(corner);
+    };
+    for (const bool clipped : {false, true}) {
+        widget.scissor = clipped;
+        const float x = clipped ? PlainSkin::LeftX : 0.0F;
+        const float y = clipped ? PlainSkin::LeftY : 0.0F;
+        expect(GuiCorner::TopLeft, 0.13F + x, 0.11F + y);
+        expect(GuiCorner::TopRight, 0.47F + x, 0.11F + y);
+        expect(GuiCorner::BottomRight, 0.47F + x, 0.54F + y);
+        expect(GuiCorner::BottomLeft, 0.13F + x, 0.54F + y);
+    }
 }
 
 // The pointer that the player sees is the drawn one: its tip and the widgets' edges must meet.
