@@ -3,4 +3,6 @@
 
 #include <SDL.h> // its entry library renames main where a system needs another entry
 
-int main(int /*argc*/, char** /*argv*/) { return RunGame(Mode::Game); }
+int main(int /*argc*/, char** /*argv*/) {
+    return RunGame(Mode::Game);
+}

@@ -3,8 +3,8 @@
 
 #include "graphics/font.h"
 
-#include <SDL.h>
 #include <GL/gl.h>
+#include <SDL.h>
 
 constinit std::unique_ptr<Profiler> profiler;
 

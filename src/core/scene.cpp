@@ -4,8 +4,8 @@
 #include "core/game_mode.h"
 #include "core/log.h"
 
-#include <SDL.h>
 #include <GL/gl.h>
+#include <SDL.h>
 
 void mainScene::RunFrame(void (mainScene::*frame)()) {
     if (SDL_WasInit(SDL_INIT_VIDEO) == 0) return;
