@@ -72,7 +72,7 @@ def portal(scene):
     run = np.concatenate([[0], np.cumsum([math.dist(a, b) for a, b in zip(profile, profile[1:])])])
     low, high = run[5], run[10]
     scene.add("gate.wing", [[(at(x), y + .25 - out, 22. + z) for x in stations] for out, z in profile], 44, "wing",
-              design=[[(x / 7.6, (s - low) / (high - low)) for x in stations] for s in run], smooth=True)
+              design=[[(x / 7.6, min(1, max(0, (s - low) / (high - low))) * .98 + .01) for x in stations] for s in run], smooth=True)
     scene.quad("gate.side", (at(6.9), y + .25, 22.), (at(6.9), y + 4, 22.), (at(6.9), y + 4, 26.4), (at(6.9), y - 1.2, 26.4), 8, "stone")
 
 

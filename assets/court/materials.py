@@ -14,7 +14,7 @@ CLOUDS = {"stone": ("#8F6C46", "#CBA877", .18, .06, 1.5, (3.4, 1.6, .05)), "slab
           "gold": ("#A87A22", "#E9BC4A", .8, .02, 5, None), "cedar": ("#4A2418", "#7A4430", .8, .03, 4, None),
           "dune": ("#4A3438", "#644644", .06, .4, .25, None), "pyramid": ("#4E3A40", "#6A4C48", .05, .3, .4, (5, 2.2, .12)),
           "palm": ("#2A3220", "#4C5634", .4, .1, 2, None), "granite": ("#94694E", "#B4896A", .9, .03, 6, None),
-          "sand": ("#8A6644", "#B88F60", .5, .05, 4, None), "lapis": ("#1A2856", "#2A3D7C", 1.5, .02, 5, None)}
+          "sand": ("#8A6644", "#B88F60", .5, .05, 4, None), "lapis": ("#20264A", "#303A66", 1.5, .02, 5, None)}
 # Painted bands along the first design coordinate: colours, colour of the lines between them, length of a band in units, how much
 # of the paint is left, and the bare stone under it.
 BANDS = {"cornice": (("#28A79F", "#B8432E", "#1F3A93", "#B8432E"), "#DDBE8E", .95, .40, "#A67F50"),

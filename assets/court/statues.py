@@ -210,7 +210,7 @@ def king(scene):
         f.add([[(1.3, s - .3, .18), (2.42, s - .30, .18)], [(1.4, s - .28, .64), (2.38, s - .28, .34)]], "granite", .6)
     # The kilt over both thighs, from the knees back to the lap.
     across = [(-1.08, 2.15), (-1.10, 2.6), (-.86, 2.98), (-.55, 3.06), (-.2, 2.94), (.2, 2.94), (.55, 3.06), (.86, 2.98), (1.10, 2.6), (1.08, 2.15)]
-    rows = [(1.80, .96, -.55), (1.92, 1.0, -.25), (1.74, 1.0, -.03), (1.2, 1.0, .0), (.4, 1.02, .05), (-.4, 1.02, .08)]
+    rows = [(2.0, .96, -.6), (2.06, 1.0, -.25), (1.86, 1.0, .0), (1.2, 1.0, .0), (.4, 1.02, .05), (-.4, 1.02, .08)]
     f.add([[(x, s * w, max(2.1, z + dz)) for s, z in across] for x, w, dz in rows], "kilt", .9, design=(0, 0, 1, 1))
     # Trunk: height, half width, depth.
     trunk = [(2.7, .86, .62), (3.4, .80, .56), (4.1, .98, .66), (4.7, 1.16, .76), (5.0, 1.24, .78)]
@@ -218,7 +218,8 @@ def king(scene):
     angles = np.radians(np.linspace(-100, 100, 11))
 
     def shell(sections):
-        return [[(-.75 + d * math.copysign(abs(math.cos(a)) ** .8, math.cos(a)), w * math.copysign(abs(math.sin(a)) ** .85, math.sin(a)), z)
+        # The breast: a soft swelling on each side.
+        return [[(-.75 + .09 * float(_hill(z, 4.75, .35) * _hill(abs(a), .5, .35)) + d * math.copysign(abs(math.cos(a)) ** .8, math.cos(a)), w * math.copysign(abs(math.sin(a)) ** .85, math.sin(a)), z)
                  for a in angles] for z, w, d in sections]
     f.add(shell(trunk), "granite", .9)
     f.add(shell(yoke), "collar", 1.2, design=(0, 0, 1, 1))
