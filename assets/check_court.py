@@ -44,7 +44,8 @@ def main(data):
     good = {f"{len(triangles)} triangles of {ksm.MAX_TRIANGLES}": len(triangles) <= ksm.MAX_TRIANGLES,
             f"{blocked} triangles in the camera's way": blocked == 0,
             f"deepest visible corner {depth:.1f} of {FAR}": depth < FAR,
-            f"texture {texture.shape[1]} x {texture.shape[0]}, {size} bytes": texture.shape[:2] == (packing.SIDE, packing.SIDE) and size < MOST_BYTES,
+            f"texture of {texture.shape[:2]} texels, {size} bytes":
+                texture.shape[:2] == (packing.SIDE, packing.SIDE) and size < MOST_BYTES,
             "\n".join(lines): calm}
     for text, holds in good.items():
         print(("" if holds else "WRONG  ") + text)

@@ -20,8 +20,8 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 
 def bake(work):
     samples = os.environ.get("COURT_SAMPLES", "6")
-    command = ["blender", "--background", "--factory-startup", "--python-exit-code", "1", "--python", os.path.join(HERE, "court", "bake.py"),
-               "--", work, samples]
+    command = ["blender", "--background", "--factory-startup", "--python-exit-code", "1", "--python",
+               os.path.join(HERE, "court", "bake.py"), "--", work, samples]
     run = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
     print("\n".join(line for line in run.stdout.splitlines() if line.startswith("baked") or run.returncode))
     if run.returncode:

@@ -78,10 +78,12 @@ def make_lights():
     groups = {"torch": [], "brazier": [], "inner": [], "sky": []}
     for side in (1, -1):
         groups["torch"].append(lamp("POINT", (MIDDLE + side * gate.TORCH_OFFSET, 69.0, 20.8), FIRE, 2600, .6))
-        groups["brazier"].append(lamp("POINT", (MIDDLE + side * courtyard.BRAZIER_OFFSET, courtyard.BRAZIER_Y - .1, 15.8), FIRE, 14000, 1.6))
+        groups["brazier"].append(lamp("POINT", (MIDDLE + side * courtyard.BRAZIER_OFFSET, courtyard.BRAZIER_Y - .1, 15.8),
+                                      FIRE, 14000, 1.6))
     for y, energy in ((60, 1500), (32, 1700)):
         groups["inner"].append(lamp("POINT", (at(42.2), y, 6), FIRE, energy, .9))
-    groups["sky"] += [lamp("SUN", (0, 0, 50), (.50, .55, 1.0), .30, .3, (38, 0, 0)), lamp("SUN", (0, 0, 50), (1.0, .42, .2), .55, .08, (0, 84, -28))]
+    groups["sky"] += [lamp("SUN", (0, 0, 50), (.50, .55, 1.0), .30, .3, (38, 0, 0)),
+                      lamp("SUN", (0, 0, 50), (1.0, .42, .2), .55, .08, (0, 84, -28))]
     return groups
 
 
@@ -117,7 +119,8 @@ def make_screen():
     link(mix.outputs[0], nodes.new("ShaderNodeOutputMaterial").inputs[0])
     mesh = bpy.data.meshes.new("screen")
     left, right, low, high = at(-SCREEN_OFFSET), at(SCREEN_OFFSET), GROUND + .05, 60
-    mesh.from_pydata([(left, SCREEN_Y, low), (right, SCREEN_Y, low), (right, SCREEN_Y, high), (left, SCREEN_Y, high)], [], [(0, 1, 2, 3)])
+    mesh.from_pydata([(left, SCREEN_Y, low), (right, SCREEN_Y, low), (right, SCREEN_Y, high), (left, SCREEN_Y, high)], [],
+                     [(0, 1, 2, 3)])
     mesh.materials.append(material)
     result = bpy.data.objects.new("screen", mesh)
     bpy.context.collection.objects.link(result)

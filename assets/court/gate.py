@@ -60,20 +60,23 @@ def portal(scene):
                    columns, rows, design=(x0 / 6.6, (z0 - GROUND) / 23.5, x1 / 6.6, (z1 - GROUND) / 23.5))
     frame(3.3, 6.6, GROUND, 15.5, 2, 6)
     frame(0, 6.6, 15.5, 22.0, 3, 3)
-    scene.quad("gate.jamb", (at(3.3), y + 2.4, GROUND), (at(3.3), y, GROUND), (at(3.3), y + .18, 15.5), (at(3.3), y + 2.4, 15.5),
-               18, "stone", 1, 3)
-    scene.quad("gate.soffit", (at(0), y + 2.4, 15.5), (at(3.3), y + 2.4, 15.5), (at(3.3), y + .18, 15.5), (at(0), y + .18, 15.5),
-               18, "stone")
-    scene.quad("gate.door", (at(0), y + 2.2, GROUND), (at(3.3), y + 2.2, GROUND), (at(3.3), y + 2.2, 15.5), (at(0), y + 2.2, 15.5),
-               40, "door", 1, 4, design=(1, 0, 0, 1))
-    scene.quad("gate.side", (at(6.6), y, GROUND), (at(6.6), y + 3, GROUND), (at(6.6), y + 3, 22.), (at(6.6), y + .25, 22.), 8, "stone", 1, 3)
+    scene.quad("gate.jamb", (at(3.3), y + 2.4, GROUND), (at(3.3), y, GROUND), (at(3.3), y + .18, 15.5),
+               (at(3.3), y + 2.4, 15.5), 18, "stone", 1, 3)
+    scene.quad("gate.soffit", (at(0), y + 2.4, 15.5), (at(3.3), y + 2.4, 15.5), (at(3.3), y + .18, 15.5),
+               (at(0), y + .18, 15.5), 18, "stone")
+    scene.quad("gate.door", (at(0), y + 2.2, GROUND), (at(3.3), y + 2.2, GROUND), (at(3.3), y + 2.2, 15.5),
+               (at(0), y + 2.2, 15.5), 40, "door", 1, 4, design=(1, 0, 0, 1))
+    scene.quad("gate.side", (at(6.6), y, GROUND), (at(6.6), y + 3, GROUND), (at(6.6), y + 3, 22.), (at(6.6), y + .25, 22.), 8,
+               "stone", 1, 3)
     # The cornice with the winged disc.
     profile, stations = cavetto(4.4, 1.5), (0, 2.4, 4.8, 6.9)
     run = np.concatenate([[0], np.cumsum([math.dist(a, b) for a, b in zip(profile, profile[1:])])])
     low, high = run[5], run[10]
     scene.add("gate.wing", [[(at(x), y + .25 - out, 22. + z) for x in stations] for out, z in profile], 44, "wing",
-              design=[[(x / 7.6, min(1, max(0, (s - low) / (high - low))) * .98 + .01) for x in stations] for s in run], smooth=True)
-    scene.quad("gate.side", (at(6.9), y + .25, 22.), (at(6.9), y + 4, 22.), (at(6.9), y + 4, 26.4), (at(6.9), y - 1.2, 26.4), 8, "stone")
+              design=[[(x / 7.6,
+                        min(1, max(0, (s - low) / (high - low))) * .98 + .01) for x in stations] for s in run], smooth=True)
+    scene.quad("gate.side", (at(6.9), y + .25, 22.), (at(6.9), y + 4, 22.), (at(6.9), y + 4, 26.4), (at(6.9), y - 1.2, 26.4),
+               8, "stone")
 
 
 def masts(scene):
@@ -81,7 +84,8 @@ def masts(scene):
         points = []
         for t in np.linspace(0, 1, 6):
             radius = .34 - .14 * t
-            points.append([(at(offset) + radius * math.cos(a), front(GROUND + t * 38) - 1.0 + radius * math.sin(a), GROUND + t * 50)
+            points.append([(at(offset) + radius * math.cos(a), front(GROUND + t * 38) - 1.0 + radius * math.sin(a),
+                            GROUND + t * 50)
                            for a in np.radians(np.linspace(150, 390, 6))])
         scene.add("mast.pole", points, density, "cedar", smooth=True)
         x = at(offset)
@@ -98,8 +102,8 @@ def masts(scene):
 def torches(scene):
     x = at(TORCH_OFFSET)
     scene.box("torch.arm", (x - .22, x + .22), (69.9, 71.2), (17.2, 17.7), 16, "bronze", faces="flrtu")
-    scene.lathe("torch.bowl", (x, TORCH_Y), [(.12, 16.6), (.3, 17.1), (.22, 17.6), (.42, 18.2), (.95, 18.9), (1.15, 19.4), (1.0, 19.5),
-                                             (.6, 19.2)], 12, 22, "bronze")
+    scene.lathe("torch.bowl", (x, TORCH_Y), [(.12, 16.6), (.3, 17.1), (.22, 17.6), (.42, 18.2), (.95, 18.9), (1.15, 19.4),
+                                             (1.0, 19.5), (.6, 19.2)], 12, 22, "bronze")
 
 
 def build(scene):

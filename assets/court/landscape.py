@@ -49,7 +49,8 @@ def palm(scene, x, y, height, seed, lean, fronds):
         side = np.array([-direction[1], direction[0], 0.])
         left, spine, right = [], [], []
         for k, s in enumerate(np.linspace(0, 1, 8)):
-            middle = top + (direction[0] * length * s, direction[1] * length * s, length * (rise * s - (.95 if tier else 1.2) * s * s))
+            middle = top + (direction[0] * length * s, direction[1] * length * s,
+                            length * (rise * s - (.95 if tier else 1.2) * s * s))
             # Leaflets: the edge goes in and out, and hangs lower than the rib.
             width = length * .135 * math.sin(min(1, s * .97 + .08) * math.pi) ** .6 * (1.15 if k % 2 else .5)
             droop = np.array([0, 0, width * .75])

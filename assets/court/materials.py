@@ -5,12 +5,14 @@ import os
 import bpy
 
 # Materials that show a picture by the patch's design coordinates, and how deep their relief is, in units.
-PICTURES = {"tower": .16, "portal": .14, "wing": .2, "door": .1, "column": .1, "pillar": .12, "obelisk": .16, "frieze": .12, "floor": .12,
-            "post": .04, "head": .02, "collar": .03, "kilt": .05, "relief": .14}
+PICTURES = {"tower": .16, "portal": .14, "wing": .2, "door": .1, "column": .1, "pillar": .12, "obelisk": .16, "frieze": .12,
+            "floor": .12, "post": .04, "head": .02, "collar": .03, "kilt": .05, "relief": .14}
 # Cloudy materials: two colours, size of the clouds (per unit), depth and size of the bumps, and masonry (stone length, course,
 # joint) or None.
-CLOUDS = {"stone": ("#8F6C46", "#CBA877", .18, .06, 1.5, (3.4, 1.6, .05)), "slab": ("#6B5240", "#8F7352", .3, .05, 2, (4, 3, .05)),
-          "basalt": ("#2A2A36", "#3E3E50", .6, .03, 4, None), "bronze": ("#3A2413", "#6E4722", 1.2, .03, 5, None),
+CLOUDS = {"stone": ("#8F6C46", "#CBA877", .18, .06, 1.5, (3.4, 1.6, .05)),
+          "slab": ("#6B5240", "#8F7352", .3, .05, 2, (4, 3, .05)), "basalt": ("#2A2A36", "#3E3E50", .6, .03, 4,
+                                                                              None), "bronze": ("#3A2413", "#6E4722", 1.2, .03,
+                                                                                                5, None),
           "gold": ("#A87A22", "#E9BC4A", .8, .02, 5, None), "cedar": ("#4A2418", "#7A4430", .8, .03, 4, None),
           "dune": ("#4A3438", "#644644", .06, .4, .25, None), "pyramid": ("#4E3A40", "#6A4C48", .05, .3, .4, (5, 2.2, .12)),
           "palm": ("#2A3220", "#4C5634", .4, .1, 2, None), "granite": ("#94694E", "#B4896A", .9, .03, 6, None),

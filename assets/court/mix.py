@@ -14,9 +14,10 @@ from . import light, model, packing
 WEIGHTS = {"torch": .78, "brazier": 1.0, "inner": 1.0, "sky": 1.0}
 # Parts that are made brighter or darker than they would be, by patch name: the floor is stone as dark as night without help,
 # and what lies behind the well must stay calm.
-GAINS = {"floor": 2.0, "floor.far": 2.0, "gate.inner": .82, "gate.tower": .86, "gate.portal": .98, "gate.door": 1.45, "gate.wing": 1.12, "well.base": 1.5,
-         "well.step": 1.8, "well.post": 1.6,
-         "palms.frond": 2.4, "palms.trunk": 1.6, "king": 1.05, "sphinx": 1.3, "sphinx.pedestal": 1.15, "brazier.pillar": 1.25, "brazier.bowl": 1.8}
+GAINS = {"floor": 2.0, "floor.far": 2.0, "gate.inner": .82, "gate.tower": .86, "gate.portal": .98, "gate.door": 1.45,
+         "gate.wing": 1.12, "well.base": 1.5, "well.step": 1.8, "well.post": 1.6,
+         "palms.frond": 2.4, "palms.trunk": 1.6, "king": 1.05, "sphinx": 1.3,
+         "sphinx.pedestal": 1.15, "brazier.pillar": 1.25, "brazier.bowl": 1.8}
 # Up to SHOULDER light is shown as it is; above, it bends towards 1.
 SHOULDER = .42
 # The texture is divided by the light's mean factor to this power, but by no less than LEAST: where the light falls from the side
@@ -114,7 +115,8 @@ def texture(court, work):
             values = sky_rectangle(work, size)
         else:
             guide = normal[window].astype(float) * 2 - 1
-            total = sum(weight * guided(without_outliers(lights[name][window].astype(float)), guide) for name, weight in WEIGHTS.items())
+            total = sum(weight * guided(without_outliers(lights[name][window].astype(float)), guide) for name,
+                        weight in WEIGHTS.items())
             shown = tone(total * colour[window].astype(float) * GAINS.get(patch.name, 1.0))
             values = np.clip(shown / divisor(patch, size), 0, 1)
         # The margin repeats the edge, for filtering across it.

@@ -67,7 +67,8 @@ def portal(folder):
     for i in range(13):
         wall.rectangle(.05 + i * .5, 19.95, .43 + i * .5, 20.9, 88, (LAPIS, TURQUOISE, CARNELIAN, GOLD)[i % 4], 150)
     wall.line([(0, 21.2), (6.6, 21.2)], .12, 70)
-    for i, (kind, colour) in enumerate(((signs.SCARAB, GOLD), (signs.DJED, TURQUOISE), (signs.ANKH, LAPIS), (signs.FEATHER, CARNELIAN))):
+    for i, (kind, colour) in enumerate(((signs.SCARAB, GOLD), (signs.DJED, TURQUOISE), (signs.ANKH, LAPIS),
+                                        (signs.FEATHER, CARNELIAN))):
         signs.sign(wall, kind, .35 + i * 1.55, 21.6, 1.3, 58, colour, 150)
     wall.save(folder, "portal", seed=13, courses=(1.7, 3.3))
 
@@ -117,7 +118,8 @@ def column(folder):
     wall = Wall(6.6, 14, 30)
     for i in range(12):
         wall.polygon([(i * .55 + .03, 0), (i * .55 + .52, 0), (i * .55 + .275, 1.5)], 96, (TURQUOISE, LAPIS)[i % 2], 150)
-    for y, colour in ((1.7, GOLD), (2.1, LAPIS), (7.9, GOLD), (8.25, CARNELIAN), (8.6, LAPIS), (10.0, TURQUOISE), (10.35, GOLD)):
+    for y, colour in ((1.7, GOLD), (2.1, LAPIS), (7.9, GOLD), (8.25, CARNELIAN), (8.6, LAPIS), (10.0, TURQUOISE),
+                      (10.35, GOLD)):
         wall.rectangle(0, y, 6.6, y + .26, 92, colour, 150)
     for i in range(5):
         signs.column(wall, .15 + i * 1.32, 2.6, 7.7, 1.0, 111 + i)
@@ -156,7 +158,8 @@ def well_post(folder):
         y = .9 + i * .42
         for k in range(4):
             x = (k + .5 * (i % 2)) * .45
-            wall.polygon([(x - .20, y), (x, y - .20), (x + .20, y), (x, y + .34)], 150, (44, 92, 150) if i % 4 else (40, 140, 140), 200)
+            wall.polygon([(x - .20, y), (x, y - .20), (x + .20, y), (x, y + .34)], 150,
+                         (44, 92, 150) if i % 4 else (40, 140, 140), 200)
     for y, tall, colour in ((0, .8, GOLD), (5.0, .16, GOLD), (5.2, .35, TURQUOISE), (5.6, .16, GOLD), (11.2, .16, GOLD),
                             (11.4, .35, CARNELIAN), (11.8, .16, GOLD), (17.3, .5, GOLD), (17.8, .5, TURQUOISE), (18.3, .2, GOLD),
                             (18.5, 1.1, TURQUOISE), (19.6, .4, GOLD)):
@@ -194,14 +197,16 @@ def head(folder):
     wall.rectangle(middle - face_edge, 0, middle + face_edge, base - .02, FLAT, (150, 88, 58), 140)
     for i in range(8):
         x = middle - face_edge + i * face_edge / 4
-        wall.polygon([(x + .03, base + 1.12), (x + face_edge / 4 - .03, base + 1.12), (x + face_edge / 4 - .05, base + 1.6), (x + .05, base + 1.6)],
+        wall.polygon([(x + .03, base + 1.12), (x + face_edge / 4 - .03, base + 1.12), (x + face_edge / 4 - .05, base + 1.6),
+                      (x + .05, base + 1.6)],
                      104, LAPIS, 150)
     wall.rectangle(middle - face_edge - .05, base + 1.0, middle + face_edge + .05, base + 1.12, 170, GOLD, 230)
     for side in (-1, 1):
         wall.line([(middle + side * face_edge, base + 1.06), (middle + side * face_edge, 0)], .05, 100, GOLD, 200)
 
     def eye(side, at):
-        almond = [at(.20, .665), (at(.30, .715)), at(.43, .735), at(.55, .71), at(.66, .66), at(.55, .63), at(.40, .615), at(.28, .63)]
+        almond = [at(.20, .665), (at(.30, .715)), at(.43, .735), at(.55, .71), at(.66, .66), at(.55, .63), at(.40, .615),
+                  at(.28, .63)]
         wall.polygon(almond, 150, IVORY, 255)
         wall.line(almond + almond[:1], .032, 92, SOOT, 255)
         wall.line([at(.64, .665), at(.86, .64)], .034, 92, SOOT, 250)
@@ -214,7 +219,8 @@ def head(folder):
     wall.polygon([(middle - .30, base + .285), (middle - .12, base + .325), (middle, base + .315), (middle + .12, base + .325),
                   (middle + .30, base + .285), (middle + .15, base + .235), (middle, base + .222), (middle - .15, base + .235)],
                  146, (150, 62, 46), 225)
-    wall.line([(middle - .30, base + .283), (middle - .1, base + .288), (middle + .1, base + .288), (middle + .30, base + .283)], .02, 84, (70, 30, 26), 230)
+    wall.line([(middle - .30, base + .283), (middle - .1, base + .288), (middle + .1, base + .288),
+               (middle + .30, base + .283)], .02, 84, (70, 30, 26), 230)
     for side in (-1, 1):
         wall.ellipse(middle + side * .085, base + .405, .035, .018, 80, (70, 34, 26), 220)
         wall.line([(middle + side * .16, base + .42), (middle + side * .12, base + .62)], .02, 110, (120, 66, 44), 120)
@@ -232,7 +238,8 @@ def collar(folder):
     for i in range(26):
         x = .085 + i * .17
         wall.polygon([(x - .06, .34), (x, .12), (x + .06, .34)], 158, TURQUOISE if i % 2 else LAPIS, 220)
-    for y, colour in ((.34, GOLD), (.42, LAPIS), (.56, GOLD), (.64, CARNELIAN), (.78, GOLD), (.86, TURQUOISE), (1.0, GOLD), (1.08, LAPIS), (1.22, GOLD)):
+    for y, colour in ((.34, GOLD), (.42, LAPIS), (.56, GOLD), (.64, CARNELIAN), (.78, GOLD), (.86, TURQUOISE), (1.0, GOLD),
+                      (1.08, LAPIS), (1.22, GOLD)):
         tall = .07 if colour == GOLD else .13
         wall.rectangle(0, y, 4.4, y + tall, 160, colour, 215)
         if colour != GOLD:

@@ -11,11 +11,12 @@ SIGNS = [
      ("cut ellipse", .5, .75, .09, .12)],
     [("line", [(.05, y + .25), (.2, y + .1), (.35, y + .3), (.5, y + .1), (.65, y + .3), (.8, y + .1), (.95, y + .25)], .1)
      for y in (.3, .05)],
-    [("line", [(.1, .6), (.35, .78), (.65, .75), (.92, .6), (.6, .45), (.3, .45), (.1, .6)], .08), ("ellipse", .5, .6, .11, .11),
-     ("line", [(.45, .45), (.4, .15)], .09), ("line", [(.55, .45), (.85, .2)], .08)],
+    [("line", [(.1, .6), (.35, .78), (.65, .75), (.92, .6), (.6, .45), (.3, .45), (.1, .6)], .08),
+     ("ellipse", .5, .6, .11, .11), ("line", [(.45, .45), (.4, .15)], .09), ("line", [(.55, .45), (.85, .2)], .08)],
     [("area", [(.4, .05), (.52, .05), (.72, .55), (.68, .85), (.5, .97), (.36, .8), (.38, .5)])],
     [("area", [(.12, .35), (.35, .62), (.38, .82), (.52, .95), (.68, .88), (.8, .8), (.66, .77), (.68, .6), (.62, .38),
-               (.45, .28), (.3, .3)]), ("line", [(.45, .3), (.45, .06), (.6, .06)], .07), ("line", [(.54, .3), (.54, .06)], .07),
+               (.45, .28), (.3, .3)]), ("line", [(.45, .3), (.45, .06), (.6, .06)], .07), ("line", [(.54, .3), (.54, .06)],
+                                                                                           .07),
      ("line", [(.12, .35), (.02, .2)], .1)],
     [("ellipse", .5, .5, .34, .34), ("cut ellipse", .5, .5, .13, .13)],
     [("area", [(.08, .3), (.92, .3), (.85, .55), (.7, .7), (.3, .7), (.15, .55)])],
@@ -23,7 +24,8 @@ SIGNS = [
     [("area", [(.1, .12), (.9, .12), (.9, .8), (.1, .8)]), ("cut area", [(.24, .12), (.76, .12), (.76, .64), (.24, .64)])],
     [("line", [(.5, .05), (.5, .9)], .2)] + [("line", [(.2, y), (.8, y)], .09) for y in (.62, .75, .88)]
     + [("line", [(.3, .08), (.7, .08)], .1)],
-    [("line", [(.5, .02), (.45, .85)], .08), ("line", [(.45, .85), (.75, .95), (.8, .8)], .08), ("line", [(.5, .02), (.38, -.02)], .07)],
+    [("line", [(.5, .02), (.45, .85)], .08), ("line", [(.45, .85), (.75, .95), (.8, .8)], .08),
+     ("line", [(.5, .02), (.38, -.02)], .07)],
     [("ellipse", .5, .42, .24, .3), ("ellipse", .5, .76, .16, .12)]
     + [("line", [(.5 + side * .2, .4 + y), (.5 + side * .45, .5 + y * 1.8)], .06) for side in (-1, 1) for y in (-.15, .02, .18)],
     [("area", [(.2, .08), (.8, .08), (.72, .4), (.5, .5), (.28, .4)]), ("ellipse", .5, .7, .2, .22)],
@@ -38,7 +40,8 @@ def sign(wall, kind, x, y, size, height=62, colour=None, alpha=130):
         if stroke.endswith("ellipse"):
             cx, cy, rx, ry = numbers
             cut = stroke.startswith("cut")
-            wall.ellipse(x + cx * size, y + cy * size, rx * size, ry * size, FLAT if cut else height, None if cut else colour, alpha)
+            wall.ellipse(x + cx * size, y + cy * size, rx * size, ry * size, FLAT if cut else height, None if cut else colour,
+                         alpha)
             continue
         points = [(x + px * size, y + py * size) for px, py in numbers[0]]
         if stroke == "line":
@@ -66,7 +69,8 @@ def column(wall, x, bottom, top, width, seed, height=62):
 def cartouche(wall, x, y, width, height, seed):
     corner = width * .25
     ring = [(x + width * .2, y), (x + width * .8, y), (x + width, y + corner), (x + width, y + height - corner),
-            (x + width * .8, y + height), (x + width * .2, y + height), (x, y + height - corner), (x, y + corner), (x + width * .2, y)]
+            (x + width * .8, y + height), (x + width * .2, y + height), (x, y + height - corner), (x,
+                                                                                                   y + corner), (x + width * .2, y)]
     wall.line(ring, .16, 58, GOLD, 180)
     wall.line([(x - .1, y - .16), (x + width + .1, y - .16)], .2, 58, GOLD, 180)
     choice = random.Random(seed)
@@ -139,5 +143,6 @@ def god(wall, x, y, size, kind, facing=1, height=54):
         line([(.04, .9), (.12, .86), (.16, .78)], .024, height, SOOT, 150)
         wall.ellipse(x - facing * .03 * size, y + .915 * size, .014 * size, .012 * size, 96, SOOT, 220)
     if kind != "jackal":
-        wall.ellipse(x + facing * .02 * size, y + 1.035 * size, .075 * size, .075 * size, 70, GOLD if kind == "falcon" else IVORY, 210)
+        wall.ellipse(x + facing * .02 * size, y + 1.035 * size, .075 * size, .075 * size, 70,
+                     GOLD if kind == "falcon" else IVORY, 210)
         wall.ellipse(x + facing * .02 * size, y + 1.035 * size, .05 * size, .05 * size, 96, CARNELIAN, 170)

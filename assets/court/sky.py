@@ -68,7 +68,8 @@ def paint(folder):
     ember = np.exp(-(low / (2.6 + 4.6 * near)) ** 1.35) * (.04 + glow)
     colour = blend(blend(colour, light("#A24E5E"), rose), light("#E08A4E") * 1.05, ember)
     # Thin bars of cloud, lit from below.
-    streaks = np.array(Image.fromarray(noise(height, width // 8, 4, 78, 4).astype(np.float32)).resize((width, height), Image.BICUBIC))
+    streaks = Image.fromarray(noise(height, width // 8, 4, 78, 4).astype(np.float32))
+    streaks = np.array(streaks.resize((width, height), Image.BICUBIC))
     cloud = np.clip((streaks - .53) * 6, 0, 1) * np.exp(-((up - 8.5) / 4.2) ** 2) * np.clip(.15 + glow, 0, 1)
     m = cloud[..., None] * .55
     colour = colour * (1 - m) + (light("#C4626A") * .55 * np.exp(-low / 11)[..., None] + light("#5A3A70") * .35) * m * 1.6

@@ -16,6 +16,10 @@ from .reliefs import HEAD_BOTTOM, HEAD_HEIGHT, HEAD_WIDTH
 CLOTH = 56
 
 
+def signed_power(value, power):
+    return math.copysign(abs(value) ** power, value)
+
+
 class Figure:
     """Puts a statue's points into the court: forward and left are directions in the plane."""
 
@@ -32,7 +36,8 @@ class Figure:
 
     def add(self, points, material, density=1.0, **more):
         """density is relative to the figure's; columns to the right and rows upwards as seen from outside."""
-        return self.scene.add(self.name, self.place(points), self.density * density, material, copies=self.copies, smooth=True, **more)
+        return self.scene.add(self.name, self.place(points), self.density * density, material, copies=self.copies, smooth=True,
+                              **more)
 
     def block(self, x, s, z, material, faces, density=1.0, **more):
         """A box; faces as seen by the statue's beholder: front (+X), left (+S), right (-S), top."""
@@ -57,7 +62,8 @@ class Figure:
             zero /= np.linalg.norm(zero)
             side = np.cross((0, 0, 1.0), zero) if abs(along[2]) > .75 else np.array([0, 1.0, 0]) - along * along[1]
             side /= np.linalg.norm(side)
-            rings.append([centre + radius * (math.cos(a) * zero + math.sin(a) * side) for a in np.radians(np.linspace(start, end, columns + 1))])
+            angles = np.radians(np.linspace(start, end, columns + 1))
+            rings.append([centre + radius * (math.cos(a) * zero + math.sin(a) * side) for a in angles])
         return self.add(rings, material, density, **more)
 
 
@@ -66,7 +72,8 @@ class Figure:
 _FRONT = ([-.55, -.07, -.02, .02, .12, .19, .23, .27, .32, .38, .42, .55, .70, .79, .90, 1.0],
           [.42, .40, .46, .60, .665, .625, .655, .655, .665, .645, .64, .635, .615, .66, .655, .63])
 _SIDE = ([-.55, -.07, .0, .12, .25, .45, .65, .85, 1.0], [.40, .36, .30, .36, .45, .51, .535, .545, .54])
-_CLOTH_SIDE = ([-.55, -.3, 0, .3, .6, .85, 1.02, 1.2, 1.38, 1.5, 1.56], [1.06, 1.0, .93, .85, .77, .70, .63, .57, .43, .22, .02])
+_CLOTH_SIDE = ([-.55, -.3, 0, .3, .6, .85, 1.02, 1.2, 1.38, 1.5, 1.56],
+               [1.06, 1.0, .93, .85, .77, .70, .63, .57, .43, .22, .02])
 _CLOTH_FRONT = ([-.55, .9, 1.0, 1.04, 1.14, 1.3, 1.42, 1.52, 1.56], [.62, .62, .66, .70, .70, .63, .48, .22, .02])
 _NOSE = ([.36, .39, .42, .46, .55, .66, .74, .80], [0, .06, .135, .175, .125, .065, .03, 0])
 
@@ -107,7 +114,8 @@ def head(figure, at_point, size, columns, rows, yaw=0.0, density=1.0, beard=True
         return base + size * np.stack([x, s, p[..., 2]], -1)
     surface, design = [], []
     for z in rows:
-        surface.append([(head_radius(a, z) * math.cos(math.radians(a)), head_radius(a, z) * math.sin(math.radians(a)), z) for a in columns])
+        surface.append([(head_radius(a, z) * math.cos(math.radians(a)), head_radius(a, z) * math.sin(math.radians(a)),
+                         z) for a in columns])
         design.append([(.5 + a / 60 / HEAD_WIDTH, (z - HEAD_BOTTOM) / HEAD_HEIGHT) for a in columns])
     figure.add(put(surface), "head", density, design=design)
     if beard:
@@ -150,30 +158,34 @@ def sphinx(scene):
     copies = [(0, other - y, 0) for i, other in enumerate(SPHINX_YS) if i != SPHINX_BAKED]
     f = Figure(scene, "sphinx", (at(SPHINX_OFFSET), y, SPHINX_BASE), (-1, 0), SPHINX_SCALE, 24, copies)
     # Body, from the breast back to the rump: place, half width, height of the back.
-    rings = [(1.95, .50, 2.05), (1.65, .86, 2.45), (1.0, 1.06, 2.50), (.3, 1.0, 2.18), (-.7, .88, 1.90), (-1.6, .94, 1.84), (-2.4, 1.06, 1.98),
-             (-3.05, .92, 1.70), (-3.45, .60, 1.15), (-3.62, .2, .5)]
+    rings = [(1.95, .50, 2.05), (1.65, .86, 2.45), (1.0, 1.06, 2.50), (.3, 1.0, 2.18), (-.7, .88, 1.90), (-1.6, .94, 1.84),
+             (-2.4, 1.06, 1.98), (-3.05, .92, 1.70), (-3.45, .60, 1.15), (-3.62, .2, .5)]
     angles = np.radians([0, 20, 42, 63, 85, 110, 140])
     body = []
     for a in angles:
         c, s = math.cos(a), math.sin(a)
-        body.append([(x, w * math.copysign(abs(c) ** .75, c), top * abs(s) ** .85) for x, w, top in rings])
+        body.append([(x, w * signed_power(c, .75), top * signed_power(s, .85)) for x, w, top in rings])
     f.add(body, "sand")
     # The breast between the forelegs.
-    f.add([[(1.95 + .22 * (1 - abs(s) ** 2) * k, s * .62, z) for s in (-1, -.4, .4, 1)] for z, k in ((.4, .6), (1.2, 1.0), (2.0, .7), (2.5, .1))], "sand")
+    f.add([[(1.95 + .22 * (1 - abs(s) ** 2) * k, s * .62, z) for s in (-1, -.4, .4, 1)] for z,
+           k in ((.4, .6), (1.2, 1.0), (2.0, .7), (2.5, .1))], "sand")
     # Forelegs with paws: sections from the foot of the near side over the top.
     section = [(.36, 0), (.39, .42), (.26, .70), (-.18, .72), (-.36, .45), (-.36, 0)]
-    legs = [(3.90, .05, .35), (3.86, .8, .62), (3.72, 1.0, .86), (3.35, 1.16, 1.0), (2.95, 1.02, .86), (2.2, .96, .92), (.8, 1.0, 1.06)]
+    legs = [(3.90, .05, .35), (3.86, .8, .62), (3.72, 1.0, .86), (3.35, 1.16, 1.0), (2.95, 1.02, .86), (2.2, .96, .92),
+            (.8, 1.0, 1.06)]
     for s in (.72, -.72):
         f.add([[(x, s + ds * w, z * h) for x, w, h in legs] for ds, z in section], "sand", .9)
     # The haunch, its paw, and the tail that lies round it.
     haunch = []
     for v in np.radians([-62, -30, 0, 32, 64]):
-        haunch.append([(-2.25 + 1.05 * math.sin(u) * math.cos(v), .74 + .50 * math.cos(u) * math.cos(v), .90 + .95 * math.sin(v))
+        haunch.append([(-2.25 + 1.05 * math.sin(u) * math.cos(v), .74 + .50 * math.cos(u) * math.cos(v),
+                        .90 + .95 * math.sin(v))
                        for u in np.radians([78, 45, 12, -20, -52, -82])])
     f.add(haunch, "sand")
     paw = [(-.50, .05, .4), (-.54, .8, .7), (-.68, 1, .9), (-1.0, 1.1, 1.0), (-1.5, .9, .8), (-2.3, .9, .8)]
     f.add([[(x, 1.16 + ds * w * .62, z * h * .62) for x, w, h in paw] for ds, z in section[:4]], "sand", .9)
-    f.tube([(-3.5, .5, .35), (-3.3, 1.15, .2), (-2.6, 1.46, .16), (-1.7, 1.5, .16), (-1.3, 1.46, .2)], (.15, .15, .14, .14, .08), "sand", 95, -70, 4)
+    f.tube([(-3.5, .5, .35), (-3.3, 1.15, .2), (-2.6, 1.46, .16), (-1.7, 1.5, .16), (-1.3, 1.46, .2)],
+           (.15, .15, .14, .14, .08), "sand", 95, -70, 4)
     put = head(f, (1.22, 0, 2.86), 1.24, SPHINX_COLUMNS, SPHINX_ROWS, SPHINX_YAW, density=1.75, uraeus=False)
     lappets(f, put, .9)
     extent = (at(SPHINX_OFFSET) - 4.5, at(SPHINX_OFFSET) + 4.3), (y - 1.75, y + 1.75), (GROUND, .6)
@@ -184,8 +196,10 @@ def sphinx(scene):
 # ---- the seated king
 
 KING_OFFSET, KING_Y, KING_SCALE, KING_BASE = 8.5, 66.4, 1.15, 5.0
-KING_COLUMNS = [-112, -86, -68, -56, -54, -49, -42, -34, -26, -19, -13, -8, -4, 0, 4, 8, 13, 19, 26, 34, 42, 49, 54, 56, 68, 86, 112]
-KING_ROWS = [-.55, -.3, -.07, 0, .05, .12, .19, .24, .275, .32, .38, .42, .46, .52, .60, .66, .72, .79, .88, .97, 1.0, 1.04, 1.14, 1.28, 1.41, 1.51, 1.56]
+KING_COLUMNS = [-112, -86, -68, -56, -54, -49, -42, -34, -26, -19, -13, -8, -4, 0, 4, 8, 13, 19, 26, 34, 42, 49, 54, 56, 68,
+                86, 112]
+KING_ROWS = [-.55, -.3, -.07, 0, .05, .12, .19, .24, .275, .32, .38, .42, .46, .52, .60, .66, .72, .79, .88, .97, 1.0, 1.04,
+             1.14, 1.28, 1.41, 1.51, 1.56]
 
 
 def king(scene):
@@ -195,21 +209,23 @@ def king(scene):
     scene.box("king.pedestal", (x0 - .25, x1 + .25), (front - .25, back), (GROUND, -.6), 9, "stone")
     scene.box("king.pedestal", (x0, x1), (front, back), (-.6, KING_BASE - .5), 15, "relief", faces="f", design=(0, 0, 1, 1))
     scene.box("king.pedestal", (x0, x1), (front, back), (-.6, KING_BASE - .5), 9, "stone", faces="lr")
-    scene.box("king.pedestal", (x0 - .15, x1 + .15), (front - .15, back), (KING_BASE - .5, KING_BASE), 14, "frieze", faces="flr",
-              design=(0, 0, .26, 1), top="stone")
+    scene.box("king.pedestal", (x0 - .15, x1 + .15), (front - .15, back), (KING_BASE - .5, KING_BASE), 14, "frieze",
+              faces="flr", design=(0, 0, .26, 1), top="stone")
     scene.box("king.pedestal", (x0 - .15, x1 + .15), (front - .15, back), (KING_BASE - .5, KING_BASE), 10, "stone", faces="t")
     f.block((-1.7, .95), (-1.3, 1.3), (0, 2.3), "frieze", "flr", .5, design=(0, 0, .15, 1))
     f.block((-1.9, -1.3), (-1.3, 1.3), (2.3, 3.6), "granite", "flrt", .5)
     f.block((-1.9, 2.45), (-1.3, 1.3), (0, .18), "granite", "flrt", .5)
     for s in (-.55, .55):
-        f.tube([(1.38, s, .18), (1.36, s, .6), (1.40, s, 1.3), (1.42, s, 2.0), (1.50, s, 2.5), (1.40, s, 2.95)], (.27, .27, .38, .40, .42, .30), "granite",
-               -125, 125, 8, .9)
-        f.add([[(2.42, s - .30, .18), (2.45, s, .18), (2.42, s + .30, .18)], [(2.38, s - .28, .34), (2.42, s, .36), (2.38, s + .28, .34)],
-               [(1.5, s - .28, .62), (1.5, s, .72), (1.5, s + .28, .62)]], "granite", .8)
+        f.tube([(1.38, s, .18), (1.36, s, .6), (1.40, s, 1.3), (1.42, s, 2.0), (1.50, s, 2.5), (1.40, s, 2.95)],
+               (.27, .27, .38, .40, .42, .30), "granite", -125, 125, 8, .9)
+        f.add([[(2.42, s - .30, .18), (2.45, s, .18), (2.42, s + .30, .18)],
+               [(2.38, s - .28, .34), (2.42, s, .36), (2.38, s + .28, .34)], [(1.5, s - .28, .62), (1.5, s, .72),
+                                                                              (1.5, s + .28, .62)]], "granite", .8)
         f.add([[(2.42, s + .30, .18), (1.3, s + .3, .18)], [(2.38, s + .28, .34), (1.4, s + .28, .64)]], "granite", .6)
         f.add([[(1.3, s - .3, .18), (2.42, s - .30, .18)], [(1.4, s - .28, .64), (2.38, s - .28, .34)]], "granite", .6)
     # The kilt over both thighs, from the knees back to the lap.
-    across = [(-1.08, 2.15), (-1.10, 2.6), (-.86, 2.98), (-.55, 3.06), (-.2, 2.94), (.2, 2.94), (.55, 3.06), (.86, 2.98), (1.10, 2.6), (1.08, 2.15)]
+    across = [(-1.08, 2.15), (-1.10, 2.6), (-.86, 2.98), (-.55, 3.06), (-.2, 2.94), (.2, 2.94), (.55, 3.06), (.86, 2.98),
+              (1.10, 2.6), (1.08, 2.15)]
     rows = [(2.0, .96, -.6), (2.06, 1.0, -.25), (1.86, 1.0, .0), (1.2, 1.0, .0), (.4, 1.02, .05), (-.4, 1.02, .08)]
     f.add([[(x, s * w, max(2.1, z + dz)) for s, z in across] for x, w, dz in rows], "kilt", .9, design=(0, 0, 1, 1))
     # Trunk: height, half width, depth.
@@ -217,17 +233,21 @@ def king(scene):
     yoke = [(5.0, 1.24, .78), (5.3, 1.36, .72), (5.6, 1.34, .60), (5.82, 1.05, .48), (5.98, .55, .40)]
     angles = np.radians(np.linspace(-100, 100, 11))
 
+    def breast(angle, z):
+        return .09 * float(_hill(z, 4.75, .35) * _hill(abs(angle), .5, .35))
+
     def shell(sections):
-        # The breast: a soft swelling on each side.
-        return [[(-.75 + .09 * float(_hill(z, 4.75, .35) * _hill(abs(a), .5, .35)) + d * math.copysign(abs(math.cos(a)) ** .8, math.cos(a)), w * math.copysign(abs(math.sin(a)) ** .85, math.sin(a)), z)
-                 for a in angles] for z, w, d in sections]
+        return [[(-.75 + breast(a, z) + d * signed_power(math.cos(a), .8), w * signed_power(math.sin(a), .85),
+                  z) for a in angles]
+                for z, w, d in sections]
     f.add(shell(trunk), "granite", .9)
     f.add(shell(yoke), "collar", 1.2, design=(0, 0, 1, 1))
     for side in (-1, 1):
-        f.tube([(-.72, side * 1.30, 3.3), (-.76, side * 1.47, 3.9), (-.76, side * 1.48, 4.6), (-.74, side * 1.42, 5.2), (-.74, side * 1.22, 5.62)],
+        f.tube([(-.72, side * 1.30, 3.3), (-.76, side * 1.47, 3.9), (-.76, side * 1.48, 4.6), (-.74, side * 1.42, 5.2),
+                (-.74, side * 1.22, 5.62)],
                (.30, .33, .36, .37, .24), "granite", -150 if side < 0 else -100, 100 if side < 0 else 150, 8, .8)
-        f.tube([(1.50, side * .60, 3.12), (1.1, side * .72, 3.22), (.2, side * 1.02, 3.32), (-.7, side * 1.28, 3.38)], (.17, .19, .25, .31), "granite",
-               -105, 105, 6, .8)
+        f.tube([(1.50, side * .60, 3.12), (1.1, side * .72, 3.22), (.2, side * 1.02, 3.32), (-.7, side * 1.28, 3.38)],
+               (.17, .19, .25, .31), "granite", -105, 105, 6, .8)
         f.block((1.1, 1.82), (side * .60 - .24, side * .60 + .24), (3.0, 3.24), "granite", "flrt", .8)
     put = head(f, (-.72, 0, 6.10), 1.28, KING_COLUMNS, KING_ROWS, density=1.75)
     lappets(f, put, 1.2, -1.2, .75)

@@ -91,7 +91,8 @@ def bite(t):
     body = keys(t, (0, {}), (.28, {"x": -.09, "z": -.09, "neck": -14, "head": 14, "ears": -30, "tail": 25}),
                 (.52, {"x": .13, "z": .05, "pitch": 10, "neck": -28, "head": 4, "jaw": 38, "ears": -35, "tail": 45,
                        "fl_x": .24, "fl_z": .12, "fr_x": .20, "fr_z": .15}),
-                (.66, {"x": .14, "z": .0, "neck": -30, "head": -6, "jaw": 2, "ears": -35, "tail": 40, "fl_x": .20, "fr_x": .16}),
+                (.66, {"x": .14, "z": .0, "neck": -30, "head": -6, "jaw": 2, "ears": -35, "tail": 40, "fl_x": .20,
+                       "fr_x": .16}),
                 (.80, {"x": .10, "neck": -20, "head": 4, "jaw": 30, "ears": -25, "tail": 30, "fl_x": .12, "fr_x": .10}),
                 (1, {}))
     return body
@@ -198,9 +199,10 @@ def die(first, middle, side=1):
     return lambda t: keys(t, (0, first), (.45, middle), (.85, fallen(side)), (1, fallen(side)))
 
 
-REARING = {"pitch": 34, "z": .04, "x": -.10, "neck": 18, "head": 10, "jaw": 30, "fl_z": .36, "fr_z": .30, "fl_x": .06, "fr_x": .0,
-           "ears": -30}
-PITCHING = {"pitch": -22, "z": -.13, "x": .10, "neck": -26, "head": -6, "jaw": 22, "fl_x": -.10, "fr_x": -.14, "tail": 50, "ears": -30}
+REARING = {"pitch": 34, "z": .04, "x": -.10, "neck": 18, "head": 10, "jaw": 30, "fl_z": .36, "fr_z": .30, "fl_x": .06,
+           "fr_x": .0, "ears": -30}
+PITCHING = {"pitch": -22, "z": -.13, "x": .10, "neck": -26, "head": -6, "jaw": 22, "fl_x": -.10, "fr_x": -.14, "tail": 50,
+            "ears": -30}
 SINKING = {"roll": 10, "z": -.16, "neck": -30, "head": -10, "ears": -20, "bend": 10, "tail": -10}
 SWAYING = {"roll": -6, "z": -.05, "neck": -24, "neck_yaw": -18, "head": -8, "ears": -15}
 

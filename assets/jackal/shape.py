@@ -212,7 +212,8 @@ class Builder:
         run = np.concatenate([[0], np.cumsum(np.linalg.norm(np.diff(centres, axis=0), axis=1) + 0.004)])
         for row in range(count + 2):
             for i in range(sides + 1):
-                self.texcoords.append((left + (right - left) * run[row] / run[-1], top + (bottom - top) * abs(mirrored - i / sides)))
+                self.texcoords.append((left + (right - left) * run[row] / run[-1],
+                                       top + (bottom - top) * abs(mirrored - i / sides)))
 
         def vertex(row, i):
             if row == 0:

@@ -34,7 +34,8 @@ def view(mesh, texture, azimuth=62, elevation=14, size=300, zoom=0.78, centre=(0
         window = zbuffer[y0:y1 + 1, x0:x1 + 1]
         hit = (u >= 0) & (v >= 0) & (w >= 0) & (z > window)
         window[hit] = z[hit]
-        at = u[..., None] * places[texture_ids[0]] + v[..., None] * places[texture_ids[1]] + w[..., None] * places[texture_ids[2]]
+        at = u[..., None] * places[texture_ids[0]] + v[..., None] * places[texture_ids[1]] + w[...,
+                                                                                               None] * places[texture_ids[2]]
         at = np.clip(at, 0, shape.SKIN - 1).astype(int)
         picture[y0:y1 + 1, x0:x1 + 1][hit] = texture[at[..., 1], at[..., 0]][hit]
     return Image.fromarray(picture)
