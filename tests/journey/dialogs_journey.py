@@ -11,7 +11,7 @@ from labels import sees
 CONFIRM_TITLE = ("Are you sure?", 0.425, 0.435)
 CONFIRM_OK, CONFIRM_CANCEL = (0.42, 0.59), (0.6, 0.59)
 LIST_TITLE = ("High Scores", 0.30, 0.135)
-RESTART, LIST_MENU = (0.68, 0.75), (0.34, 0.75)
+RESTART, LIST_MENU = (0.697, 0.83), (0.358, 0.83)
 FAST = 3
 FADE = 5 / FAST  # seconds
 SCORES = "<highscores>\n" + "".join(f'<score>\nscore = {900 - i}\nname = "Ramose"\n</score>\n' for i in range(10))
@@ -77,7 +77,8 @@ class Dialogs(Journey):
         self.assertEqual(game.state_lines(), states)
         game.pause()
         begin = time.monotonic()
-        self.await_state(game, "END", lambda: game.click(*CONFIRM_OK))
+        game.click(*CONFIRM_OK)
+        game.await_log("mainScene::GameEnd\n")
         self.await_end_with_fade(game, begin)
         self.assertIn("Game mode Change - [DESTROY]", game.log())
 

@@ -13,7 +13,8 @@ GROWTH = 1.03   # of resident memory from then on; a leaked texture set of a rou
 
 class Rounds(Journey):
     def memory(self, game):
-        status = dict(line.split(":", 1) for line in open(f"/proc/{game.process.pid}/status"))
+        with open(f"/proc/{game.process.pid}/status") as lines:
+            status = dict(line.split(":", 1) for line in lines)
         return int(status["VmRSS"].split()[0]), int(status["Threads"])
 
     def test_nothing_grows(self):
