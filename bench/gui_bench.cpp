@@ -57,81 +57,90 @@ Screen& TheScreen() {
     return screen;
 }
 
-// What one frame submits, written down: the shots' vertices by primitive, and the captions.
+// What one frame submits, written down in the order of drawing: each element's vertices by primitive, in
+// units of the font's screen, and its caption.
 struct BareShot {
     GLenum primitive;
     bool textured;
     std::vector<std::array<float, 8>> vertices; // colour, texture, place
 };
-struct BareText {
-    float x, y;
-    const char* text;
-    GLsizei length;
-    std::array<float, 4> colour;
-};
-struct BareFrame {
+struct BareElement {
     std::vector<BareShot> shots;
-    std::vector<BareText> texts;
+    const char* text = "";
+    GLsizei length = 0;
+    float x = 0.0F, y = 0.0F;
+    std::array<float, 4> colour{};
 };
 
-void Write(BareFrame& frame, const Shot& shot, const GuiRect& rect) {
+constexpr float UnitsX = 640.0F;
+constexpr float UnitsY = 480.0F;
+
+void Write(BareElement& element, const Shot& shot, const GuiRect& rect) {
     static constexpr std::array<GLenum, 3> Primitives = {GL_TRIANGLE_FAN, GL_LINE_LOOP, GL_POLYGON};
     for (const ShotPolylist& list : shot) {
         if (list.mode >= Primitives.size()) continue;
-        BareShot& bare = frame.shots.emplace_back(BareShot{Primitives[list.mode], list.mode == 2, {}});
+        BareShot& bare = element.shots.emplace_back(BareShot{Primitives[list.mode], list.mode == 2, {}});
         for (const ShotPoly& poly : list.polys)
             for (const ShotVertex& v : poly.verts) {
                 const GuiPoint anchor = AnchorPoint(rect, v.fixed);
-                bare.vertices.push_back({v.r, v.g, v.b, v.a, v.u, v.v, anchor.x + v.x, anchor.y + v.y});
+                bare.vertices.push_back({v.r, v.g, v.b, v.a, v.u, v.v, (anchor.x + v.x) * UnitsX,
+                                         UnitsY - (anchor.y + v.y) * UnitsY});
             }
     }
 }
 
-BareFrame WriteFrame() {
-    BareFrame frame;
+BareElement WriteElement(GuiState state, std::uint8_t stid, const GuiRect& rect, const char* text) {
+    const GUI_Style& style = gui.GetStyles().Get(stid);
+    BareElement element;
+    Write(element, style.shots[static_cast<std::size_t>(state)], rect);
+    element.text = text;
+    element.length = static_cast<GLsizei>(std::strlen(text));
+    element.x = (rect.left + style.textx) * UnitsX;
+    element.y = 470.0F - (rect.top + style.texty) * UnitsY;
+    element.colour = {style.textr, style.textg, style.textb, style.texta};
+    return element;
+}
+
+std::vector<BareElement> WriteFrame() {
+    std::vector<BareElement> frame;
     const GUI_Styles& styles = gui.GetStyles();
-    const auto write = [&](const GUI_Element& element, std::uint8_t stid, const GuiRect& rect,
-                           const char* text) {
-        const GUI_Style& style = styles.Get(stid);
-        Write(frame, style.shots[static_cast<std::size_t>(element.state)], rect);
-        if (text && *text)
-            frame.texts.push_back({rect.left + style.textx,
-                                   rect.top + style.texty,
-                                   text,
-                                   static_cast<GLsizei>(std::strlen(text)),
-                                   {style.textr, style.textg, style.textb, style.texta}});
-    };
     for (const GUI_Window* window : gui.Windows()) {
-        write(*window, 8, RectOf(*window), "");
-        write(*window, 9, RectOf(*window), window->caption);
+        frame.push_back(WriteElement(window->state, 8, RectOf(*window), ""));
         for (std::size_t i = 0; i < window->Components().Size(); ++i) {
             const GUI_Component& widget = window->Components()[i];
-            write(widget, widget.stid, DrawnRect(styles, widget), widget.caption);
+            frame.push_back(
+                WriteElement(widget.state, widget.stid, DrawnRect(styles, widget), widget.caption));
         }
+        frame.push_back(WriteElement(window->state, 9, RectOf(*window), window->caption));
     }
-    if (gui.Focused()) Write(frame, styles.focus, DrawnRect(styles, *gui.Focused()));
+    if (gui.Focused()) Write(frame.emplace_back(), styles.focus, DrawnRect(styles, *gui.Focused()));
     return frame;
 }
 
-// All texts under one flat projection, with their lengths known.
-void DrawBareTexts(const std::vector<BareText>& texts) {
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    glLoadIdentity();
-    glOrtho(0, 640, 0, 480, -1, 1);
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-    glListBase(font.ListBase() - 32);
-    for (const BareText& text : texts) {
-        glColor4fv(text.colour.data());
-        glLoadIdentity();
-        glTranslatef(text.x * 640, 470 - text.y * 480, 0);
-        glCallLists(text.length, GL_UNSIGNED_BYTE, text.text);
+void Submit(const BareElement& element, GLuint skin, GLuint glyphs) {
+    for (const BareShot& shot : element.shots) {
+        if (shot.textured) {
+            glEnable(GL_TEXTURE_2D);
+            glBindTexture(GL_TEXTURE_2D, skin);
+        } else {
+            glDisable(GL_TEXTURE_2D);
+        }
+        glBegin(shot.primitive);
+        for (const auto& v : shot.vertices) {
+            glColor4f(v[0], v[1], v[2], v[3]);
+            glTexCoord2f(v[4], v[5]);
+            glVertex2f(v[6], v[7]);
+        }
+        glEnd();
     }
+    if (element.length == 0) return;
+    glEnable(GL_TEXTURE_2D);
+    glBindTexture(GL_TEXTURE_2D, glyphs);
+    glColor4fv(element.colour.data());
+    glPushMatrix();
+    glTranslatef(element.x, element.y, 0);
+    glCallLists(element.length, GL_UNSIGNED_BYTE, element.text);
     glPopMatrix();
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
 }
 
 void BM_GuiDraw(benchmark::State& state) {
@@ -143,26 +152,28 @@ BENCHMARK(BM_GuiDraw)->Iterations(FramesInRun);
 
 void BM_GuiDraw_Limit(benchmark::State& state) {
     TheScreen();
-    const BareFrame frame = WriteFrame();
+    const std::vector<BareElement> frame = WriteFrame();
+    const GUI_Styles& styles = gui.GetStyles();
+    const GLuint skin = styles.image.Get(styles.picture);
+    // Printing leaves the font's texture bound.
+    font.PrintAt(0, 0, 0, " ");
+    GLint glyphs = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &glyphs);
     for (auto _ : state) {
+        glMatrixMode(GL_PROJECTION);
         glPushMatrix();
         glLoadIdentity();
-        glScaled(1.53, -1.15, -1.0);
-        glTranslated(-0.5, -0.5, 1.0);
+        glOrtho(0, UnitsX, 0, UnitsY, -1, 1);
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
         glEnable(GL_BLEND);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        for (const BareShot& shot : frame.shots) {
-            shot.textured ? glEnable(GL_TEXTURE_2D) : glDisable(GL_TEXTURE_2D);
-            glBegin(shot.primitive);
-            for (const auto& v : shot.vertices) {
-                glColor4f(v[0], v[1], v[2], v[3]);
-                glTexCoord2f(v[4], v[5]);
-                glVertex2f(v[6], v[7]);
-            }
-            glEnd();
-        }
+        glListBase(font.ListBase() - 32);
+        for (const BareElement& element : frame)
+            Submit(element, skin, static_cast<GLuint>(glyphs));
+        glMatrixMode(GL_PROJECTION);
         glPopMatrix();
-        DrawBareTexts(frame.texts);
+        glMatrixMode(GL_MODELVIEW);
     }
 }
 BENCHMARK(BM_GuiDraw_Limit)->Iterations(FramesInRun);
