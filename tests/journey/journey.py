@@ -77,10 +77,13 @@ class Game:
         if fast != 1:
             self.environment["FAST_CLOCK"] = str(fast)
             libraries.append("fast_clock")
+        sanitizer = sanitizer_library(BUILD / program)
+        if sanitizer:
+            libraries.append("keep_libraries")
         if libraries:
             # The sanitizer's library must come first.
             self.environment["LD_PRELOAD"] = " ".join(
-                [*sanitizer_library(BUILD / program), *(str(BUILD / f"tests/lib{name}.so") for name in libraries)])
+                [*sanitizer, *(str(BUILD / f"tests/lib{name}.so") for name in libraries)])
         self.log_path = self.folder / "log.txt"
         self.log_path.unlink(missing_ok=True)
         self.process = subprocess.Popen([str(BUILD / program)], cwd=self.folder, env=self.environment,
