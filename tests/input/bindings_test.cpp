@@ -212,7 +212,7 @@ public:
     void GameEnd() override {}
     void Update() override {}
     void Draw() override {}
-    const std::string& ConfigName() const { return configName; }
+    const std::string& ConfigName() const { return *configName; }
 
 private:
     void GameFrame() override {}
