@@ -212,7 +212,7 @@ public:
     void GameEnd() override {}
     void Update() override {}
     void Draw() override {}
-    const std::string& ConfigName() const { return *configName; }
+    std::string ConfigName() const { return configName.value_or(""); }
 
 private:
     void GameFrame() override {}
