@@ -104,6 +104,11 @@ TEST_F(BoardDrawing, BlocksStandInTheirCells) {
 
 TEST_F(BoardDrawing, NextPieceTurnsAboutItsMiddle) {
     kolvex.SetBlockModels(&models);
+    // Room for the whole turn: what is cut off at an edge has other vertices.
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(-5, 5, -5, 5, -20, 20);
+    glMatrixMode(GL_MODELVIEW);
     std::size_t expected = 0;
     for (const PieceBlock& block : kolvex.GetNextPiece().blocks)
         expected += VerticesOfBlock(block.tile);
