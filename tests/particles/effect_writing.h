@@ -1,0 +1,42 @@
+// Effect files for tests, written into the working directory.
+#pragma once
+
+#include "support/temporary_folder.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+// The text of an emitter file: a texture, two key frames, and plain keys, of which `keys` replace or add
+// some.
+inline std::string EmitterText(const std::map<std::string, std::string>& keys = {},
+                               const std::string& texture = "dot.png", const std::string& framenum = "1") {
+    std::map<std::string, std::string> all = {{"particleNum", "8"},  {"emitnum", "8"},   {"emittime", "100"},
+                                              {"framespeed", "100"}, {"life", "400"},    {"form", "1"},
+                                              {"shape", "7"},        {"sfactor", "770"}, {"dfactor", "1"},
+                                              {"dietype", "1"},      {"die", "2"},       {"dirx", "0.001"},
+                                              {"acceleration", "1"}};
+    for (const auto& [key, value] : keys)
+        all[key] = value;
+    std::string text =
+        "<TEmittor>\n<texture>\nfilename = \"" + texture + "\"\nframenum = " + framenum + "\n</texture>\n";
+    text += "<Frames>\n<Frame>\nred = 1\ngreen = 0.5\nalpha = 1\nsize = 0.25\nrandx = 0.001\n</Frame>\n";
+    text += "<Frame>\nblue = 1\nalpha = 0.5\nrota = 90\nsize = 0.5\n</Frame>\n</Frames>\n";
+    for (const auto& [key, value] : all)
+        text += key + " = " + value + "\n";
+    return text + "</TEmittor>\n";
+}
+
+inline std::string EffectText(const std::vector<std::string>& emitters) {
+    std::string text = "<TEmittors>\n";
+    for (const std::string& emitter : emitters)
+        text += "<TEmittor>\nemittor = \"" + emitter + "\"\n</TEmittor>\n";
+    return text + "</TEmittors>\n";
+}
+
+inline std::string ListText(const std::vector<std::string>& effects) {
+    std::string text = "<Particles>\n";
+    for (const std::string& effect : effects)
+        text += "<TEffect>\nname = \"" + effect + "\"\n</TEffect>\n";
+    return text + "</Particles>\n";
+}

@@ -1,0 +1,383 @@
+// The engine as the scenes use it: what it loads, logs, starts, updates in which order, frees and never
+// allocates.
+#include "particles/engine.h"
+
+#include "core/frame_clock.h"
+#include "particles/effect_writing.h"
+#include "particles/random_table.h"
+#include "support/gl_fixture.h"
+#include "world/world_grid.h"
+
+#include <GL/gl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstdlib>
+#include <new>
+#include <set>
+
+namespace {
+
+std::atomic<long> allocations{0};
+std::atomic<long> blocksHeld{0};
+
+void* Count(void* memory) {
+    ++allocations;
+    ++blocksHeld;
+    return memory;
+}
+
+void Uncount(void* memory) {
+    if (memory) --blocksHeld;
+    std::free(memory);
+}
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    return Count(std::malloc(size));
+}
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    const auto step = static_cast<std::size_t>(alignment);
+    return Count(std::aligned_alloc(step, (size + step - 1) / step * step));
+}
+void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+    return operator new(size, alignment);
+}
+void operator delete(void* memory) noexcept {
+    Uncount(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    Uncount(memory);
+}
+void operator delete(void* memory, std::align_val_t) noexcept {
+    Uncount(memory);
+}
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
+    Uncount(memory);
+}
+
+namespace {
+
+class Engine : public GlTest {
+protected:
+    Engine() {
+        WriteFile("dot.png", MakePng(4, 4, [](int, int) { return Rgba{255, 255, 255, 255}; }));
+        WriteFile("other.png", MakePng(4, 4, [](int, int) { return Rgba{255, 0, 0, 255}; }));
+        globalp.reset();
+        std::srand(3);
+        frameClock.frameDelta = 16;
+    }
+    ~Engine() override {
+        engine.Release();
+        globalp.reset();
+    }
+
+    // Loads one effect of the given emitter texts.
+    void LoadOne(const std::vector<std::string>& emitterTexts) {
+        std::vector<std::string> names;
+        for (const std::string& text : emitterTexts) {
+            names.push_back("emitter" + std::to_string(names.size()) + ".txt");
+            WriteFile(names.back(), text);
+        }
+        WriteFile("effect.txt", EffectText(names));
+        WriteFile("list.txt", ListText({"effect.txt"}));
+        ASSERT_TRUE(engine.Load("list.txt"));
+    }
+
+    EffectInstance* Start(std::uint32_t id = 0, std::uint32_t owner = 255) {
+        return engine.ActiveEffect(id, owner, {1, 2, 3}, {0, 1, 0});
+    }
+
+    QEV_PEngine engine;
+};
+
+TEST_F(Engine, NumbersEffectsAndSharesEmittersAndTextures) {
+    WriteFile("a.txt", EmitterText());
+    WriteFile("b.txt", EmitterText({}, "dot.png", "4")); // dot.png is one cell already
+    WriteFile("c.txt", EmitterText({}, "other.png", "5"));
+    WriteFile("one.txt", EffectText({"a.txt", "b.txt", "a.txt"}));
+    WriteFile("two.txt", EffectText({"b.txt", "c.txt"}));
+    WriteFile("list.txt", ListText({"one.txt", "One.txt", "one.txt", "two.txt"}));
+    ASSERT_TRUE(engine.Load("list.txt"));
+
+    ASSERT_EQ(engine.EffectCount(), 3U); // the repeated name takes no number, another case is another file
+    EXPECT_EQ(engine.Effect(2).name, "two.txt");
+    EXPECT_EQ(ReadLog(), "QEV_PTEffect::Start(One.txt) - [ERROR] Couldn't open main file\n");
+    EXPECT_EQ(engine.EmitterCount(), 3U);
+    const auto& one = engine.Effect(0).emitters;
+    ASSERT_EQ(one.size(), 3U);
+    EXPECT_EQ(one[0], one[2]);
+    EXPECT_EQ(one[1], engine.Effect(2).emitters[0]);
+    EXPECT_EQ(one[0]->texture, one[1]->texture);
+    EXPECT_EQ(one[1]->texture->framenum, 1);
+    ASSERT_EQ(engine.Batches().size(), 2U);
+    EXPECT_EQ(engine.Effect(2).emitters[1]->texture->framenum, 1); // there is no sheet of five
+
+    // The same emitter twice makes two instances; an effect without file starts and shows nothing.
+    EXPECT_EQ(Start(0)->emitters.size(), 3U);
+    EXPECT_TRUE(Start(1)->emitters.empty());
+    EXPECT_EQ(engine.Batches()[0].instances.size(), 3U);
+    EXPECT_EQ(engine.RunningCount(), 2U);
+    engine.Update();
+    EXPECT_EQ(engine.RunningCount(), 1U);
+}
+
+TEST_F(Engine, ReadsEveryKey) {
+    LoadOne({EmitterText({{"particleNum", "12"},  {"gravity", "1"},      {"gravpower", "0.5"},
+                          {"gravborder", "7"},    {"framerandom", "1"},  {"bounce", "-0.25"},
+                          {"updatepos", "1"},     {"collision", "3"},    {"framespeed", "90"},
+                          {"form", "5"},          {"shape", "4"},        {"emitnum", "2"},
+                          {"emittime", "33"},     {"dietype", "15"},     {"die", "3"},
+                          {"acceleration", "-4"}, {"friction", "0.125"}, {"sfactor", "1"},
+                          {"dfactor", "771"},     {"power", "2.5"},      {"sectordependant", "1"},
+                          {"life", "55"},         {"liferand", "0.75"},  {"totallife", "66"},
+                          {"dirx", "1"},          {"diry", "2"},         {"dirz", "3"},
+                          {"startx", "4"},        {"starty", "5"},       {"startz", "6"}},
+                         "dot.png", "12"),
+             "<TEmittor>\n<texture>\nfilename = \"other.png\"\n</texture>\n<Frames>\n<Frame>\nalpha = "
+             "0.5\n</Frame>\n</Frames>\nform = 6\n</TEmittor>\n"});
+    const QEV_PTEmittor& e = *engine.Effect(0).emitters[0];
+    EXPECT_EQ(e.texture->framenum, 12);
+    EXPECT_FLOAT_EQ(e.texture->cells[5].at(2).u, 0.5F);
+    EXPECT_FLOAT_EQ(e.texture->cells[5].at(2).v, 0.666F);
+    EXPECT_EQ(
+        std::tie(e.particleNum, e.gravity, e.gravpower, e.gravborder, e.framerandom, e.bounce, e.updatepos),
+        std::make_tuple(12, 1, 0.5F, true, true, -0.25F, true));
+    EXPECT_EQ(std::tie(e.collision, e.framespeed, e.form, e.shape, e.emitnum, e.emittime, e.dietype, e.die),
+              std::make_tuple(3, 90, 5, 4, 2, 33, 15, 3));
+    EXPECT_EQ(std::tie(e.acceleration, e.friction, e.sfactor, e.dfactor, e.power, e.sectordependant, e.life),
+              std::make_tuple(-4, 0.125F, 1, 771, 2.5F, true, 55));
+    EXPECT_EQ(std::tie(e.liferand, e.totallife, e.dirx, e.diry, e.dirz, e.startx, e.starty, e.startz),
+              std::make_tuple(0.75F, 66, 1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F));
+    ASSERT_EQ(e.frames.size(), 2U);
+    EXPECT_EQ(e.frames[0].randx, 0.001F);
+    EXPECT_EQ(e.frames[1].rota, 90.0F);
+
+    // Missing keys are zero, not the values of an emitter without a file.
+    const QEV_PTEmittor& bare = *engine.Effect(0).emitters[1];
+    EXPECT_EQ(std::tie(bare.form, bare.shape, bare.gravborder), std::make_tuple(0, 0, false));
+    EXPECT_EQ(bare.frames.at(0).alpha, 0.5F);
+    EXPECT_EQ(bare.frames.at(0).size + bare.frames.at(0).red + bare.frames.at(0).randz, 0.0F);
+    EXPECT_EQ(ReadLog(), "");
+}
+
+TEST_F(Engine, LogsWhatIsMissing) {
+    EXPECT_FALSE(engine.Load("none.txt"));
+    WriteFile("empty.txt", "");
+    EXPECT_FALSE(engine.Load("empty.txt"));
+    WriteFile("noTexture.txt", "<TEmittor>\n<Frames>\n</Frames>\nlife = 9\n</TEmittor>\n");
+    WriteFile("noFrames.txt",
+              "<TEmittor>\n<texture>\nfilename = \"gone.png\"\n</texture>\nlife = 9\n</TEmittor>\n");
+    WriteFile("lots.txt", EmitterText({{"particleNum", "1000000000"}}));
+    WriteFile("less.txt", EmitterText({{"particleNum", "-1"}}));
+    WriteFile("effect.txt",
+              EffectText({"gone.txt", "empty.txt", "noTexture.txt", "noFrames.txt", "lots.txt", "less.txt"}));
+    WriteFile("list.txt", ListText({"empty.txt", "effect.txt"}));
+    ASSERT_TRUE(engine.Load("list.txt"));
+    const char* lines[] = {"QEV_PEngine::Load(none.txt) - [ERROR] Couldn't open main file - none.txt \n",
+                           "QEV_PEngine::Load(empty.txt) - [ERROR] Particles block not found - empty.txt\n",
+                           "QEV_PEngine::Load(empty.txt) - [ERROR] Emittor block not found\n",
+                           "QEV_PEngine::Load(gone.txt) - [ERROR] Couldn't open main file\n",
+                           "QEV_PEngine::Load(empty.txt) - [ERROR] TEmittor block not found\n",
+                           "AniTextures::AddTexture() - [ERROR] Texture block not found\n",
+                           "QEV_PTEmittor::LoadFrames() - [ERROR] Frames block not found\n",
+                           "QEV_PEngine::Load(lots.txt) - [ERROR] particleNum = 1000000000 cannot be held\n",
+                           "QEV_PEngine::Load(less.txt) - [ERROR] particleNum = -1 cannot be held\n"};
+    for (const char* line : lines)
+        EXPECT_EQ(CountInLog(line), 1) << line;
+    const auto& emitters = engine.Effect(1).emitters;
+    ASSERT_EQ(emitters.size(), 6U);
+    EXPECT_TRUE(emitters[0]->gravborder);
+    EXPECT_EQ(emitters[0]->form, 1);
+    EXPECT_EQ(emitters[2]->texture, nullptr);
+    EXPECT_EQ(emitters[2]->life, 9);
+    EXPECT_EQ(emitters[3]->texture->filename, "default/blank.png");
+    EXPECT_NE(emitters[3]->texture->textureId, 0U);
+    EXPECT_EQ(emitters[3]->life, 9);
+    EXPECT_EQ(emitters[4]->particleNum, 0);
+
+    EXPECT_EQ(Start(2), nullptr);
+    EXPECT_EQ(CountInLog("QEV_PEngine::ActiveEffect(2) - [WARNING] - Particle effect not found !\n"), 1);
+    EXPECT_EQ(Start(0xFFFFFFFFU), nullptr);
+    // An emitter without texture starts, and is never updated.
+    EffectInstance* started = Start(1);
+    engine.Update();
+    EXPECT_EQ(started->emitters[2]->elapsed, 0U);
+    engine.Draw(0);
+}
+
+TEST_F(Engine, TheRandomTableIsFilledByEachLoad) {
+    WriteFile("list.txt", ListText({}));
+    randomTable.cursors.fill(77);
+    ASSERT_TRUE(engine.Load("list.txt"));
+    const auto first = randomTable.values;
+    EXPECT_EQ(randomTable.cursors[RandomTable::Launch], 77);
+    EXPECT_EQ(randomTable.cursors[RandomTable::Start], 77);
+    EXPECT_EQ(randomTable.cursors[RandomTable::Age], 77);
+    ASSERT_TRUE(engine.Load("list.txt"));
+    EXPECT_NE(first, randomTable.values);
+    EXPECT_GE(*std::ranges::min_element(first), -1.0F);
+    EXPECT_LE(*std::ranges::max_element(first), 0.9999F);
+    EXPECT_LT(*std::ranges::min_element(first), -0.9F);
+    EXPECT_GT(*std::ranges::max_element(first), 0.8F);
+    EXPECT_GT(std::set<float>(first.begin(), first.end()).size(), 200U);
+    randomTable.cursors[RandomTable::KickX] = 255;
+    EXPECT_EQ(randomTable.Next(RandomTable::KickX), randomTable.values[255]);
+    EXPECT_EQ(randomTable.Next(RandomTable::KickX), randomTable.values[0]);
+}
+
+TEST_F(Engine, EndsAsDieSaysAndFreesWhatHasFinished) {
+    LoadOne({EmitterText({{"die", "1"}, {"totallife", "1000"}}), EmitterText({{"die", "2"}}, "other.png")});
+    EffectInstance* effect = Start();
+    EmitterInstance& timed = *effect->emitters[0];
+    EmitterInstance& single = *effect->emitters[1];
+    EXPECT_EQ(timed.emitTimer, 0U);
+    frameClock.frameDelta = 100;
+    for (int i = 0; i < 4; ++i)
+        engine.Update();
+    // At 400 ms all particles are dead; a die of 2 ends there, though the same update starts new ones.
+    EXPECT_FALSE(single.active);
+    EXPECT_TRUE(timed.active);
+    EXPECT_EQ(engine.Batches()[1].instances.size(), 0U);
+    for (int i = 4; i < 10; ++i)
+        engine.Update();
+    EXPECT_TRUE(timed.stopped);
+    EXPECT_TRUE(timed.active);
+    EXPECT_EQ(engine.RunningCount(), 1U);
+    while (engine.RunningCount() > 0 && timed.elapsed < 1500)
+        engine.Update();
+    EXPECT_EQ(engine.RunningCount(), 0U);
+    EXPECT_EQ(engine.Batches()[0].instances.size(), 0U);
+}
+
+TEST_F(Engine, BurstsStartWhatFits) {
+    LoadOne({EmitterText({{"emitnum", "3"}, {"emittime", "50"}, {"life", "100000"}, {"die", "0"}}),
+             EmitterText({{"emitnum", "0"}}), EmitterText({{"emitnum", "-3"}, {"particleNum", "0"}})});
+    EffectInstance* effect = Start();
+    const auto living = [&](std::size_t i) {
+        const ParticleSlots& slots = effect->emitters[i]->particles;
+        return std::count(slots.alive, slots.alive + slots.Count(), 1);
+    };
+    EXPECT_EQ(living(0), 3);
+    EXPECT_EQ(living(1), 1);
+    EXPECT_EQ(effect->emitters[2]->particles.Count(), 0U);
+    frameClock.frameDelta = 130; // one burst in a frame, however long
+    engine.Update();
+    EXPECT_EQ(living(0), 6);
+    engine.Update();
+    EXPECT_EQ(living(0), 8);
+    engine.Update();
+    EXPECT_EQ(living(0), 8);
+}
+
+TEST_F(Engine, LaunchesAlongTheDirection) {
+    LoadOne({EmitterText({{"dirx", "0"}, {"power", "0.01"}, {"die", "0"}, {"startx", "0"}})});
+    const Vec3 directions[] = {{0, 0, 0}, {0, 2, 0}, {3, 0, 0}, {0, -1, 0}};
+    const Vec3 expected[] = {{0, 0.01F, 0}, {0, 0.01F, 0}, {0.01F, 0, 0}, {0, -0.01F, 0}};
+    for (std::size_t i = 0; i < 4; ++i) {
+        const Particle p =
+            engine.ActiveEffect(0, 255, {1, 2, 3}, directions[i])->emitters[0]->particles.At(0);
+        EXPECT_NEAR(p.velocityX, expected[i].x, 1e-8) << i;
+        EXPECT_NEAR(p.velocityY, expected[i].y, 1e-8) << i;
+        EXPECT_NEAR(p.velocityZ, expected[i].z, 1e-8) << i;
+        EXPECT_EQ(p.x, 1.0F);
+        EXPECT_EQ(p.z, 3.0F);
+    }
+}
+
+TEST_F(Engine, FollowsAnOwnerThatIsThere) {
+    LoadOne({EmitterText({{"updatepos", "1"}, {"die", "0"}})});
+    EffectInstance* orphan = Start(0, 0); // no world
+    engine.Update();
+    EXPECT_EQ(orphan->emitters[0]->position.x, 1.0F);
+    globalp = std::make_unique<Globalp>();
+    EffectInstance* beyond = Start(0, 5);
+    EffectInstance* free = Start(0, 255);
+    WorldObject& object = globalp->objects[globalp->AddObject()];
+    object.x = -7, object.y = -9, object.heading = 90;
+    EffectInstance* child = Start(0, 0);
+    engine.Update();
+    EXPECT_EQ(beyond->emitters[0]->position, (Vec3{1, 2, 3}));
+    EXPECT_EQ(free->emitters[0]->position, (Vec3{1, 2, 3}));
+    EXPECT_EQ(child->emitters[0]->position, (Vec3{-7, -9, 3}));
+    EXPECT_NEAR(child->emitters[0]->direction.x, 0.001 * (std::cos(-3.926991) - std::sin(-3.926991)), 1e-8);
+    EXPECT_NEAR(child->emitters[0]->direction.y, 0.001 * (std::cos(-3.926991) + std::sin(-3.926991)), 1e-8);
+}
+
+// What the start of a hundred row effects left behind is what ten thousand leave behind.
+TEST_F(Engine, MemoryDoesNotGrowWithTheGame) {
+    LoadOne({EmitterText({{"particleNum", "60"}, {"emittime", "100000"}}),
+             EmitterText({{"die", "1"}, {"totallife", "50"}}, "other.png"), "<TEmittor>\n</TEmittor>\n"});
+    const auto play = [this](int rows) {
+        for (int row = 0; row < rows; ++row) {
+            Start();
+            for (int frame = 0; frame < 6; ++frame)
+                engine.Update();
+        }
+    };
+    play(100);
+    const long held = blocksHeld;
+    const std::size_t running = engine.RunningCount();
+    ASSERT_LT(running, 10U);
+    play(9900);
+    EXPECT_EQ(blocksHeld, held);
+    EXPECT_EQ(engine.RunningCount(), running);
+}
+
+TEST_F(Engine, UpdateAndDrawAllocateNothing) {
+    std::vector<std::string> texts;
+    for (int form = 0; form < 6; ++form)
+        for (int gravity = 0; gravity < 3; ++gravity)
+            texts.push_back(EmitterText({{"form", std::to_string(form)},
+                                         {"gravity", std::to_string(gravity)},
+                                         {"collision", std::to_string((form + gravity) % 4)},
+                                         {"gravpower", "0.001"},
+                                         {"framerandom", "1"},
+                                         {"emittime", "20"},
+                                         {"die", std::to_string(form % 4)},
+                                         {"totallife", "300"},
+                                         {"particleNum", "300"},
+                                         {"emitnum", "40"}},
+                                        form % 2 ? "dot.png" : "other.png"));
+    LoadOne(texts);
+    globalp = std::make_unique<Globalp>();
+    Start();
+    engine.Draw(0); // OpenGL's driver sets up on first use
+    glFinish();
+    const long before = allocations;
+    long drawing = 0;
+    for (int frame = 0; frame < 100; ++frame) {
+        engine.Update();
+        const long updated = allocations;
+        engine.Draw(0);
+        drawing += allocations - updated;
+    }
+    // The driver is a C++ program too and may allocate when it flushes what was drawn; without it nothing
+    // may.
+    EXPECT_EQ(allocations - before - drawing, 0);
+    std::printf("%ld allocations while drawing\n", drawing);
+    EXPECT_EQ(drawing, 0);
+}
+
+TEST_F(Engine, ReloadsPicturesAndReleasesAll) {
+    LoadOne({EmitterText()});
+    Start();
+    const GLuint before = engine.Batches()[0].texture->textureId;
+    EXPECT_TRUE(glIsTexture(before));
+    ReplaceContext();
+    engine.ReloadTextures();
+    const GLuint after = engine.Batches()[0].texture->textureId;
+    EXPECT_TRUE(glIsTexture(after));
+    engine.Release();
+    EXPECT_FALSE(glIsTexture(after));
+    EXPECT_EQ(engine.EffectCount() + engine.EmitterCount() + engine.RunningCount() + engine.Batches().size(),
+              0U);
+    engine.Update();
+    engine.Draw(0);
+    EXPECT_EQ(Start(), nullptr);
+}
+
+} // namespace
