@@ -5,6 +5,7 @@
 #include "core/frame_clock.h"
 #include "particles/effect_writing.h"
 #include "particles/random_table.h"
+#include "support/allocations.h"
 #include "support/gl_fixture.h"
 #include "world/world_grid.h"
 
@@ -12,52 +13,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <cstdlib>
-#include <new>
 #include <set>
-
-namespace {
-
-std::atomic<long> allocations{0};
-std::atomic<long> blocksHeld{0};
-
-void* Count(void* memory) {
-    ++allocations;
-    ++blocksHeld;
-    return memory;
-}
-
-void Uncount(void* memory) {
-    if (memory) --blocksHeld;
-    std::free(memory);
-}
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    return Count(std::malloc(size));
-}
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    const auto step = static_cast<std::size_t>(alignment);
-    return Count(std::aligned_alloc(step, (size + step - 1) / step * step));
-}
-void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
-    return operator new(size, alignment);
-}
-void operator delete(void* memory) noexcept {
-    Uncount(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    Uncount(memory);
-}
-void operator delete(void* memory, std::align_val_t) noexcept {
-    Uncount(memory);
-}
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
-    Uncount(memory);
-}
 
 namespace {
 
@@ -319,11 +277,11 @@ TEST_F(Engine, MemoryDoesNotGrowWithTheGame) {
         }
     };
     play(100);
-    const long held = blocksHeld;
+    const long held = AllocationsHeld();
     const std::size_t running = engine.RunningCount();
     ASSERT_LT(running, 10U);
     play(9900);
-    EXPECT_EQ(blocksHeld, held);
+    EXPECT_EQ(AllocationsHeld(), held);
     EXPECT_EQ(engine.RunningCount(), running);
 }
 
@@ -347,18 +305,17 @@ TEST_F(Engine, UpdateAndDrawAllocateNothing) {
     Start();
     engine.Draw(0); // OpenGL's driver sets up on first use
     glFinish();
-    const long before = allocations;
+    const long before = Allocations();
     long drawing = 0;
     for (int frame = 0; frame < 100; ++frame) {
         engine.Update();
-        const long updated = allocations;
+        const long updated = Allocations();
         engine.Draw(0);
-        drawing += allocations - updated;
+        drawing += Allocations() - updated;
     }
     // The driver is a C++ program too and may allocate when it flushes what was drawn; without it nothing
     // may.
-    EXPECT_EQ(allocations - before - drawing, 0);
-    std::printf("%ld allocations while drawing\n", drawing);
+    EXPECT_EQ(Allocations() - before - drawing, 0);
     EXPECT_EQ(drawing, 0);
 }
 

@@ -4,3 +4,5 @@
 
 // Calls of operator new since the program's start.
 long Allocations();
+// Of these, the ones whose memory has not been given back yet.
+long AllocationsHeld();
