@@ -13,8 +13,8 @@ namespace {
 constexpr double GridBegin = -static_cast<double>(GridSize);
 constexpr double GridEnd = 1.0;
 
-bool IsWall(float x, float y) {
-    return globalp && globalp->IsWall(x, y);
+bool IsWall(double x, double y) {
+    return globalp && globalp->IsWall(static_cast<float>(x), static_cast<float>(y));
 }
 
 // One axis of a straight way: where it is after a share of the way, and when it crosses the next grid line.
@@ -59,7 +59,7 @@ bool WalksIntoWall(Axis x, Axis y) {
     for (int stretch = 0; stretch <= 2 * (GridSize + 2) && begin < end; ++stretch) {
         const double next = std::min({x.NextCrossing(), y.NextCrossing(), end});
         const double middle = (begin + next) * 0.5;
-        if (IsWall(static_cast<float>(x.At(middle)), static_cast<float>(y.At(middle)))) return true;
+        if (IsWall(x.At(middle), y.At(middle))) return true;
         if (x.NextCrossing() <= next) x.Cross();
         if (y.NextCrossing() <= next) y.Cross();
         begin = next;
@@ -67,30 +67,31 @@ bool WalksIntoWall(Axis x, Axis y) {
     return false;
 }
 
-// A particle while it goes through a frame a millisecond at a time.
+// A particle while it goes through a frame a millisecond at a time; in double precision, so that two hundred
+// steps round no more than one does.
 struct Walker {
-    float x, y;
-    float velocityX, velocityY;
+    double x, y;
+    double velocityX, velocityY;
 };
 
 // Steps a millisecond; a wall that is entered reverses one axis, unless the cell beside the step is a wall
 // too.
-void StepAtWall(const QEV_PTEmittor& emitter, const FrameStep& step, Walker& walker) {
-    const float px = walker.x;
-    const float py = walker.y;
-    walker.x += step.k * walker.velocityX;
-    walker.y += step.k * walker.velocityY;
+void StepAtWall(const QEV_PTEmittor& emitter, double k, Walker& walker) {
+    const double px = walker.x;
+    const double py = walker.y;
+    walker.x += k * walker.velocityX;
+    walker.y += k * walker.velocityY;
     if (!IsWall(walker.x, walker.y)) return;
-    const float ix = std::trunc(walker.x);
-    const float iy = std::trunc(walker.y);
-    if (std::abs(iy - 0.5F - py) < std::abs(ix - 0.5F - px)) {
-        if (IsWall(walker.x + (walker.velocityX > 0.0F ? -0.5F : 0.5F), walker.y)) return;
+    const double ix = std::trunc(walker.x);
+    const double iy = std::trunc(walker.y);
+    if (std::abs(iy - 0.5 - py) < std::abs(ix - 0.5 - px)) {
+        if (IsWall(walker.x + (walker.velocityX > 0.0 ? -0.5 : 0.5), walker.y)) return;
         walker.x = px;
-        walker.velocityX *= emitter.bounce;
+        walker.velocityX *= static_cast<double>(emitter.bounce);
     } else {
-        if (IsWall(walker.x, walker.y + (walker.velocityY > 0.0F ? -0.5F : 0.5F))) return;
+        if (IsWall(walker.x, walker.y + (walker.velocityY > 0.0 ? -0.5 : 0.5))) return;
         walker.y = py;
-        walker.velocityY *= emitter.bounce;
+        walker.velocityY *= static_cast<double>(emitter.bounce);
     }
 }
 
@@ -108,31 +109,34 @@ struct Obstacles {
 };
 
 // Whether the object's centre lies inside the box spanned by two points and widened by the object's radius.
-bool InBox(const WorldObject& object, float x1, float y1, float x2, float y2) {
-    const float r = object.size;
-    return std::min(x1, x2) - r < object.x && object.x < std::max(x1, x2) + r &&
-           std::min(y1, y2) - r < object.y && object.y < std::max(y1, y2) + r;
+bool InBox(const WorldObject& object, double x1, double y1, double x2, double y2) {
+    const double x = static_cast<double>(object.x);
+    const double y = static_cast<double>(object.y);
+    const double r = static_cast<double>(object.size);
+    return std::min(x1, x2) - r < x && x < std::max(x1, x2) + r && std::min(y1, y2) - r < y &&
+           y < std::max(y1, y2) + r;
 }
 
-bool MeetsObject(const Obstacles& obstacles, float x, float y, float toX, float toY) {
+bool MeetsObject(const Obstacles& obstacles, double x, double y, double toX, double toY) {
     bool met = false;
     obstacles.ForEach([&](const WorldObject& object) { met = met || InBox(object, x, y, toX, toY); });
     return met;
 }
 
 // After a step that has been made: every object ahead pushes back one axis.
-void AnswerObjects(const QEV_PTEmittor& emitter, const FrameStep& step, const Obstacles& obstacles,
-                   Walker& walker) {
-    const float dx = step.k * walker.velocityX;
-    const float dy = step.k * walker.velocityY;
+void AnswerObjects(const QEV_PTEmittor& emitter, double k, const Obstacles& obstacles, Walker& walker) {
+    const double dx = k * walker.velocityX;
+    const double dy = k * walker.velocityY;
     obstacles.ForEach([&](const WorldObject& object) {
         if (!InBox(object, walker.x, walker.y, walker.x + dx, walker.y + dy)) return;
-        if (std::abs(walker.x - object.x) <= std::abs(walker.y - object.y)) {
+        const double besideX = std::abs(walker.x - static_cast<double>(object.x));
+        const double besideY = std::abs(walker.y - static_cast<double>(object.y));
+        if (besideX <= besideY) {
             walker.y -= dy;
-            walker.velocityY *= emitter.bounce;
+            walker.velocityY *= static_cast<double>(emitter.bounce);
         } else {
             walker.x -= dx;
-            walker.velocityX *= emitter.bounce;
+            walker.velocityX *= static_cast<double>(emitter.bounce);
         }
     });
 }
@@ -140,14 +144,15 @@ void AnswerObjects(const QEV_PTEmittor& emitter, const FrameStep& step, const Ob
 void StepThroughFrame(const QEV_PTEmittor& emitter, const FrameStep& step, const Obstacles& obstacles,
                       Walker& walker) {
     const bool seesWalls = emitter.collision != QEV_PTEmittor::Objects;
+    const double k = static_cast<double>(step.k);
     for (std::uint32_t ms = 0; ms < step.delta; ++ms) {
         if (seesWalls) {
-            StepAtWall(emitter, step, walker);
+            StepAtWall(emitter, k, walker);
         } else {
-            walker.x += step.k * walker.velocityX;
-            walker.y += step.k * walker.velocityY;
+            walker.x += k * walker.velocityX;
+            walker.y += k * walker.velocityY;
         }
-        AnswerObjects(emitter, step, obstacles, walker);
+        AnswerObjects(emitter, k, obstacles, walker);
     }
 }
 
@@ -159,9 +164,10 @@ void MoveOne(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t i, 
              std::uint32_t owner) {
     const bool seesWalls = emitter.collision != QEV_PTEmittor::Objects;
     const bool seesObjects = emitter.collision != QEV_PTEmittor::Walls;
-    Walker walker = {slots.x[i], slots.y[i], slots.velocityX[i], slots.velocityY[i]};
-    const float toX = walker.x + step.time * step.k * walker.velocityX;
-    const float toY = walker.y + step.time * step.k * walker.velocityY;
+    const float x = slots.x[i];
+    const float y = slots.y[i];
+    float toX = x + step.time * step.k * slots.velocityX[i];
+    float toY = y + step.time * step.k * slots.velocityY[i];
     Obstacles obstacles = {{}, owner};
     if (seesObjects) {
         const std::uint8_t sector = SectorUnder(toX, toY);
@@ -169,22 +175,24 @@ void MoveOne(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t i, 
         // Off all sectors there is no list to look at, and a particle that sees nothing else stays.
         if (sector == NoSector && !seesWalls) return;
     }
-    const bool hitsWall = seesWalls && CrossesWall(walker.x, walker.y, toX, toY);
-    const bool hitsObject = MeetsObject(obstacles, walker.x, walker.y, toX, toY);
-    slots.previousX[i] = walker.x;
-    slots.previousY[i] = walker.y;
+    const bool hitsWall = seesWalls && CrossesWall(x, y, toX, toY);
+    const bool hitsObject = MeetsObject(obstacles, x, y, toX, toY);
     if (hitsWall || hitsObject) {
         if (hitsWall && (emitter.dietype & QEV_PTEmittor::DiesAtWall)) slots.alive[i] = 0;
         if (hitsObject && (emitter.dietype & QEV_PTEmittor::DiesAtObject)) slots.alive[i] = 0;
+        Walker walker = {x, y, slots.velocityX[i], slots.velocityY[i]};
         StepThroughFrame(emitter, step, obstacles, walker);
-    } else {
-        walker.x = toX;
-        walker.y = toY;
+        toX = static_cast<float>(walker.x);
+        toY = static_cast<float>(walker.y);
+        slots.velocityX[i] = static_cast<float>(walker.velocityX);
+        slots.velocityY[i] = static_cast<float>(walker.velocityY);
     }
-    slots.x[i] = walker.x;
-    slots.y[i] = walker.y;
-    slots.velocityX[i] = walker.velocityX * step.d;
-    slots.velocityY[i] = walker.velocityY * step.d;
+    slots.previousX[i] = x;
+    slots.previousY[i] = y;
+    slots.x[i] = toX;
+    slots.y[i] = toY;
+    slots.velocityX[i] *= step.d;
+    slots.velocityY[i] *= step.d;
 }
 
 } // namespace

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t BlockSize = ParticleSlots::BlockSize;
 
 // A bounce with more speed than this ends the frame's motion at the floor.
-constexpr float RestingSpeed = 1e-23F;
+constexpr double RestingSpeed = 1e-23;
 
 void Glide(float* __restrict place, float* __restrict previous, float* __restrict velocity, std::size_t count,
            const FrameStep& step) {
@@ -30,43 +30,43 @@ void Glide(float* __restrict place, float* __restrict previous, float* __restric
 // Which slots of a block have reached the floor.
 using FloorMarks = std::array<std::uint8_t, BlockSize>;
 
-// Goes through the frame at the floor from where it began. A step that changes nothing would change nothing
-// in all that follow.
+// Goes through the frame at the floor from where it began; in double precision, so that two hundred steps
+// round no more than one does. A step that changes nothing would change nothing in all that follow.
 void FallOnFloor(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t slot,
                  const FrameStep& step) {
-    const float size = slots.size[slot];
-    const float rest = emitter.gravborder ? size : 0.0F;
-    const float pull = step.k * emitter.gravpower;
-    float z = slots.z[slot];
-    float velocity = slots.velocityZ[slot];
+    const double size = slots.size[slot];
+    const double rest = emitter.gravborder ? size : 0.0;
+    const double pull = static_cast<double>(step.k) * static_cast<double>(emitter.gravpower);
+    double z = slots.z[slot];
+    double velocity = slots.velocityZ[slot];
     for (std::uint32_t ms = 0; ms < step.delta; ++ms) {
-        const float before = z;
-        const float speedBefore = velocity;
+        const double before = z;
+        const double speedBefore = velocity;
         velocity -= pull;
         z += velocity;
         if (z < size) {
             z = rest;
-            velocity *= emitter.bounce;
+            velocity *= static_cast<double>(emitter.bounce);
             if (std::abs(velocity) >= RestingSpeed) break;
         }
         if (z == before && velocity == speedBefore) break;
     }
-    slots.z[slot] = z;
-    slots.velocityZ[slot] = velocity;
+    slots.z[slot] = static_cast<float>(z);
+    slots.velocityZ[slot] = static_cast<float>(velocity);
 }
 
 void SinkToFloor(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t slot,
                  const FrameStep& step) {
-    const float size = slots.size[slot];
-    const float rest = emitter.gravborder ? size : 0.0F;
-    float z = slots.z[slot];
+    const double size = slots.size[slot];
+    const double rest = emitter.gravborder ? size : 0.0;
+    double z = slots.z[slot];
     for (std::uint32_t ms = 0; ms < step.delta; ++ms) {
-        const float before = z;
-        z -= emitter.gravpower;
+        const double before = z;
+        z -= static_cast<double>(emitter.gravpower);
         if (z < size) z = rest;
         if (z == before) break;
     }
-    slots.z[slot] = z;
+    slots.z[slot] = static_cast<float>(z);
 }
 
 using FloorStep = void (*)(const QEV_PTEmittor&, ParticleSlots&, std::size_t, const FrameStep&);

@@ -77,6 +77,7 @@ protected:
 class DataFormats : public testing::Test {
 protected:
     DataFormats() {
+        setenv("SDL_AUDIODRIVER", "dummy", 1);
         for (const auto& entry : std::filesystem::directory_iterator(QUARVELLO_SOURCE_DIR "/data")) {
             const std::string name = entry.path().filename();
             // Folders that examples add files to are copied, the others linked.
@@ -189,8 +190,6 @@ TEST_F(DataFormats, Skin) {
 }
 
 TEST_F(DataFormats, MapWithCreatureAndParticles) {
-    // The device is the dummy one, so that the music loads.
-    setenv("SDL_AUDIODRIVER", "dummy", 1);
     audio.Load("config.cfg");
     std::remove("log.txt");
     MapScene scene;

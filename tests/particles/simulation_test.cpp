@@ -63,6 +63,13 @@ QEV_PTEmittor MakeEmitter() {
     return e;
 }
 
+// The same table and cursors for every run.
+void LoadDice() {
+    std::srand(11);
+    randomTable.cursors.fill(0);
+    randomTable.Fill();
+}
+
 PlainParticle PlainCopy(const Particle& p) {
     PlainParticle q;
     q.place = {p.x, p.y, p.z};
@@ -103,7 +110,7 @@ double Deviation(const PlainParticle& a, const PlainParticle& b, double farthest
 class Pair {
 public:
     Pair(const QEV_PTEmittor& emitter, std::uint32_t owner)
-        : plain((std::srand(11), randomTable.Fill(), emitter), owner, {-6.4, -5.3, 1.5}, {0.3, 1, 0.2}) {
+        : plain((LoadDice(), emitter), owner, {-6.4, -5.3, 1.5}, {0.3, 1, 0.2}) {
         effect.owner = owner;
         effect.position = {-6.4F, -5.3F, 1.5F};
         effect.direction = {0.3F, 1, 0.2F};
