@@ -87,9 +87,9 @@ protected:
             else if (entry.is_directory())
                 folder.LinkData(name.c_str());
         }
+        OpenGlWindow(); // writes settings of its own
         for (const auto& [name, text] : Examples())
             WriteFile(name, text);
-        OpenGlWindow();
         std::remove("log.txt");
     }
 

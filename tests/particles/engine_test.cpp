@@ -316,7 +316,9 @@ TEST_F(Engine, UpdateAndDrawAllocateNothing) {
     // The driver is a C++ program too and may allocate when it flushes what was drawn; without it nothing
     // may.
     EXPECT_EQ(Allocations() - before - drawing, 0);
+#ifndef __SANITIZE_ADDRESS__ // under which it allocates with every flush
     EXPECT_EQ(drawing, 0);
+#endif
 }
 
 TEST_F(Engine, ReloadsPicturesAndReleasesAll) {
