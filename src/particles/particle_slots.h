@@ -61,7 +61,7 @@ public:
 private:
     static constexpr std::align_val_t Alignment{64};
     struct FreeMemory {
-        void operator()(std::byte* memory) const { ::operator delete(memory, Alignment); }
+        void operator()(std::byte* bytes) const { ::operator delete(bytes, Alignment); }
     };
 
     void Spread(std::size_t stride);
