@@ -67,7 +67,7 @@ public:
     explicit Plain(const QEV_PTEmittor& newEmitter)
         : emitter(newEmitter),
           count(static_cast<std::size_t>(newEmitter.particleNum)) {
-        for (auto* array : {&x, &y, &z, &px, &py, &pz, &vx, &vy, &vz, &t, &rota, &size})
+        for (auto* array : {&x, &y, &z, &px, &py, &pz, &vx, &vy, &vz, &t, &rota, &size, &newZ})
             array->resize(count);
         colour.resize(count);
         age.resize(count);
@@ -186,15 +186,16 @@ private:
         float* __restrict velocity = vz.data();
         const float* __restrict s = size.data();
         std::uint8_t* __restrict mark = below.data();
+        float* __restrict next = newZ.data();
         for (std::size_t i = 0; i < count; ++i) {
-            const float speed = velocity[i] - pull;
-            const float next = place[i] + speed * static_cast<float>(Delta);
-            const bool above = next >= s[i];
             previous[i] = place[i];
-            place[i] = above ? next : place[i];
-            velocity[i] = above ? speed : velocity[i];
-            mark[i] = !above;
+            next[i] = place[i] + (velocity[i] - pull) * static_cast<float>(Delta);
+            mark[i] = !(next[i] >= s[i]);
         }
+        for (std::size_t i = 0; i < count; ++i)
+            place[i] = next[i] >= s[i] ? next[i] : place[i];
+        for (std::size_t i = 0; i < count; ++i)
+            velocity[i] = next[i] >= s[i] ? velocity[i] - pull : velocity[i];
         for (std::size_t i = 0; i < count; ++i) {
             if (!mark[i]) continue;
             for (std::uint32_t ms = 0; ms < Delta; ++ms) {
@@ -210,7 +211,7 @@ private:
 
     const QEV_PTEmittor& emitter;
     std::size_t count;
-    std::vector<float> x, y, z, px, py, pz, vx, vy, vz, t, rota, size;
+    std::vector<float> x, y, z, px, py, pz, vx, vy, vz, t, rota, size, newZ;
     std::vector<ParticleColour> colour;
     std::vector<std::uint32_t> age;
     std::vector<std::int32_t> frame;

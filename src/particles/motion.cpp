@@ -90,17 +90,19 @@ void Fall(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, 
     float* __restrict velocity = slots.velocityZ + from;
     const float* __restrict size = slots.size + from;
     FloorMarks marks;
+    std::array<float, BlockSize> newZ;
     std::uint8_t any = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const float newVelocity = velocity[i] - pull;
-        const float newZ = z[i] + newVelocity * time;
-        const bool above = newZ >= size[i];
         previous[i] = z[i];
-        z[i] = above ? newZ : z[i];
-        velocity[i] = above ? newVelocity : velocity[i];
-        marks[i] = !above;
+        newZ[i] = z[i] + (velocity[i] - pull) * time;
+        marks[i] = !(newZ[i] >= size[i]);
         any |= marks[i];
     }
+    // One choice to a loop: two in one make the compiler branch.
+    for (std::size_t i = 0; i < count; ++i)
+        z[i] = newZ[i] >= size[i] ? newZ[i] : z[i];
+    for (std::size_t i = 0; i < count; ++i)
+        velocity[i] = newZ[i] >= size[i] ? velocity[i] - pull : velocity[i];
     if (any) StepAtFloor(emitter, slots, from, count, step, marks, FallOnFloor);
 }
 
