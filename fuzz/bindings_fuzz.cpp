@@ -2,12 +2,12 @@
 // other.
 #include "config/config_file.h"
 #include "input/key_bindings.h"
+#include "own_folder.h"
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -22,8 +22,7 @@ void CheckTree(const KeyBindings& bindings) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    char name[] = "/tmp/quarvello-fuzz-XXXXXX";
-    if (!mkdtemp(name) || chdir(name) != 0) std::abort();
+    EnterOwnFolder();
     return 0;
 }
 

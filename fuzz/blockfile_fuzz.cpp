@@ -2,13 +2,13 @@
 // back.
 #include "config/config_reader.h"
 #include "config/config_writer.h"
+#include "own_folder.h"
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -33,9 +33,7 @@ void Walk(ConfigFile& file) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    // The log and the rewritten files lie in a folder of their own.
-    char name[] = "/tmp/quarvello-fuzz-XXXXXX";
-    if (!mkdtemp(name) || chdir(name) != 0) std::abort();
+    EnterOwnFolder();
     return 0;
 }
 

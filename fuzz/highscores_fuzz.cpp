@@ -3,13 +3,13 @@
 #include "config/config_file.h"
 #include "config/config_writer.h"
 #include "game/high_scores.h"
+#include "own_folder.h"
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -23,8 +23,7 @@ void CheckOrder(const HighScoreTable& table) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    char name[] = "/tmp/quarvello-fuzz-XXXXXX";
-    if (!mkdtemp(name) || chdir(name) != 0) std::abort();
+    EnterOwnFolder();
     return 0;
 }
 

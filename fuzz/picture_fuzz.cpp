@@ -2,6 +2,7 @@
 // check and to the image library; everything else goes the way of the game, into a contained run.
 #include "graphics/picture.h"
 #include "graphics/png_check.h"
+#include "own_folder.h"
 
 #include <IL/il.h>
 
@@ -10,7 +11,6 @@
 #include <cstring>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -56,8 +56,7 @@ void CheckResult(ILenum error, const Picture& picture) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    char name[] = "/tmp/quarvello-fuzz-XXXXXX";
-    if (!mkdtemp(name) || chdir(name) != 0) std::abort();
+    EnterOwnFolder();
     ilInit();
     return 0;
 }

@@ -3,15 +3,14 @@
 #include "config/config_reader.h"
 #include "gui/button.h"
 #include "gui/manager.h"
+#include "own_folder.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 
 namespace {
 
@@ -27,8 +26,7 @@ void HidePictures(std::string& text) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    char name[] = "/tmp/quarvello-fuzz-XXXXXX";
-    if (!mkdtemp(name) || chdir(name) != 0) std::abort();
+    EnterOwnFolder();
     return 0;
 }
 

@@ -1,6 +1,7 @@
 // The glow of the menu; see radial_glow.h.
 #include "frontend/radial_glow.h"
 
+#include "graphics/flat_screen.h"
 #include "graphics/video.h"
 
 constinit float glowLevel = 0.0F;
@@ -11,28 +12,6 @@ constexpr float MaxLevel = 20.0F;
 constexpr std::uint16_t EnoughFrames = 60; // a second
 constexpr float Step = 0.03F;              // by which each copy is larger, of the texture's side
 constexpr float FirstAlpha = 0.2F;
-
-// Two matrices for a flat screen of 640 x 480 units with the origin at the top left, put back at the end.
-class FlatScreen {
-public:
-    FlatScreen() {
-        glMatrixMode(GL_PROJECTION);
-        glPushMatrix();
-        glLoadIdentity();
-        glOrtho(0.0, 640.0, 480.0, 0.0, -1.0, 1.0);
-        glMatrixMode(GL_MODELVIEW);
-        glPushMatrix();
-        glLoadIdentity();
-    }
-    FlatScreen(const FlatScreen&) = delete;
-    FlatScreen& operator=(const FlatScreen&) = delete;
-    ~FlatScreen() {
-        glMatrixMode(GL_PROJECTION);
-        glPopMatrix();
-        glMatrixMode(GL_MODELVIEW);
-        glPopMatrix();
-    }
-};
 
 // The whole screen, showing the texture without a border of the given width.
 void DrawCopy(float border) {
@@ -96,7 +75,7 @@ void RadialGlow::Draw() const {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE);
     glBindTexture(GL_TEXTURE_2D, texture);
     {
-        const FlatScreen screen;
+        const FlatScreen screen(640.0, 480.0, 0.0);
         glBegin(GL_QUADS);
         for (int k = 0; k < copies; ++k) {
             const auto copy = static_cast<float>(k);

@@ -1,6 +1,7 @@
 // The bitmap font; see font.h.
 #include "graphics/font.h"
 
+#include "graphics/flat_screen.h"
 #include "graphics/video.h"
 
 #include <algorithm>
@@ -55,29 +56,6 @@ void CompileGlyph(GLuint list, int cell) {
     glTranslated(Advance, 0, 0);
     glEndList();
 }
-
-// A flat screen of the given size with the pen at (x, y) from the lower left, while the object lives.
-class FlatScreen {
-public:
-    FlatScreen(double width, double height, double x, double y) {
-        glMatrixMode(GL_PROJECTION);
-        glPushMatrix();
-        glLoadIdentity();
-        glOrtho(0, width, 0, height, -1, 1);
-        glMatrixMode(GL_MODELVIEW);
-        glPushMatrix();
-        glLoadIdentity();
-        glTranslated(x, y, 0);
-    }
-    FlatScreen(const FlatScreen&) = delete;
-    FlatScreen& operator=(const FlatScreen&) = delete;
-    ~FlatScreen() {
-        glMatrixMode(GL_PROJECTION);
-        glPopMatrix();
-        glMatrixMode(GL_MODELVIEW);
-        glPopMatrix();
-    }
-};
 
 // The box shows its own colour alone, whatever texture is bound.
 void DrawBox(int width) {
@@ -150,7 +128,8 @@ void Font::PrintBoxed(int x, int y, int set, const char* format, ...) const {
     const int length = FormatText(text, format, arguments);
     va_end(arguments);
     {
-        const FlatScreen screen(video.Width(), video.Height(), x, video.Height() - y);
+        const FlatScreen screen(video.Width(), 0.0, video.Height());
+        glTranslated(x, video.Height() - y, 0);
         glEnable(GL_BLEND);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         DrawBox(length * BoxWidth);
@@ -171,7 +150,8 @@ void Font::PrintVirtual(double x, double y, int set, GLenum destination, const c
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, destination);
     {
-        const FlatScreen screen(VirtualWidth, VirtualHeight, x, TopPen - y);
+        const FlatScreen screen(VirtualWidth, 0.0, VirtualHeight);
+        glTranslated(x, TopPen - y, 0);
         CallGlyphs(text.data(), length, set);
     }
     glDisable(GL_BLEND);
