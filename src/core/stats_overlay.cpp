@@ -4,17 +4,9 @@
 #include "core/frame_clock.h"
 #include "core/version.h"
 #include "graphics/font.h"
+#include "graphics/video.h"
 
 #include <GL/gl.h>
-
-namespace {
-
-const char* DriverText(GLenum name) {
-    const GLubyte* text = glGetString(name);
-    return text ? reinterpret_cast<const char*>(text) : "";
-}
-
-} // namespace
 
 void StatsOverlay() {
     glDisable(GL_CULL_FACE);

@@ -31,11 +31,6 @@ constexpr double FarPlane = 230.0;
     std::exit(1);
 }
 
-const char* DriverText(GLenum name) {
-    const auto* text = reinterpret_cast<const char*>(glGetString(name));
-    return text ? text : "";
-}
-
 // One numbered line for each of the names, which stand behind each other with a blank after each.
 std::string NumberedExtensions(const std::string& names) {
     std::string lines = "\t\t[1] - ";
@@ -66,6 +61,11 @@ void SetInitialState() {
 }
 
 } // namespace
+
+const char* DriverText(GLenum name) {
+    const auto* text = reinterpret_cast<const char*>(glGetString(name));
+    return text ? text : "";
+}
 
 void QEV_Video::Load(const char* path) {
     LogWrite("QEV_Video::Load(%s) - loading video parameters\n", path);
@@ -126,8 +126,7 @@ void QEV_Video::OpenVideo() {
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 2);
 }
 
-bool QEV_Video::SetGLMode(int newWidth, int newHeight, bool newFullscreen, int newBpp) {
-    const QEV_Video before = *this;
+void QEV_Video::SetGLMode(int newWidth, int newHeight, bool newFullscreen, int newBpp) {
     if (newWidth == 0 || newHeight == 0) {
         LogWrite("QEV_Video::SetGLMode(%d,%d,%d,%d) - Incorrect video mode parameters, setting default\n",
                  newWidth, newHeight, static_cast<int>(newFullscreen), newBpp);
@@ -142,40 +141,28 @@ bool QEV_Video::SetGLMode(int newWidth, int newHeight, bool newFullscreen, int n
     halfWidth = width / 2;
     halfHeight = height / 2;
     bpp = newBpp;
-    if (OpenWindow()) return true;
-    if (before.generation == 0) EndProgram();
-    ReturnTo(before);
-    return false;
+    OpenWindow();
+    CountContext();
+    glShadeModel(GL_SMOOTH);
+    glViewport(0, 0, width, height);
+    ApplyProjection();
 }
 
-bool QEV_Video::SetMode(int newWidth, int newHeight, bool newFullscreen) {
-    const bool set = SetGLMode(newWidth, newHeight, newFullscreen, bpp);
+void QEV_Video::SetMode(int newWidth, int newHeight, bool newFullscreen) {
+    SetGLMode(newWidth, newHeight, newFullscreen, bpp);
     SetInitialState();
-    return set;
 }
 
-bool QEV_Video::OpenWindow() {
+void QEV_Video::OpenWindow() const {
     LogWrite("QEV_Video::SetGLMode() Setting video mode: %dx%dx%d f=%d \n", width, height, bpp,
              static_cast<int>(fullscreen));
     SDL_WM_SetCaption("Quarvello", nullptr);
     const Uint32 screen = fullscreen ? SDL_FULLSCREEN : 0U;
     if (!SDL_SetVideoMode(width, height, bpp, SDL_OPENGL | screen)) {
         LogWrite("QEV_Video::SetGLMode() - \t[FAILED] OpenGL initialisation: %s\n", SDL_GetError());
-        return false;
+        EndProgram();
     }
     LogWrite("QEV_Video::SetGLMode() - \t[OK] OpenGL Initialisation\n");
-    CountContext();
-    glShadeModel(GL_SMOOTH);
-    glViewport(0, 0, width, height);
-    ApplyProjection();
-    return true;
-}
-
-// SDL normally leaves the window of the mode before as it was. Where it has gone, it is opened again; a
-// program without any window ends.
-void QEV_Video::ReturnTo(const QEV_Video& before) {
-    *this = before;
-    if (!SDL_GetVideoSurface() && !OpenWindow()) EndProgram();
 }
 
 // A list made in the context before shows whether this is still the same one.

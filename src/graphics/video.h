@@ -3,6 +3,8 @@
 // and writer.
 #pragma once
 
+#include <GL/gl.h>
+
 class ConfigFile;
 
 class QEV_Video {
@@ -19,13 +21,11 @@ public:
     void SetDefaults();
 
     // Sets the mode and the projection. A width or height of 0 is replaced by 640 x 480, 32 bits, full
-    // screen; all other values go to SDL as they are. The first window that cannot be opened ends the
-    // program. Later, when there is a mode to keep, a refused one is logged, the mode before stays (sizes
-    // included) and the result is false. True: the mode is set, its context generation is new, and textures
-    // and lists have to be rebuilt.
-    bool SetGLMode(int newWidth, int newHeight, bool newFullscreen, int newBpp);
+    // screen; all other values go to SDL as they are. A mode that cannot be set is logged and ends the
+    // program with status 1. Afterwards the context generation is new: textures and lists have to be rebuilt.
+    void SetGLMode(int newWidth, int newHeight, bool newFullscreen, int newBpp);
     // The same at run time, with the current depth; sets the initial state again too.
-    bool SetMode(int newWidth, int newHeight, bool newFullscreen);
+    void SetMode(int newWidth, int newHeight, bool newFullscreen);
 
     // Writes the block "video" of the file at `path`.
     void Save(const char* path) const;
@@ -53,8 +53,7 @@ public:
 
 private:
     void OpenVideo();
-    bool OpenWindow();
-    void ReturnTo(const QEV_Video& before);
+    void OpenWindow() const;
     void CountContext();
     void ApplyProjection() const;
 
@@ -71,3 +70,6 @@ private:
 };
 
 extern QEV_Video video;
+
+// What the driver says of itself (GL_VENDOR, GL_RENDERER, GL_VERSION or GL_EXTENSIONS); "" without a context.
+const char* DriverText(GLenum name);
