@@ -67,6 +67,26 @@ bool IsKeyLine(std::string_view line, std::string_view key) {
            platform::CompareNoCase(line.data(), key.data(), key.size()) == 0;
 }
 
+// Where a search ends that finds nothing.
+enum class Until { EndOfFile, ClosingTag };
+
+// Reads on up to the first line that `wanted` takes; the last line read stays in lineBuffer.
+template<class Wanted> bool Search(ConfigFile& file, Until until, Wanted wanted) {
+    if (file.AtEnd()) return false;
+    std::string_view line;
+    bool found = false;
+    do {
+        line = NextLine(file);
+        found = wanted(line);
+    } while (!found && !file.AtEnd() && (until == Until::EndOfFile || !IsClosingTag(line)));
+    KeepLine(line);
+    return found;
+}
+
+bool SearchTag(ConfigFile& file, Until until, std::string_view open, const char* name) {
+    return Search(file, until, [open, name](std::string_view line) { return IsTag(line, open, name); });
+}
+
 // Where a key's number begins in lineBuffer, or null.
 const char* FindNumber(const char* key, ConfigFile* file) {
     if (!INI_FindKey(key, file)) return nullptr;
@@ -83,54 +103,27 @@ const char* INI_NextLine(ConfigFile* file) {
 bool INI_FindBlock(const char* name, ConfigFile* file) {
     if (!file) return false;
     file->Seek(0);
-    while (!file->AtEnd()) {
-        const std::string_view line = NextLine(*file);
-        if (IsTag(line, "<", name)) {
-            KeepLine(line);
-            return true;
-        }
-    }
-    return false;
+    return SearchTag(*file, Until::EndOfFile, "<", name);
 }
 
 bool INI_FindNextBlock(const char* name, ConfigFile* file) {
     if (!file) return false;
     const std::size_t start = file->Position();
-    while (!file->AtEnd()) {
-        const std::string_view line = NextLine(*file);
-        if (IsTag(line, "<", name)) {
-            KeepLine(line);
-            return true;
-        }
-        if (IsClosingTag(line)) break;
-    }
-    file->Seek(start);
-    return false;
+    const bool found = SearchTag(*file, Until::ClosingTag, "<", name);
+    if (!found) file->Seek(start);
+    return found;
 }
 
 bool INI_SkipBlock(const char* name, ConfigFile* file) {
-    if (!file) return false;
-    while (!file->AtEnd()) {
-        const std::string_view line = NextLine(*file);
-        if (IsTag(line, "</", name)) {
-            KeepLine(line);
-            return true;
-        }
-    }
-    return false;
+    return file && SearchTag(*file, Until::EndOfFile, "</", name);
 }
 
 bool INI_FindKey(const char* key, ConfigFile* file) {
     if (!file) return false;
-    const std::string_view wanted = key;
     const std::size_t start = file->Position();
-    bool found = false;
-    while (!found && !file->AtEnd()) {
-        const std::string_view line = NextLine(*file);
-        found = IsKeyLine(line, wanted);
-        if (found) KeepLine(line);
-        if (IsClosingTag(line)) break;
-    }
+    const std::string_view wanted = key;
+    const bool found =
+        Search(*file, Until::ClosingTag, [wanted](std::string_view line) { return IsKeyLine(line, wanted); });
     file->Seek(start);
     return found;
 }
