@@ -4,10 +4,10 @@
 #include "config/config_reader.h"
 #include "config/config_writer.h"
 #include "core/log.h"
+#include "platform/file_stream.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 constinit QEV_Audio audio;
 
@@ -28,13 +28,6 @@ bool MixerCanTake(int rate, std::uint16_t format, int channels, int buffers) {
         0, AUDIO_U8, AUDIO_S8, AUDIO_U16LSB, AUDIO_S16LSB, AUDIO_U16MSB, AUDIO_S16MSB};
     return rate >= 0 && rate <= HighestRate && channels >= 0 && buffers >= 0 && buffers <= LargestBuffer &&
            std::find(Formats.begin(), Formats.end(), format) != Formats.end();
-}
-
-bool CanBeRead(const char* path) {
-    std::FILE* file = std::fopen(path, "rb");
-    if (!file) return false;
-    std::fclose(file);
-    return true;
 }
 
 // "sounds/move.wav" gives "sounds/HQ_move.wav"; a name without a folder has no variant and gives nothing.
@@ -126,7 +119,7 @@ AudioSample* QEV_Audio::Sample_Add(const char* name) {
     std::string chosen = name;
     if (highQuality) {
         std::string candidate = HighQualityName(chosen);
-        if (!candidate.empty() && CanBeRead(candidate.c_str())) chosen = std::move(candidate);
+        if (!candidate.empty() && platform::OpenFile(candidate.c_str(), "rb")) chosen = std::move(candidate);
     }
     if (AudioSample* known = Sample_Find(chosen.c_str())) return known;
 

@@ -1,11 +1,12 @@
 // A configuration file in memory; see config_file.h.
 #include "config/config_file.h"
 
+#include "platform/file_stream.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 
 namespace {
 
@@ -18,10 +19,7 @@ const char* Find(char byte, const char* from, const char* to) {
 } // namespace
 
 ConfigFile::ConfigFile(const char* path) {
-    struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    const std::unique_ptr<std::FILE, CloseFile> file(path ? std::fopen(path, "rb") : nullptr);
+    const platform::FileStream file = platform::OpenFile(path, "rb");
     if (!file) return;
     std::array<char, 16384> chunk;
     while (const std::size_t got = std::fread(chunk.data(), 1, chunk.size(), file.get()))

@@ -40,6 +40,7 @@ void INI_Writer::WriteExistantFile(const char* newPath, const char* block) {
         LogWrite("INI_Writer::WriteExistantFile [ERROR] - The specified blockname (%s) or filename (%s) are "
                  "incorrect\n",
                  block ? block : "", newPath ? newPath : "");
+        Close();
         return;
     }
     if (output) {
@@ -61,7 +62,7 @@ void INI_Writer::WriteExistantFile(const char* newPath, const char* block) {
     path = newPath;
     blockName = block;
     temporaryName = TemporaryNameFor(path);
-    output.reset(std::fopen(temporaryName.c_str(), "w"));
+    output = platform::OpenFile(temporaryName.c_str(), "w");
     if (!output) {
         LogWrite("INI_Writer::WriteExistantFile [ERROR] - Cannot write to the output file %s\n",
                  temporaryName.c_str());

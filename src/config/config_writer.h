@@ -4,9 +4,8 @@
 #pragma once
 
 #include "config/config_file.h"
+#include "platform/file_stream.h"
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,7 @@ public:
 
     // Starts the rewrite of `block` in the file `path`; what the block held is replaced by what is written
     // until Close. A missing block is appended, a missing file created. Failures are logged and leave the
-    // writer closed.
+    // writer closed. A rewrite that is still under way is finished first.
     void WriteExistantFile(const char* path, const char* block);
 
     // One key line each. Without a rewrite under way they log a warning and write nothing.
@@ -41,17 +40,13 @@ public:
     void Close();
 
 private:
-    struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
     bool Ready() const;
     void WriteValue(const char* key, std::string_view value);
     void CloseInnermost();
     void KeepDamagedFile() const;
     bool FinishOutput();
 
-    std::unique_ptr<std::FILE, CloseFile> output;
+    platform::FileStream output;
     std::string text; // the new file's content so far
     std::vector<std::string> openBlocks;
     ConfigFile input;

@@ -1,21 +1,18 @@
 // The log file; see log.h.
 #include "core/log.h"
 
+#include "platform/file_stream.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
-#include <memory>
 
 namespace {
 
 constexpr char LogName[] = "log.txt";
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-std::unique_ptr<std::FILE, CloseFile> OpenLog() {
-    return std::unique_ptr<std::FILE, CloseFile>(std::fopen(LogName, "a"));
+platform::FileStream OpenLog() {
+    return platform::OpenFile(LogName, "a");
 }
 
 } // namespace

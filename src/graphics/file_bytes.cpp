@@ -1,18 +1,12 @@
 // The bytes of a whole file; see file_bytes.h.
 #include "graphics/file_bytes.h"
 
+#include "platform/file_stream.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <new>
 #include <system_error>
-
-namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-} // namespace
 
 FileBytes::FileBytes(const char* path) {
     // A folder opens as a file does and a pipe would be waited for, so both are turned away first.
@@ -20,7 +14,7 @@ FileBytes::FileBytes(const char* path) {
     if (!std::filesystem::is_regular_file(path, error)) return;
     const auto length = std::filesystem::file_size(path, error);
     if (error || length > MaxSize) return;
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path, "rb"));
+    const platform::FileStream file = platform::OpenFile(path, "rb");
     if (!file) return;
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
     std::unique_ptr<std::byte[]> read(new (std::nothrow) std::byte[static_cast<std::size_t>(length) + 1]);

@@ -17,6 +17,8 @@ std::optional<std::vector<std::byte>> RunContained(ContainedWork work, const voi
 
 #else
 
+#include "platform/file_stream.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
@@ -66,10 +68,8 @@ private:
 // Addresses that the program uses, in bytes; 0 when the system does not tell.
 std::size_t UsedMemory() {
     unsigned long long pages = 0;
-    if (std::FILE* file = std::fopen("/proc/self/statm", "r")) {
-        if (std::fscanf(file, "%llu", &pages) != 1) pages = 0;
-        std::fclose(file);
-    }
+    const platform::FileStream file = platform::OpenFile("/proc/self/statm", "r");
+    if (file && std::fscanf(file.get(), "%llu", &pages) != 1) pages = 0;
     return static_cast<std::size_t>(pages) * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
