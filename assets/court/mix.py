@@ -7,6 +7,7 @@ import numpy as np
 from PIL import Image
 from scipy import ndimage
 
+import paint
 from colour import from_linear
 from . import light, model, packing
 
@@ -127,5 +128,5 @@ def texture(court, work):
 
 def write(court, work, path):
     pixels = (np.clip(texture(court, work), 0, 1) * 255 + .5).astype(np.uint8)
-    Image.fromarray(pixels).save(path, optimize=True)
+    paint.save_png(Image.fromarray(pixels), path)
     return (pixels == 255).any(2).mean()

@@ -7,7 +7,9 @@
 
 #include <chrono>
 #include <cstring>
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -99,8 +101,8 @@ bool ConvertToBytes() {
     return plain || ilConvertImage(HasAlpha() ? IL_RGBA : IL_RGB, IL_UNSIGNED_BYTE) == IL_TRUE;
 }
 
-// Copies the bound image.
-ILenum TakeImage(Picture& picture) {
+// Describes the bound image, which holds the pixels.
+ILenum TakeImage(std::shared_ptr<const LibraryImage> image, Picture& picture) {
     Picture taken;
     taken.width = ilGetInteger(IL_IMAGE_WIDTH);
     taken.height = ilGetInteger(IL_IMAGE_HEIGHT);
@@ -117,27 +119,27 @@ ILenum TakeImage(Picture& picture) {
     if (!data || size == 0 || static_cast<std::size_t>(ilGetInteger(IL_IMAGE_SIZE_OF_DATA)) < size) {
         return IL_ILLEGAL_FILE_VALUE;
     }
-    const auto* bytes = reinterpret_cast<const std::byte*>(data);
-    taken.pixels.assign(bytes, bytes + size);
+    taken.pixels = {reinterpret_cast<const std::byte*>(data), size};
+    taken.storage = std::move(image);
     picture = std::move(taken);
     return IL_NO_ERROR;
 }
 
 // A load counts as failed when the library reports an error, even beside a picture.
-ILenum Finish(bool loaded, Picture& picture) {
+ILenum Finish(bool loaded, std::shared_ptr<const LibraryImage> image, Picture& picture) {
     const ILenum error = DrainErrors();
     if (error != IL_NO_ERROR) return error;
-    return loaded ? TakeImage(picture) : static_cast<ILenum>(IL_UNKNOWN_ERROR);
+    return loaded ? TakeImage(std::move(image), picture) : static_cast<ILenum>(IL_UNKNOWN_ERROR);
 }
 
 // Runs in the contained process.
 void DecodeFile(const void* argument, std::vector<std::byte>& result) {
     const Request& request = *static_cast<const Request*>(argument);
     DrainErrors();
-    const LibraryImage image;
+    auto image = std::make_shared<const LibraryImage>();
     Picture picture;
     const bool loaded = ilLoad(request.type, request.path) == IL_TRUE;
-    const ILenum error = Finish(loaded, picture);
+    const ILenum error = Finish(loaded, std::move(image), picture);
     const Report report{error, picture.width, picture.height, picture.bytesPerPixel, picture.format};
     result.resize(sizeof report + picture.pixels.size());
     std::memcpy(result.data(), &report, sizeof report);
@@ -147,12 +149,13 @@ void DecodeFile(const void* argument, std::vector<std::byte>& result) {
 }
 
 // What the contained process says is believed no more than the file itself.
-ILenum TakeResult(std::span<const std::byte> result, Picture& picture) {
+ILenum TakeResult(std::vector<std::byte> bytes, Picture& picture) {
+    const auto result = std::make_shared<const std::vector<std::byte>>(std::move(bytes));
     Report report{};
-    if (result.size() < sizeof report) return IL_ILLEGAL_FILE_VALUE;
-    std::memcpy(&report, result.data(), sizeof report);
+    if (result->size() < sizeof report) return IL_ILLEGAL_FILE_VALUE;
+    std::memcpy(&report, result->data(), sizeof report);
     if (report.error != IL_NO_ERROR) return report.error;
-    const std::span<const std::byte> pixels = result.subspan(sizeof report);
+    const std::span<const std::byte> pixels = std::span(*result).subspan(sizeof report);
     const int bytesPerPixel = BytesPerPixel(static_cast<ILint>(report.format));
     if (!SizeIsSane(report.width, report.height) || bytesPerPixel == 0 ||
         bytesPerPixel != report.bytesPerPixel ||
@@ -160,11 +163,7 @@ ILenum TakeResult(std::span<const std::byte> result, Picture& picture) {
                              static_cast<std::size_t>(bytesPerPixel)) {
         return IL_ILLEGAL_FILE_VALUE;
     }
-    picture.width = report.width;
-    picture.height = report.height;
-    picture.bytesPerPixel = bytesPerPixel;
-    picture.format = report.format;
-    picture.pixels.assign(pixels.begin(), pixels.end());
+    picture = {report.width, report.height, bytesPerPixel, report.format, pixels, result};
     return IL_NO_ERROR;
 }
 
@@ -174,9 +173,9 @@ ILenum DecodePng(std::span<const std::byte> file, Picture& picture) {
     const std::size_t length = WholePngLength(file);
     if (length == 0) return IL_LIB_PNG_ERROR;
     DrainErrors();
-    const LibraryImage image;
+    auto image = std::make_shared<const LibraryImage>();
     const bool loaded = ilLoadL(IL_PNG, file.data(), static_cast<ILuint>(length)) == IL_TRUE;
-    return Finish(loaded, picture);
+    return Finish(loaded, std::move(image), picture);
 }
 
 ILenum LoadPicture(ILenum type, const char* path, Picture& picture) {
@@ -185,6 +184,6 @@ ILenum LoadPicture(ILenum type, const char* path, Picture& picture) {
     if (HasPngSignature(file.Bytes())) return DecodePng(file.Bytes(), picture);
     constexpr std::size_t MaxResult = sizeof(Report) + static_cast<std::size_t>(Picture::MaxPixels) * 4;
     const Request request{type, path};
-    const auto result = platform::RunContained(DecodeFile, &request, MaxResult, Patience);
-    return result ? TakeResult(*result, picture) : static_cast<ILenum>(IL_ILLEGAL_FILE_VALUE);
+    auto result = platform::RunContained(DecodeFile, &request, MaxResult, Patience);
+    return result ? TakeResult(std::move(*result), picture) : static_cast<ILenum>(IL_ILLEGAL_FILE_VALUE);
 }

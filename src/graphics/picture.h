@@ -6,8 +6,8 @@
 #include <IL/il.h>
 
 #include <cstddef>
+#include <memory>
 #include <span>
-#include <vector>
 
 // 8 bits a channel, rows without gaps, the bottom row first.
 struct Picture {
@@ -19,7 +19,8 @@ struct Picture {
     int height = 0;
     int bytesPerPixel = 0;
     GLenum format = 0; // GL_RGB, GL_RGBA, GL_BGR, GL_BGRA, GL_LUMINANCE or GL_LUMINANCE_ALPHA
-    std::vector<std::byte> pixels;
+    std::span<const std::byte> pixels;
+    std::shared_ptr<const void> storage; // what holds the pixels
 };
 
 // Loads the picture at `path`; IL_NO_ERROR, or the image library's error code, picture unchanged. A PNG (by
