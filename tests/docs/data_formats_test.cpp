@@ -11,16 +11,13 @@
 #include "gui/window.h"
 #include "input/key_bindings.h"
 #include "particles/engine.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 #include "world/background_map.h"
 #include "world/camera.h"
 #include "world/entities.h"
 #include "world/map_loading.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
-
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -74,7 +71,7 @@ protected:
 };
 
 // Each example is written to its place in a copy of the game's folder.
-class DataFormats : public testing::Test {
+class DataFormats : public GlTest {
 protected:
     DataFormats() {
         setenv("SDL_AUDIODRIVER", "dummy", 1);
@@ -87,7 +84,6 @@ protected:
             else if (entry.is_directory())
                 folder.LinkData(name.c_str());
         }
-        OpenGlWindow(); // writes settings of its own
         for (const auto& [name, text] : Examples())
             WriteFile(name, text);
         std::remove("log.txt");
@@ -99,8 +95,6 @@ protected:
         for (const char* word : {"WARNING", "warning", "ERROR", "FAILED", "failed", "not found", "NOTICE"})
             EXPECT_EQ(log.find(word), std::string::npos) << log;
     }
-
-    TemporaryFolder folder;
 };
 
 TEST_F(DataFormats, EveryExampleIsTested) {

@@ -2,26 +2,24 @@
 #include "core/frame_clock.h"
 #include "frontend/block_menu.h"
 #include "graphics/model_store.h"
+#include "graphics/video.h"
 #include "gui/manager.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 #include "world/camera.h"
 
 #include <GL/gl.h>
 #include <GL/glu.h>
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
 
 namespace {
 
-class Boxes : public testing::Test {
+class Boxes : public GlTest {
 protected:
     void SetUp() override {
-        for (const char* folder : {"default", "models", "textures"})
-            run.LinkData(folder);
-        OpenGlWindow();
+        for (const char* name : {"models", "textures"})
+            folder.LinkData(name);
         glEnable(GL_DEPTH_TEST);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         models.Init();
@@ -73,15 +71,14 @@ protected:
     static bool IsRedNear(float x, float y) {
         for (int dx = -1; dx <= 1; ++dx) {
             for (int dy = -1; dy <= 1; ++dy) {
-                const Pixel pixel =
-                    ReadPixel(static_cast<int>(x * 640.0F) + dx, static_cast<int>(y * 480.0F) + dy);
+                const Rgba pixel = PixelAt(static_cast<int>(x * 640.0F) + dx,
+                                           Height - 1 - static_cast<int>(y * 480.0F) - dy);
                 if (pixel.red > 0 && pixel.green == 0) return true;
             }
         }
         return false;
     }
 
-    TemporaryFolder run;
     QEV_MD2loader models;
     BlockMenu menu;
 };
@@ -222,7 +219,7 @@ TEST_F(Boxes, TheGlowKeepsASmallCopyAndLeavesTheScreenClear) {
     menu.glow.BeginCapture();
     menu.DrawBoxes();
     menu.glow.EndCapture();
-    EXPECT_EQ(ReadLight(), 0.0);
+    EXPECT_EQ(Light(), 0.0);
     std::array<GLint, 4> viewport{};
     glGetIntegerv(GL_VIEWPORT, viewport.data());
     EXPECT_EQ(viewport[2], 640);
@@ -231,19 +228,18 @@ TEST_F(Boxes, TheGlowKeepsASmallCopyAndLeavesTheScreenClear) {
         glowLevel = level;
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         menu.glow.Draw();
-        const double light = ReadLight();
+        const double light = Light();
         EXPECT_GT(light, last * 1.5) << level;
         last = light;
     }
     glowLevel = 0.9F;
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     menu.glow.Draw();
-    EXPECT_EQ(ReadLight(), 0.0) << "the level is cut to whole copies";
+    EXPECT_EQ(Light(), 0.0) << "the level is cut to whole copies";
     // After a mode change it is made anew.
-    OpenGlWindow(800, 600);
+    video.SetMode(800, 600, false);
     menu.glow.Create();
     EXPECT_TRUE(glIsTexture(menu.glow.Texture()));
-    OpenGlWindow(640, 480);
     menu.Reset();
     EXPECT_EQ(glowLevel, 0.0F);
 }

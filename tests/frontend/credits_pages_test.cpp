@@ -2,10 +2,7 @@
 #include "frontend/credits_pages.h"
 #include "graphics/font.h"
 #include "graphics/video.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
-
-#include <gtest/gtest.h>
+#include "support/gl_fixture.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,12 +21,10 @@ TEST(PageLine, ScrollsUpAndIsBrightestInTheMiddle) {
     EXPECT_LE(ScrolledLine(400, 0.9).alpha, 0.0F) << "above the screen";
 }
 
-class Pages : public testing::Test {
+class Pages : public GlTest {
 protected:
     void SetUp() override {
-        run.LinkData("default");
-        run.LinkData("font");
-        OpenGlWindow();
+        folder.LinkData("font");
         font.Load("font/basic4.png");
     }
     void TearDown() override { font.Destroy(); }
@@ -41,7 +36,7 @@ protected:
     // Where lines begin that a drawing prints, from the vertices of its glyphs; from the top.
     static std::vector<Line> LinesOf(void (*draw)()) {
         std::vector<Line> lines;
-        for (const DrawnVertex& vertex : RecordVertices(draw)) {
+        for (const Vertex& vertex : Record(draw)) {
             const Line found{static_cast<int>(std::lround(vertex.x)),
                              470 - static_cast<int>(std::lround(vertex.y))};
             const auto same =
@@ -58,8 +53,6 @@ protected:
             lower.push_back(lines[i]);
         return lower;
     }
-
-    TemporaryFolder run;
 };
 
 CreditsPages pages;

@@ -9,12 +9,10 @@
 #include "graphics/font.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -35,12 +33,11 @@ constexpr Place OptionsCancel = {0.70F, 0.723F};
 constexpr Place QuitYes = {0.40F, 0.53F};
 constexpr Place QuitCancel = {0.57F, 0.53F};
 
-class Windows : public testing::Test {
+class Windows : public GlTest {
 protected:
     void SetUp() override {
-        for (const char* name : {"default", "font", "gui"})
-            run.LinkData(name);
-        OpenGlWindow();
+        for (const char* name : {"font", "gui"})
+            folder.LinkData(name);
         WriteFile("config.cfg", "<audio>\naudio_rate = 22050\naudio_format = 32784\naudio_channels = 2\n"
                                 "audio_buffers = 1024\nsound_volume = 128\nmusic_volume = 100\n</audio>\n");
         audio.Load("config.cfg");
@@ -98,8 +95,6 @@ protected:
         return INI_FindBlock(block, &file) ? INI_ReadInt(key, &file) : -1;
     }
     static BlockMenu::Phase Phase() { return menuScene.blockMenu.GetState(); }
-
-    TemporaryFolder run;
 };
 
 TEST_F(Windows, OptionsFreezeTheMenuAndCancelThawsIt) {
@@ -136,7 +131,7 @@ TEST_F(Windows, AResolutionIsSetAndSaved) {
     EXPECT_TRUE(glIsTexture(menuScene.blockMenu.glow.Texture()));
     EXPECT_EQ(Phase(), BlockMenu::Phase::Ready);
     // A second OK without a click keeps the size, whatever it is.
-    OpenGlWindow(700, 500);
+    video.SetMode(700, 500, false);
     menuWindows.ResetOptions();
     const unsigned generation = video.ContextGeneration();
     Choose(MenuItem::Options);

@@ -7,14 +7,13 @@
 #include "game/kolvex.h"
 #include "graphics/font.h"
 #include "graphics/model_state.h"
+#include "graphics/video.h"
 #include "gui/manager.h"
 #include "input/input.h"
 #include "support/allocations.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 
 #include <SDL.h>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -33,13 +32,11 @@ public:
     int frames = 0;
 };
 
-class Scenes : public testing::Test {
+class Scenes : public GlTest {
 protected:
     void SetUp() override {
-        for (const char* name :
-             {"default", "font", "gui", "models", "textures", "sounds", "maps", "particles", "music"})
-            run.LinkData(name);
-        OpenGlWindow();
+        for (const char* name : {"font", "gui", "models", "textures", "sounds", "maps", "particles", "music"})
+            folder.LinkData(name);
         modelState.Start();
         font.Load("font/basic4.png");
         audio.Load("config.cfg");
@@ -49,14 +46,11 @@ protected:
         SceneState = State::Change;
     }
     void TearDown() override {
-        SDL_WM_GrabInput(SDL_GRAB_OFF);
         gui.Destroy();
         audio.Destroy();
         font.Destroy();
     }
     static bool Logged(const std::string& text) { return ReadLog().find(text) != std::string::npos; }
-
-    TemporaryFolder run;
 };
 
 TEST_F(Scenes, TheMenuAllocatesNothingOnceItStands) {
@@ -102,20 +96,19 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
         self.blockMenu.logoFadeTimer.Stop();
         if (self.frames == 3) {
             self.Draw();
-            before = ReadLight() / (640.0 * 480.0);
-            OpenGlWindow(800, 600);
+            before = Light() / (640.0 * 480.0);
+            video.SetMode(800, 600, false);
             self.ReloadGraphics();
         }
         if (self.frames == 8) {
             self.Draw();
-            after = ReadLight() / (800.0 * 600.0);
+            after = Light() / (800.0 * 600.0);
             Main::Quit();
         }
     };
     menu.GameStart(0, 0);
     EXPECT_GT(before, 5.0) << "boxes and logos are bright";
     EXPECT_NEAR(after, before, before * 0.1) << "the same picture, larger";
-    OpenGlWindow();
 }
 
 TEST_F(Scenes, ChangingTheModeFadesToBlack) {

@@ -4,12 +4,10 @@
 #include "game/kolvex.h"
 #include "graphics/model_store.h"
 #include "graphics/video.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 
@@ -17,12 +15,11 @@ namespace {
 
 QEV_MD2loader models;
 
-class BoardDrawing : public testing::Test {
+class BoardDrawing : public GlTest {
 protected:
     BoardDrawing() {
-        for (const char* name : {"default", "textures", "models", "sounds"})
+        for (const char* name : {"textures", "models", "sounds"})
             folder.LinkData(name);
-        OpenGlWindow();
         models.Init();
         for (int i = 1; i <= 16; i++) {
             models.AddKsm(("models/block" + std::to_string(i) + ".ksm").c_str(), "textures/floor1b.png");
@@ -47,16 +44,14 @@ protected:
     }
 
     static std::size_t Vertices() {
-        return RecordVertices([] { kolvex.Draw(); }).size();
+        return Record([] { kolvex.Draw(); }).size();
     }
     static std::size_t VerticesOfBlock(int tile) {
         return 3U * models.Ksm(static_cast<std::size_t>(tile)).Triangles();
     }
     // Middle of a cell on the screen.
     static int PixelX(float column) { return static_cast<int>((column + 1) / 12 * 640); }
-    static int PixelY(float row) { return 480 - static_cast<int>((row + 1) / 27 * 480); }
-
-    TemporaryFolder folder;
+    static int PixelY(float row) { return static_cast<int>((row + 1) / 27 * 480) - 1; }
 };
 
 TEST_F(BoardDrawing, OnlyTheGridIsDrawnUntilThereAreModels) {
@@ -90,7 +85,7 @@ TEST_F(BoardDrawing, BlocksStandInTheirCells) {
     glDisable(GL_TEXTURE_2D);
     kolvex.Draw();
     const auto lit = [](float column, float row) {
-        const Pixel pixel = ReadPixel(PixelX(column), PixelY(row));
+        const Rgba pixel = PixelAt(PixelX(column), PixelY(row));
         return pixel.red + pixel.green + pixel.blue > 0;
     };
     EXPECT_TRUE(lit(2, 3));
@@ -113,7 +108,7 @@ TEST_F(BoardDrawing, NextPieceTurnsAboutItsMiddle) {
     for (const PieceBlock& block : kolvex.GetNextPiece().blocks)
         expected += VerticesOfBlock(block.tile);
     const auto record = [] {
-        return RecordVertices([] {
+        return Record([] {
             glPushMatrix();
             glLoadIdentity();
             kolvex.DrawNext();

@@ -1,11 +1,9 @@
 // The event pump: real SDL events pushed through SDL's queue, in a real window.
 #include "graphics/video.h"
 #include "input/input.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 
 #include <SDL.h>
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -13,11 +11,9 @@ namespace {
 
 std::string happened;
 
-class EventPump : public testing::Test {
+class EventPump : public GlTest {
 protected:
     EventPump() {
-        folder.LinkData("default");
-        OpenGlWindow();
         input.Start();
         happened.clear();
         for (const char* key : {"a", "LEFTARROW", "MOUSEL", "MWHEELUP"})
@@ -57,8 +53,6 @@ protected:
         event.button.button = button;
         SDL_PushEvent(&event);
     }
-
-    TemporaryFolder folder;
 };
 
 TEST_F(EventPump, DispatchesKeysAndButtonsInOrder) {

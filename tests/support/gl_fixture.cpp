@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <link.h>
+#include <numeric>
 
 namespace {
 
@@ -22,20 +23,6 @@ void WriteDefaultFiles() {
     WriteFile("default/blank.md2", Md2Maker::Triangle(1).Bytes());
     WriteFile("font/basic4.png",
               MakePng(256, 256, [](int x, int y) { return GlTest::CellColour(y / 16 * 16 + x / 16); }));
-}
-
-void OpenWindow() {
-    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
-        video.SetMode(GlTest::Width, GlTest::Height, false);
-        return;
-    }
-    std::atexit(SDL_Quit);
-    WriteFile("config.cfg",
-              "<video>\nwidth = 640\nheight = 480\nfullscreen = 0\nbpp = 32\nlighting = 1\n</video>\n");
-    video.Load("config.cfg");
-    startLog = ReadLog();
-    ilInit();
-    iluInit();
 }
 
 // A driver that leaves memory behind when it is unloaded is forgiven by name; unloaded, it would have none.
@@ -60,11 +47,24 @@ Rgba GlTest::CellColour(int cell) {
 GlTest::GlTest() {
     WriteDefaultFiles();
     OpenWindow();
+    std::remove("log.txt");
+}
+
+void GlTest::OpenWindow() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
+        video.SetMode(Width, Height, false);
+    } else {
+        std::atexit(SDL_Quit);
+        WriteFile("config.cfg", "<video>\nwidth = 640\nheight = 480\nbpp = 32\nlighting = 1\n</video>\n");
+        video.Load("config.cfg");
+        startLog = ReadLog();
+        ilInit();
+        iluInit();
+    }
     // Other windows may share the display.
     SDL_WM_GrabInput(SDL_GRAB_OFF);
     glBindTexture(GL_TEXTURE_2D, 0);
     glColor4f(1, 1, 1, 1);
-    std::remove("log.txt");
 }
 
 const std::string& GlTest::StartLog() {
@@ -110,6 +110,14 @@ Rgba GlTest::PixelAt(int x, int y) {
     return pixel;
 }
 
+double GlTest::Light() {
+    std::vector<GLubyte> values(std::size_t{3} * static_cast<std::size_t>(video.Width()) *
+                                static_cast<std::size_t>(video.Height()));
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, video.Width(), video.Height(), GL_RGB, GL_UNSIGNED_BYTE, values.data());
+    return std::accumulate(values.begin(), values.end(), 0.0);
+}
+
 std::vector<GlTest::Vertex> GlTest::Record(const std::function<void()>& draw) {
     constexpr std::size_t Floats = 12; // position, colour and texture coordinate, four each
     std::vector<GLfloat> buffer(std::size_t{1} << 20U);
@@ -117,14 +125,15 @@ std::vector<GlTest::Vertex> GlTest::Record(const std::function<void()>& draw) {
     glRenderMode(GL_FEEDBACK);
     draw();
     const GLint length = glRenderMode(GL_RENDER);
+    EXPECT_GE(length, 0) << "more was drawn than there is room for";
     std::vector<Vertex> vertices;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(length);) {
-        if (static_cast<GLint>(buffer[i]) != GL_POLYGON_TOKEN) {
-            ADD_FAILURE() << "something else than a polygon was drawn";
-            break;
-        }
-        const auto count = static_cast<std::size_t>(buffer[i + 1]);
-        i += 2;
+    for (std::size_t i = 0; static_cast<GLint>(i) < length;) {
+        const auto token = static_cast<GLint>(buffer[i++]);
+        std::size_t count = 1;
+        if (token == GL_POLYGON_TOKEN)
+            count = static_cast<std::size_t>(buffer[i++]);
+        else if (token == GL_LINE_TOKEN || token == GL_LINE_RESET_TOKEN)
+            count = 2;
         for (std::size_t v = 0; v < count; ++v, i += Floats)
             vertices.push_back(
                 {buffer[i], buffer[i + 1], buffer[i + 2], buffer[i + 4], buffer[i + 8], buffer[i + 9]});

@@ -12,8 +12,8 @@
 #include <vector>
 
 // The window is opened once, through the process-wide video object, and kept for all tests of the program;
-// each test gets a new folder, an empty log, and the window at 640 x 480 with initial state. The folder
-// holds:
+// each test gets a new folder, an empty log, and the window at 640 x 480 with initial state and a free mouse.
+// The folder holds:
 //   default/blank.png  2 x 2, magenta        default/blank.ksm  one triangle
 //   default/blank.md2  one triangle, 1 frame  font/basic4.png    cell i has the colour CellColour(i)
 class GlTest : public testing::Test {
@@ -26,6 +26,8 @@ public:
 protected:
     GlTest();
 
+    // Opens the window if there is none, and takes it back to its size and its initial state.
+    static void OpenWindow();
     // What the first opening of the window wrote to the log, without time stamps.
     static const std::string& StartLog();
 
@@ -38,13 +40,15 @@ protected:
     static void DrawTexture(unsigned texture, int x, int y, int width, int height);
     // A pixel of the back buffer, y up from the lower left.
     static Rgba PixelAt(int x, int y);
+    // Sum of all colour values of the back buffer: how much light there is.
+    static double Light();
 
     struct Vertex {
         float x, y, z;
         float red;
         float s, t;
     };
-    // The vertices that `draw` sends through the pipeline, polygon by polygon, in window coordinates.
+    // The vertices that `draw` sends through the pipeline, in order and in window coordinates.
     static std::vector<Vertex> Record(const std::function<void()>& draw);
 
     // Number of times that `part` stands in the log.

@@ -22,6 +22,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 void TemporaryFolder::LinkData(const char* name) const {
+    fs::remove_all(path / name);
     fs::create_symlink(fs::path(QUARVELLO_SOURCE_DIR) / "data" / name, path / name);
 }
 

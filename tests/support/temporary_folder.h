@@ -14,7 +14,7 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path; }
-    // Links a folder of the game's data (for example "default") into this one.
+    // Links a folder of the game's data (for example "sounds") into this one, in place of one of that name.
     void LinkData(const char* name) const;
 
 private:

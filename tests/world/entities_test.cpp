@@ -1,14 +1,12 @@
 // Entity files and the entity list, with real models in a real window.
 #include "audio/audio.h"
 #include "config/config_reader.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 #include "world/entities.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
 
 #include <GL/gl.h>
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -25,13 +23,12 @@ constexpr char JackalFile[] = "; a test's creature\n"
                               "speed = 0.25\n"
                               "</entity>\n";
 
-class EntityList : public testing::Test {
+class EntityList : public GlTest {
 protected:
     void SetUp() override {
-        for (const char* folder : {"default", "models", "textures", "sounds"})
-            run.LinkData(folder);
+        for (const char* name : {"models", "textures", "sounds"})
+            folder.LinkData(name);
         WriteFile("entities/jackal.txt", JackalFile);
-        OpenGlWindow();
         audio.Load("config.cfg");
         globalp = std::make_unique<Globalp>();
         globalp->start(std::vector<BackgroundSector>(2));
@@ -60,7 +57,6 @@ protected:
     }
     static bool Logged(const std::string& line) { return ReadLog().find(line) != std::string::npos; }
 
-    TemporaryFolder run;
     Entityes list;
 };
 
@@ -177,10 +173,10 @@ TEST_F(EntityList, ObjectsAreDrawnWhereTheyStandAndHowTheySay) {
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     const auto draw = [] { objects->DrawLayer(*globalp, 0); };
-    const std::vector<DrawnVertex> vertices = RecordVertices(draw);
+    const std::vector<Vertex> vertices = Record(draw);
     ASSERT_FALSE(vertices.empty());
-    DrawnVertex middle{};
-    for (const DrawnVertex& vertex : vertices) {
+    Vertex middle{};
+    for (const Vertex& vertex : vertices) {
         middle.x += vertex.x / static_cast<float>(vertices.size());
         middle.y += vertex.y / static_cast<float>(vertices.size());
     }
@@ -189,7 +185,7 @@ TEST_F(EntityList, ObjectsAreDrawnWhereTheyStandAndHowTheySay) {
     EXPECT_NEAR(middle.y, 160.0F, 40.0F);
     EXPECT_FALSE(glIsEnabled(GL_BLEND));
     globalp->objects[0].blend = 4;
-    EXPECT_TRUE(RecordVertices(draw).empty());
+    EXPECT_TRUE(Record(draw).empty());
 }
 
 } // namespace

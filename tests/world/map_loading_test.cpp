@@ -2,8 +2,7 @@
 #include "audio/audio.h"
 #include "core/scene.h"
 #include "particles/engine.h"
-#include "support/gl_window.h"
-#include "support/temporary_folder.h"
+#include "support/gl_fixture.h"
 #include "world/background_map.h"
 #include "world/camera.h"
 #include "world/entities.h"
@@ -12,7 +11,6 @@
 #include "world/world_grid.h"
 
 #include <SDL.h>
-#include <gtest/gtest.h>
 
 #include <array>
 #include <string>
@@ -79,16 +77,14 @@ constexpr char JackalFile[] = "<entity>\n"
                               "speed = 0.25\n"
                               "</entity>\n";
 
-class MapLoading : public testing::Test {
+class MapLoading : public GlTest {
 protected:
     void SetUp() override {
-        for (const char* folder : {"default", "sounds"})
-            run.LinkData(folder);
+        folder.LinkData("sounds");
         WriteFile("maps/ground.txt", "");
         WriteFile("maps/set.txt", "");
         WriteFile("entities/jackal.txt", JackalFile);
         WriteFile("entities/jackal_pup.txt", JackalFile);
-        OpenGlWindow();
         audio.Load("config.cfg");
         camera.SetPosition(0.0F, 0.0F, 0.0F);
         camera.SetAngles(0.0F, 0.0F);
@@ -106,7 +102,6 @@ protected:
     }
     static bool Logged(const std::string& text) { return ReadLog().find(text) != std::string::npos; }
 
-    TemporaryFolder run;
     MapScene scene;
 };
 
@@ -216,7 +211,7 @@ TEST_F(MapLoading, AMissingGroundOrObjectSetShutsTheMediaLayerDown) {
         // The scene ends: whatever was created is released without a context.
         scene.StopMap();
         audio.Destroy();
-        OpenGlWindow();
+        OpenWindow();
         audio.Load("config.cfg");
     }
 }
@@ -231,7 +226,7 @@ protected:
             // Without a ground or an object set the media layer is down.
             if (SDL_WasInit(SDL_INIT_VIDEO) == 0) {
                 scene.StopMap();
-                OpenGlWindow();
+                OpenWindow();
             }
             return;
         }
