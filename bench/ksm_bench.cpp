@@ -1,7 +1,7 @@
 // Loading the largest KSM model, beside reading the same file and adding its bytes up.
 #include "graphics/ksm_model.h"
 
-#include "graphics/file_bytes.h"
+#include "platform/file_bytes.h"
 
 #include <benchmark/benchmark.h>
 
@@ -53,7 +53,7 @@ const LargestModel& Model() {
 void BM_KsmLoad(benchmark::State& state) {
     const char* path = Model().Path();
     for (auto _ : state) {
-        const FileBytes file(path);
+        const platform::FileBytes file(path);
         KsmMesh mesh;
         if (!mesh.Parse(file.Bytes(), 2.0F)) state.SkipWithError("the model was refused");
         benchmark::DoNotOptimize(mesh.normals);

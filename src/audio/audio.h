@@ -23,10 +23,11 @@ public:
     // configured; failing that with the defaults; failing that sound is off for the rest of the run. All
     // three are logged.
     void Load(const char* path);
+    // The steps of Load behind the opening of the file: starts the music, reads the block and calls Start.
     void ReadParameters(ConfigFile* file);
     // Opens the mixer with the parameters below.
     void Start();
-    // Rewrites the "audio" block of the file.
+    // Rewrites the "audio" block of the file; nothing while sound is off.
     void WriteParameters(const char* path);
     // Frees music, samples and positional sounds. The mixer itself closes with SDL.
     void Destroy();
@@ -40,6 +41,7 @@ public:
     AudioSample* Sample_Find(const char* name) const;
     // Frees the sample; a handle that this object does not hold is ignored.
     void Sample_Remove(AudioSample* sample);
+    // Frees all samples; their handles are no longer valid.
     void Sample_Clear();
 
     // Plays the sample once more, on the first free channel. A null handle is ignored; a full mixer is

@@ -24,6 +24,7 @@ public:
     void Play();
     // Lets whatever plays fade away within four seconds; the track stays loaded.
     void FadeOut();
+    // Ends what plays at once; the track stays loaded.
     void Stop();
     // Stops and gives the track back to the mixer.
     void Free();

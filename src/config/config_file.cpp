@@ -1,11 +1,9 @@
 // A configuration file in memory; see config_file.h.
 #include "config/config_file.h"
 
-#include "platform/file_stream.h"
+#include "platform/file_bytes.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -19,15 +17,10 @@ const char* Find(char byte, const char* from, const char* to) {
 } // namespace
 
 ConfigFile::ConfigFile(const char* path) {
-    const platform::FileStream file = platform::OpenFile(path, "rb");
-    if (!file) return;
-    std::array<char, 16384> chunk;
-    while (const std::size_t got = std::fread(chunk.data(), 1, chunk.size(), file.get()))
-        content.append(chunk.data(), got);
-    // A folder opens but cannot be read.
-    open = std::ferror(file.get()) == 0;
-    if (!open) content.clear();
-    hasNul = content.find('\0') != std::string::npos;
+    const platform::FileBytes file(path);
+    if (!file.IsOpen()) return;
+    const std::span<const std::byte> bytes = file.Bytes();
+    *this = FromMemory({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 ConfigFile ConfigFile::FromMemory(std::string_view content) {

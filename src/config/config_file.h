@@ -10,7 +10,7 @@ class ConfigFile {
 public:
     // A closed file; reads as one without any block.
     ConfigFile() = default;
-    // Reads the whole file; one that cannot be read leaves the object closed.
+    // Reads the whole file; anything but a plain file that can be read leaves the object closed.
     explicit ConfigFile(const char* path);
     // An open file with the given content.
     static ConfigFile FromMemory(std::string_view content);

@@ -18,7 +18,9 @@ public:
 
     // Loads the picture and builds the lists.
     void Load(const char* path);
+    // One list a cell, in place of those before; nothing without a GL context.
     void BuildLists();
+    // Frees picture and lists; after it nothing is printed.
     void Destroy();
     // Loads the picture again and builds new lists, after a mode change.
     void Reload();

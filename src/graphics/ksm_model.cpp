@@ -3,8 +3,8 @@
 
 #include "core/log.h"
 #include "graphics/byte_cursor.h"
-#include "graphics/file_bytes.h"
 #include "graphics/vector_math.h"
+#include "platform/file_bytes.h"
 
 #include <array>
 
@@ -74,7 +74,7 @@ bool KsmMesh::Parse(std::span<const std::byte> file, float scale) {
 }
 
 bool KsmModel::LoadFile(const char* path, float newScale) {
-    const FileBytes file(path);
+    const platform::FileBytes file(path);
     KsmMesh mesh;
     if (!file.IsOpen() || !mesh.Parse(file.Bytes(), newScale)) return false;
     name = path;

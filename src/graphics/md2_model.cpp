@@ -3,7 +3,7 @@
 
 #include "core/log.h"
 #include "graphics/byte_cursor.h"
-#include "graphics/file_bytes.h"
+#include "platform/file_bytes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -146,11 +146,12 @@ bool Md2Model::Load(const char* newPath) {
 }
 
 bool Md2Model::LoadFile(const char* newPath) {
-    const FileBytes file(newPath);
+    const platform::FileBytes file(newPath);
     if (!file.IsOpen() || !Parse(file.Bytes())) return false;
     path = newPath;
     if (path.size() >= TagEndingLength) {
-        const FileBytes tagFile((path.substr(0, path.size() - TagEndingLength) + TagEnding).c_str());
+        const platform::FileBytes tagFile(
+            (path.substr(0, path.size() - TagEndingLength) + TagEnding).c_str());
         if (tagFile.IsOpen()) ParseTags(tagFile.Bytes());
     }
     return true;

@@ -1,9 +1,9 @@
 // Reads picture files; see picture.h.
 #include "graphics/picture.h"
 
-#include "graphics/file_bytes.h"
 #include "graphics/png_check.h"
 #include "platform/contained_run.h"
+#include "platform/file_bytes.h"
 
 #include <chrono>
 #include <cstring>
@@ -179,7 +179,7 @@ ILenum DecodePng(std::span<const std::byte> file, Picture& picture) {
 }
 
 ILenum LoadPicture(ILenum type, const char* path, Picture& picture) {
-    const FileBytes file(path);
+    const platform::FileBytes file(path);
     if (!file.IsOpen()) return IL_COULD_NOT_OPEN_FILE;
     if (HasPngSignature(file.Bytes())) return DecodePng(file.Bytes(), picture);
     constexpr std::size_t MaxResult = sizeof(Report) + static_cast<std::size_t>(Picture::MaxPixels) * 4;

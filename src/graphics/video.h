@@ -30,6 +30,7 @@ public:
     // Writes the block "video" of the file at `path`.
     void Save(const char* path) const;
 
+    // Only the flag; what it changes is seen in the next frame that asks for it.
     void SetLighting(bool on) { lighting = on; }
 
     // Size of the screen in pixels; the halves are truncated.

@@ -1,5 +1,5 @@
 // The start of the sound object with its three outcomes, its settings, and the list of samples.
-#include "audio/sound_device.h"
+#include "support/sound_device.h"
 
 #include <SDL.h>
 

@@ -1,6 +1,6 @@
 // Sounds at places: the arithmetic, what is heard on which side, their end on another plane, and the mixer's
 // report from another thread.
-#include "audio/sound_device.h"
+#include "support/sound_device.h"
 
 #include <SDL.h>
 

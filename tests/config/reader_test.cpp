@@ -1,5 +1,6 @@
 // The block reader: what is found, what it reads as, and where the position stands afterwards.
 #include "config/config_reader.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 #include <climits>
 #include <random>
 #include <string>
+#include <sys/stat.h>
 
 namespace {
 
@@ -132,6 +134,9 @@ TEST(Reader, WithoutAFileThereIsNoBlock) {
         EXPECT_STREQ(INI_ReadLine(file), "");
     }
     EXPECT_FALSE(ConfigFile("/").IsOpen()) << "a folder is no file";
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    EXPECT_FALSE(ConfigFile("pipe").IsOpen()) << "nobody writes into it";
 }
 
 // A stream reader written down byte by byte, to hold the view-based one against.

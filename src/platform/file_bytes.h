@@ -5,12 +5,15 @@
 #include <memory>
 #include <span>
 
+namespace platform {
+
 class FileBytes {
 public:
     // Larger files are refused; no data file comes near.
     static constexpr std::size_t MaxSize = std::size_t{256} << 20U;
 
-    // Reads the file at `path`. Anything but a plain file that can be read whole leaves the object closed.
+    // Reads the file at `path`. A null path and anything but a plain file that can be read whole leave the
+    // object closed.
     explicit FileBytes(const char* path);
 
     bool IsOpen() const { return bytes != nullptr; }
@@ -20,3 +23,5 @@ private:
     std::unique_ptr<std::byte[]> bytes;
     std::size_t size = 0;
 };
+
+} // namespace platform
