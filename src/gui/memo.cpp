@@ -70,7 +70,7 @@ std::uint32_t GUI_Memo::LastPlace(std::uint32_t start) const {
 }
 
 void GUI_Memo::RefreshLineNum() {
-    if (!scroll.CheckStyle("QEV_Gui::GUI_Memo::RefreshLineNum - Scroll 1")) return;
+    scroll.CheckStyle("QEV_Gui::GUI_Memo::RefreshLineNum - Scroll 1");
     std::int32_t breaks = 0;
     for (Line line = LineAt(0); line.broken; line = LineAt(line.end))
         ++breaks;
@@ -186,7 +186,7 @@ void GUI_Memo::AreaMouseDown(GUI_Element* element, float x, float y) {
 }
 
 void GUI_Memo::PlaceCursor(float x, float y) {
-    if (!area.CheckStyle("QEV_Gui::GUI_Memo::RefreshLineNum -")) return;
+    area.CheckStyle("QEV_Gui::GUI_Memo::RefreshLineNum -");
     const GUI_Style& style = gui.GetStyles().Get(area.stid);
     const GuiRect rect = DrawnRect(gui.GetStyles(), area);
     const int column =

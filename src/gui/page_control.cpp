@@ -74,14 +74,19 @@ void GUI_PageControl::Draw() {
     skin.SetScissor(*this, GetParent());
     for (GUI_Page* page : pages)
         page->Draw();
-    if (active) {
-        // The chosen tab looks pressed.
-        const GuiState own = active->state;
-        active->state = GuiState::Clicked;
-        active->Draw();
-        active->state = own;
-        for (std::size_t i = 0; i < active->components.Size(); ++i)
-            active->components[i].Draw();
-    }
+    if (active) DrawActive();
     glDisable(GL_SCISSOR_TEST);
+}
+
+void GUI_PageControl::DrawActive() {
+    // The chosen tab looks pressed.
+    const GuiState own = active->state;
+    active->state = GuiState::Clicked;
+    active->Draw();
+    active->state = own;
+    for (std::size_t i = 0; i < active->components.Size(); ++i) {
+        // Some widgets set scissors of their own.
+        gui.GetStyles().SetScissor(*this, GetParent());
+        active->components[i].Draw();
+    }
 }

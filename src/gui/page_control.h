@@ -39,13 +39,16 @@ public:
     // Appends a page; its tab is placed behind the last one. The first becomes active. A page that stands in
     // this control stays where it is; one of another control moves.
     void AddPage(GUI_Page* page);
+    // Null until there is a page.
     GUI_Page* ActivePage() const { return active; }
     // In the order of their tabs.
     const std::vector<GUI_Page*>& Pages() const { return pages; }
+    // Of the pages that stand here; what a click on a tab does.
     void SetActivePage(GUI_Page* page) { active = page; }
 
 private:
     void RemovePage(GUI_Page* page);
+    void DrawActive();
 
     std::vector<GUI_Page*> pages;
     GUI_Page* active = nullptr;

@@ -82,7 +82,7 @@ void GUI_ScrollBar::StepOn(GUI_Element* arrow) {
 
 void GUI_ScrollBar::PickPosition(GUI_Element* thumb, float x, float y) {
     GUI_ScrollBar& bar = BarOf(thumb);
-    if (!bar.thumb.CheckStyle("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown -")) return;
+    bar.thumb.CheckStyle("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown -");
     const GuiRect track = DrawnRect(gui.GetStyles(), bar.thumb);
     const double length = bar.vertical ? track.height : track.width;
     const double place = bar.vertical ? y - track.top : x - track.left;

@@ -111,9 +111,11 @@ public:
     void DrawFrame(const GUI_Window& window) const;
     // Draws the focus frame round the element.
     void DrawFocus(const GUI_Element& element) const;
+    // Draws a shot over the rectangle; blending is off and texturing on afterwards, the colour white.
     void DrawShot(const Shot& shot, const GuiRect& rect) const;
     // Clips to the element's client area; see ScissorRect.
     void SetScissor(const GUI_Element& element, const GUI_Element* parent) const;
+    // Makes the style's caption colour GL's current one.
     void SetTextColour(std::uint8_t stid) const;
 
     Shot focus;

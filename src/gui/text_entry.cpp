@@ -45,9 +45,7 @@ bool TextEntry::Repeats(std::uint32_t milliseconds) {
 char TextEntry::Character(const SDL_keysym& key) {
     const int code = key.sym;
     if (code < 32 || code >= 123) return '\0';
-    // A lock says nothing about the shift keys.
-    const int shift = key.mod & ~(KMOD_NUM | KMOD_CAPS);
-    if (shift != KMOD_LSHIFT && shift != KMOD_RSHIFT) return static_cast<char>(code);
+    if (key.mod != KMOD_LSHIFT && key.mod != KMOD_RSHIFT) return static_cast<char>(code);
     if (code < 'a' && code != ' ') return static_cast<char>(code - 16);
     return static_cast<char>(std::toupper(code));
 }

@@ -25,8 +25,8 @@ public:
     // '_' in every second second while focused, otherwise a blank.
     char CursorCharacter(bool focused) const { return !blink && focused ? '_' : ' '; }
 
-    // The character that a printable key (32 to 122) adds; 0 for any other key. One shift key alone makes
-    // upper case, or moves a sign by 16.
+    // The character that a printable key (32 to 122) adds; 0 for any other key. One shift key with no other
+    // modifier, locks included, makes upper case, or moves a sign by 16.
     static char Character(const SDL_keysym& key);
 
 private:

@@ -3,6 +3,7 @@
 
 #include "graphics/video.h"
 #include "gui/hwindow.h"
+#include "gui/items.h"
 #include "gui/page_control.h"
 
 #include <algorithm>
@@ -96,6 +97,7 @@ protected:
     GUI_Button widget;
     GUI_PageControl control;
     GUI_Page page;
+    GUI_Items list;
 };
 
 TEST_F(GeometryTest, RandomWidgetsInRandomWindows) {
@@ -125,13 +127,14 @@ TEST_F(GeometryTest, RandomWidgetsInRandomWindows) {
 }
 
 TEST_F(GeometryTest, RandomWidgetsOnPages) {
-    widget.caption = page.caption = "";
+    widget.caption = page.caption = list.caption = "";
     for (int round = 0; round < 20; ++round) {
         gui.Clear();
         page.ClearComponents();
         PlaceWindow(window);
         window.AddComponent(&control);
         control.AddPage(&page);
+        page.AddComponent(&list); // unclipped, it must not free what is drawn after it
         page.AddComponent(&widget);
         control.left = Random(0.0F, 0.1F);
         control.top = Random(0.0F, 0.05F);

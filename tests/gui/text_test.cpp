@@ -64,12 +64,14 @@ TEST_F(TextTest, OneShiftKeyGivesUpperCaseAndMovesSignsBySixteen) {
     Type(SDLK_q, KMOD_RSHIFT);
     Type(SDLK_q, KMOD_LSHIFT | KMOD_RSHIFT);
     Type(SDLK_q, KMOD_LCTRL);
+    Type(SDLK_q, KMOD_LSHIFT | KMOD_NUM);
+    Type(SDLK_q, KMOD_CAPS);
     Type(SDLK_1, KMOD_LSHIFT);
     Type(SDLK_2, KMOD_LSHIFT);
     Type(SDLK_3, KMOD_RSHIFT);
     Type(SDLK_SPACE, KMOD_LSHIFT);
     Type(SDLK_COMMA, KMOD_LSHIFT);
-    EXPECT_STREQ(box.Text(), "QQqq!\"# \x1C");
+    EXPECT_STREQ(box.Text(), "QQqqqq!\"# \x1C");
 }
 
 TEST_F(TextTest, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
@@ -199,6 +201,24 @@ TEST_F(TextTest, AMemoAtPositionOneShowsItsSecondParagraphFirst) {
     const Box scrolled = Find(CellColour('s' - 32));
     EXPECT_LT(scrolled.top, both.top);
     EXPECT_TRUE(Find(CellColour('o' - 32)).IsEmpty());
+}
+
+TEST_F(TextTest, AMemoWithUnknownStylesLogsThemAndGoesOn) {
+    memo.scroll.stid = memo.area.stid = 200;
+    WriteMemo("one\ntwo");
+    EXPECT_EQ(memo.scroll.max, 1);
+    EXPECT_EQ(memo.scroll.stid, 0);
+    EXPECT_EQ(memo.area.stid, 0);
+    memo.area.stid = 200;
+    Click(window.left + PlainSkin::LeftX + memo.area.left + 0.055F,
+          window.top + PlainSkin::LeftY + 0.2F + 0.08F);
+    EXPECT_EQ(memo.Cursor(), 6U);
+    EXPECT_EQ(CountInLog(
+                  "QEV_Gui::GUI_Memo::RefreshLineNum - Scroll 1 Array out of range A.len = 16 , val = 200\n"),
+              1);
+    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Styles::Draw - Array out of range A.len = 16 , val = 200\n"), 1);
+    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Memo::RefreshLineNum - Array out of range A.len = 16 , val = 200\n"),
+              1);
 }
 
 TEST_F(TextTest, AClickPutsTheMemosCursor) {

@@ -182,10 +182,15 @@ TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
     Move(0.01F, 0.9F);
     EXPECT_EQ(horizontal.position, 0);
     Release();
+    vertical.thumb.stid = 200; // logged and replaced; the press counts all the same
     Move(ClientX + 0.525F, ClientY + place(7.5F));
     Press();
     EXPECT_EQ(vertical.position, 7);
     Release();
+    EXPECT_EQ(
+        CountInLog("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown - Array out of range A.len = 16 , val = 200\n"),
+        1);
+    EXPECT_EQ(vertical.thumb.stid, 0);
 }
 
 TEST_F(WidgetsTest, SettingAPositionClampsAndReportsOnce) {
