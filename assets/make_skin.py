@@ -27,7 +27,7 @@ GENERAL = """\
 ; Made by assets/make_skin.py from assets/skin_shots.py: change those and run assets/build skin.
 ;
 ; Lengths are fractions of the screen: x and width of its width, y and height of its height. Colours run from 0 to 1.
-; A missing key reads as 0.
+; A missing key reads as 0; the limits and scroll bar sizes of "general" have defaults instead.
 
 ; The pointer and the side of the square it is drawn in.
 <cursor>
@@ -47,8 +47,8 @@ GENERAL = """\
 ; feel the pointer (here the whole window) and what every window's close and resize buttons look like. Corners: 0 top
 ; left, 1 top right, 2 bottom right, 3 bottom left.
 <general>
- win_min_width = 0.2
- win_min_height = 0.1
+ win_min_width = 0.355
+ win_min_height = 0.22
  win_max_width = 1.1
  win_max_height = 1.1
  scroll_width = 0.034

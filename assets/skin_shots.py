@@ -170,7 +170,7 @@ BUTTON = {
     "disabled": button(tone("#A09888", 0.60), tone("#8C8478", 0.60), tone("#8A7A58"), tone("#D8CCB0", 0.35), tone("#3A3028", 0.4), 0.95),
 }
 TAB = {
-    "normal": button(tone("#7A5830", 0.26), tone("#6A4C28", 0.22), tone("#B88A30"), tone("#FFF3D0", 0.40), tone("#3A2410", 0.6), 0.98),
+    "normal": button(tone("#7A5830", 0.18), tone("#7A5830", 0.06), tone("#B88A30"), tone("#FFF3D0", 0.40), tone("#3A2410", 0.6), 0.98),
     "hover": BUTTON["hover"],
     "clicked": button(tone("#FFF0B8", 0.60), tone("#F0C552", 0.55), tone(GOLD_LIGHT), tone("#FFF8E0", 0.95), tone("#9A6A1E", 0.5)),
     "disabled": BUTTON["disabled"],
@@ -218,9 +218,9 @@ NOTHING = dict.fromkeys(STATES, [])
 GOLDEN_TEXT = rgb("#F8E2A0")
 
 STYLES = [
-    Style("1: plain component, label, memo", (0, 0), (0, 0), (0.004, 0.021), IVORY, NOTHING),
+    Style("1: plain component, label, memo", (0, 0), (0, 0), (0, 0.021), IVORY, NOTHING),
     Style("2: edit box, panel, scroll bar, frame of the progress bar", (0, 0), (0, 0), (0.010, 0.024), rgb("#F6E7B8"), INSET),
-    Style("3: button, thumb, fill of the progress bar", (0, 0), (0, 0), (0.022, 0.024), INK, BUTTON),
+    Style("3: button, thumb, fill of the progress bar", (0, 0), (0, 0), (0.012, 0.022), INK, BUTTON),
     Style("4: arrow up", (0, 0), (0, 0), (0, 0), INK, arrow_key(0)),
     Style("5: arrow down", (0, 0), (0, 0), (0, 0), INK, arrow_key(2)),
     Style("6: arrow left", (0, 0), (0, 0), (0, 0), INK, arrow_key(1)),
@@ -229,15 +229,15 @@ STYLES = [
           {"normal": window_body(1.0, 1.0), "hover": window_body(1.06, 1.0), "clicked": window_body(1.15, 1.0),
            "disabled": window_body(0.72, 0.80)}),
     Style("9: caption bar", (0, 0), (0.045, 0), (0.02, 0.0305), GOLDEN_TEXT,
-          {"normal": caption_bar(1.0), "hover": caption_bar(1.05), "clicked": caption_bar(1.12), "disabled": caption_bar(0.62)}),
+          {"normal": caption_bar(1.0), "hover": caption_bar(1.05), "clicked": caption_bar(1.08), "disabled": caption_bar(0.62)}),
     Style("10: close button", (0, 0), (0, 0), (0, 0), INK,
           whole("cross", normal=WHITE, hover=(1, 0.85, 0.4, 1), clicked=(1, 0.55, 0.35, 1))),
     Style("11: check box", (0, 0), (0, 0), (0.012, 0.0195), IVORY, mark("box", "tick")),
     Style("12: radio button", (0, 0), (0, 0), (0.012, 0.0195), IVORY, mark("ring", "dot")),
-    Style("13: window without caption bar, page control", (0.02, 0.022), (0.02, 0.012), (0.01, 0.02), IVORY,
+    Style("13: window without caption bar, page control", (0.024, 0.022), (0.02, 0.012), (0.01, 0.02), IVORY,
           {"normal": panel(0.90, 1.0, 1.0), "hover": panel(0.90, 1.08, 1.0), "clicked": panel(0.93, 1.15, 1.0),
            "disabled": panel(0.84, 0.75, 0.80)}),
-    Style("14: item list, tab page", (0, 0), (0, 0), (0.022, 0.024), INK, TAB),
+    Style("14: item list, tab page", (0, 0), (0, 0), (0.022, 0.022), INK, TAB),
     Style("15: resize button", (0, 0), (0, 0), (0, 0), INK,
           whole("grip", normal=(0.8, 0.8, 0.8, 1), hover=WHITE, clicked=(1, 0.8, 0.5, 1))),
 ]

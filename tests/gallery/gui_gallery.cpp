@@ -149,7 +149,7 @@ struct Gallery {
         items.SetItems("Resume;Menu;Quit");
         panel.AddComponent(&items);
         BuildScores();
-        Place(view, "In 3D", 0.62F, 0.34F, 0.36F, 0.2F);
+        Place(view, "In 3D", 0.62F, 0.32F, 0.36F, 0.22F);
         view.OnDraw3D = [](GUI_Window*) { DrawTriangle(); };
     }
 

@@ -1,13 +1,20 @@
 // The game's own skin: whole, readable, and wide enough for every caption of the game's windows.
 #include "frontend/menu_windows.h"
 #include "game/game_windows.h"
+#include "graphics/font.h"
+#include "gui/check_box.h"
 #include "gui/hwindow.h"
+#include "gui/items.h"
 #include "gui/text_entry.h"
 #include "support/gui_fixture.h"
+#include "world/world_windows.h"
+
+#include <GL/gl.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 
 namespace {
 
@@ -19,6 +26,10 @@ double Luminance(double red, double green, double blue) {
     return 0.2126 * linear(red) + 0.7152 * linear(green) + 0.0722 * linear(blue);
 }
 
+double Luminance(Rgba pixel) {
+    return Luminance(pixel.red / 255.0, pixel.green / 255.0, pixel.blue / 255.0);
+}
+
 double Contrast(double one, double other) {
     return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
 }
@@ -28,41 +39,76 @@ double TextLuminance(std::uint8_t stid) {
     return Luminance(style.textr, style.textg, style.textb);
 }
 
+constexpr std::array States = {GuiState::Normal, GuiState::Hover, GuiState::Clicked, GuiState::Disabled};
+
 class RealSkinTest : public GuiTest {
 protected:
     RealSkinTest() {
         folder.LinkData("gui");
+        folder.LinkData("font");
+        font.Load("font/basic4.png");
         std::remove("log.txt");
         gui.Start("gui/ravix.cfg");
         gui.cursor.visible = false;
-        window.caption = panel.caption = "";
-        window.left = window.top = 0.2F;
-        window.width = 0.6F;
-        window.height = 0.5F;
-        widget.caption = "";
-        widget.left = widget.top = 0.1F;
-        widget.width = 0.2F;
     }
 
-    // Mean luminance where a caption of six characters stands.
-    static double Ground(float left, float top) {
+    // Puts the window alone on the screen.
+    static void Show(GUI_Window& holder) {
+        gui.Clear();
+        holder.left = holder.top = 0.2F;
+        holder.width = 0.6F;
+        holder.height = 0.5F;
+        gui.AddWindow(&holder);
         gui.SetFocus(nullptr);
-        Draw();
-        const std::vector<Rgba> screen = ReadScreen();
-        double sum = 0.0;
-        int count = 0;
-        for (int y = static_cast<int>(top * Height) - 6; y < static_cast<int>(top * Height) + 10; ++y)
-            for (int x = static_cast<int>(left * Width); x < static_cast<int>(left * Width) + 60;
-                 ++x, ++count) {
-                const Rgba p = screen[static_cast<std::size_t>(y * Width + x)];
-                sum += Luminance(p.red / 255.0, p.green / 255.0, p.blue / 255.0);
-            }
-        return sum / count;
+    }
+
+    // The least contrast of the style's text with any pixel on which a glyph stands or that touches one,
+    // before a scene by night and before flames. `write` puts a text, or blanks, where the style's text is
+    // printed.
+    static void ExpectReadable(std::uint8_t stid, const std::function<void(const char*)>& write,
+                               const std::string& what) {
+        for (const GuiScene& scene : {GuiScene{0.04F, 0.04F, 0.10F}, {0.95F, 0.70F, 0.45F}}) {
+            glClearColor(scene.red, scene.green, scene.blue, 1.0F);
+            write(Blanks);
+            Draw();
+            const std::vector<Rgba> ground = ReadScreen();
+            write(Letters);
+            Draw();
+            const std::vector<Rgba> written = ReadScreen();
+            int inked = 0;
+            double worst = 21.0;
+            for (int y = 1; y < Height - 1; ++y)
+                for (int x = 1; x < Width - 1; ++x) {
+                    const auto at = [x, y](int dx, int dy) {
+                        return static_cast<std::size_t>((y + dy) * Width + x + dx);
+                    };
+                    if (!IsInk(ground[at(0, 0)], written[at(0, 0)])) continue;
+                    ++inked;
+                    for (int dy = -1; dy <= 1; ++dy)
+                        for (int dx = -1; dx <= 1; ++dx)
+                            worst =
+                                std::min(worst, Contrast(TextLuminance(stid), Luminance(ground[at(dx, dy)])));
+                }
+            EXPECT_GT(inked, 200) << what;
+            EXPECT_GE(worst, 4.5) << what << " before a scene of red " << scene.red;
+        }
+        glClearColor(0, 0, 0, 0);
     }
 
     GUI_Window window;
     GUI_HWindow panel;
     GUI_Component widget;
+    GUI_CheckBox box;
+    GUI_Items list;
+
+private:
+    static constexpr const char* Letters = "MW8gy#";
+    static constexpr const char* Blanks = "      ";
+    struct GuiScene {
+        float red, green, blue;
+    };
+    // The faint fringe of a glyph is no part of it that anybody reads.
+    static bool IsInk(Rgba ground, Rgba written) { return std::abs(ground.green - written.green) >= 40; }
 };
 
 TEST_F(RealSkinTest, LoadsWithoutAWarning) {
@@ -72,90 +118,142 @@ TEST_F(RealSkinTest, LoadsWithoutAWarning) {
     EXPECT_EQ(CountInLog("failed"), 0) << ReadLog();
 }
 
-// Every style that carries text, in every state and in both kinds of windows, where its caption lies.
 TEST_F(RealSkinTest, TextIsReadableOnEveryStyleAndState) {
     for (GUI_Window* holder : {&window, static_cast<GUI_Window*>(&panel)}) {
-        gui.Clear();
-        holder->left = holder->top = 0.2F;
-        holder->width = 0.6F;
-        holder->height = 0.5F;
-        gui.AddWindow(holder);
-        holder->AddComponent(&widget);
-        for (const std::uint8_t stid : {1, 2, 3, 11, 12, 14}) {
-            const bool textBeside = stid == 11 || stid == 12; // in the open, right of the box
-            for (const GuiState state :
-                 {GuiState::Normal, GuiState::Hover, GuiState::Clicked, GuiState::Disabled}) {
+        holder->caption = "";
+        for (const GuiState state : States) {
+            const std::string where = (holder == &panel ? ", panel, state " : ", window, state ") +
+                                      std::to_string(static_cast<int>(state));
+            Show(*holder);
+            holder->AddComponent(&widget);
+            widget.left = widget.top = 0.1F;
+            widget.state = state;
+            for (const std::uint8_t stid : {1, 2, 3, 14}) {
                 widget.stid = stid;
-                widget.state = state;
-                widget.width = textBeside ? 0.04F : 0.2F;
-                const GuiRect rect = DrawnRect(gui.GetStyles(), widget);
-                const GUI_Style& style = gui.GetStyles().Get(stid);
-                const float left = rect.left + style.textx + (textBeside ? rect.width : 0.0F);
-                EXPECT_GE(Contrast(TextLuminance(stid), Ground(left, rect.top + style.texty)), 4.5)
-                    << "style " << int{stid} << ", state " << static_cast<int>(state);
+                ExpectReadable(
+                    stid, [&](const char* text) { widget.caption = text; },
+                    "style " + std::to_string(stid) + where);
+            }
+            Show(*holder);
+            holder->AddComponent(&box);
+            box.left = box.top = 0.1F;
+            box.state = state;
+            for (const std::uint8_t stid : {11, 12}) {
+                box.stid = stid;
+                ExpectReadable(
+                    stid, [&](const char* text) { box.caption = text; },
+                    "style " + std::to_string(stid) + where);
             }
         }
     }
-    gui.Clear();
-    gui.AddWindow(&window);
-    const GUI_Style& bar = gui.GetStyles().Get(9);
-    EXPECT_GE(Contrast(TextLuminance(9), Ground(window.left + bar.textx, window.top + bar.texty)), 4.5)
-        << "the caption bar";
 }
 
-constexpr float CharacterWidth = 10.0F / 640.0F;
+TEST_F(RealSkinTest, TextIsReadableOnCaptionBarsAndOnMarkedRows) {
+    Show(window);
+    for (const GuiState state : States) {
+        window.state = state;
+        ExpectReadable(
+            9, [&](const char* text) { window.caption = text; },
+            "caption bar, state " + std::to_string(static_cast<int>(state)));
+    }
+    Show(panel);
+    panel.AddComponent(&list);
+    list.caption = "";
+    list.left = list.top = 0.1F;
+    for (const GuiState state : {GuiState::Normal, GuiState::Hover, GuiState::Clicked}) {
+        ExpectReadable(
+            list.stid,
+            [&](const char* text) {
+                list.SetItems(text);
+                list.LostFocus();
+                list.Focus();
+                list.height = list.OpenHeight();
+                list.state = state;
+            },
+            "marked row, state " + std::to_string(static_cast<int>(state)));
+    }
+}
 
-// Follows a window's widgets, also those on pages, and holds each caption against the room that it has.
-void ExpectCaptionsFit(const GUI_ComponentList& list, float containerWidth, const std::string& where) {
+// A glyph's cell, and how far it reaches above and below the place where it is printed.
+constexpr float CharacterWidth = 10.0F / 640.0F;
+constexpr float CellAbove = 6.0F / 480.0F;
+constexpr float CellBelow = 10.0F / 480.0F;
+
+// Follows a container's widgets and holds each caption against the widget and the client area. In a window
+// that `grows`, one that the player is to pull larger, it may also lie outside altogether.
+void ExpectCaptionsFit(const GUI_ComponentList& list, const GuiEdges& client, bool grows,
+                       const std::string& where) {
     const GUI_Styles& skin = gui.GetStyles();
     for (std::size_t i = 0; i < list.Size(); ++i) {
         const GUI_Component& element = list[i];
         const char* caption = element.caption ? element.caption : "";
+        if (element.kind == GuiKind::EditBox) caption = static_cast<const GUI_EditBox&>(element).Text();
+        if (!element.visible || !*caption) continue;
         const auto length = static_cast<int>(std::strlen(caption));
         const GUI_Style& style = skin.Get(element.stid);
-        if (element.kind == GuiKind::CheckBox || element.kind == GuiKind::RadioButton) {
-            EXPECT_LE(element.left + element.width + style.textx +
-                          static_cast<float>(length) * CharacterWidth,
-                      containerWidth)
-                << where << ": " << caption;
-        } else if (element.scissor) {
+        const GuiRect rect = DrawnRect(skin, element);
+        const bool beside = element.kind == GuiKind::CheckBox || element.kind == GuiKind::RadioButton;
+        const float left = rect.left + style.textx + (beside ? rect.width : 0.0F);
+        const float top = rect.top + style.texty - CellAbove;
+        if (grows && (left >= client.right || top >= client.bottom)) continue;
+        EXPECT_LE(left + static_cast<float>(length) * CharacterWidth, client.right)
+            << where << ": " << caption;
+        EXPECT_LE(top + CellAbove + CellBelow, client.bottom) << where << ": " << caption;
+        if (element.scissor && !beside) {
             EXPECT_LE(length, CharactersIn(element.width, style.textx)) << where << ": " << caption;
+        }
+    }
+}
+
+void ExpectCaptionsFit(const GUI_Window& shown, bool grows = false) {
+    const GUI_Styles& skin = gui.GetStyles();
+    const GUI_Style& body = skin.Get(shown.stid);
+    const GUI_Style& bar = skin.Get(9);
+    if (shown.kind == GuiKind::Window) {
+        EXPECT_LE(
+            bar.textx + static_cast<float>(std::strlen(shown.caption)) * CharacterWidth,
+            std::min(shown.width - bar.rightx, shown.width - skin.closeButton.left - skin.closeButton.width))
+            << shown.caption;
+    }
+    const GuiEdges client = {shown.left, shown.top, shown.left + shown.width - body.rightx,
+                             shown.top + shown.height - body.righty};
+    ExpectCaptionsFit(shown.Components(), client, grows, shown.caption);
+    for (std::size_t i = 0; i < shown.Components().Size(); ++i) {
+        if (shown.Components()[i].kind != GuiKind::PageControl) continue;
+        const auto& control = static_cast<const GUI_PageControl&>(shown.Components()[i]);
+        ASSERT_FALSE(control.Pages().empty());
+        for (const GUI_Page* page : control.Pages()) {
+            EXPECT_LE(static_cast<int>(std::strlen(page->caption)),
+                      CharactersIn(page->width, skin.Get(page->stid).textx))
+                << page->caption;
+            ExpectCaptionsFit(page->Components(), client, grows, page->caption);
         }
     }
 }
 
 TEST_F(RealSkinTest, NoCaptionOfTheGamesWindowsIsCut) {
     int windows = 0;
-    for (void (*build)() : {+[] { gameWindows.Build(); }, +[] { menuWindows.Build(); }}) {
+    for (void (*build)() :
+         {+[] { gameWindows.Build(); }, +[] { menuWindows.Build(); }, +[] { worldWindows.Build(); },
+          +[] { gui.LoadingStart(0.35F, 0.75F, 11, "Destroying..."); }}) {
         gui.Clear();
         build();
-        for (const GUI_Window* shown : gui.Windows()) {
+        for (GUI_Window* shown : gui.Windows()) {
             ++windows;
-            const GUI_Styles& skin = gui.GetStyles();
-            const GUI_Style& body = skin.Get(shown->stid);
-            const GUI_Style& bar = skin.Get(9);
-            if (shown->kind == GuiKind::Window) {
-                EXPECT_LE(bar.textx + static_cast<float>(std::strlen(shown->caption)) * CharacterWidth,
-                          shown->width - bar.rightx)
-                    << shown->caption;
-            }
-            ExpectCaptionsFit(shown->Components(), shown->width - body.leftx - body.rightx, shown->caption);
-            for (std::size_t i = 0; i < shown->Components().Size(); ++i) {
-                const GUI_Component& element = shown->Components()[i];
-                if (element.kind == GuiKind::PageControl) {
-                    const auto& control = static_cast<const GUI_PageControl&>(element);
-                    ASSERT_FALSE(control.Pages().empty());
-                    for (const GUI_Page* page : control.Pages()) {
-                        EXPECT_LE(static_cast<int>(std::strlen(page->caption)),
-                                  CharactersIn(page->width, skin.Get(page->stid).textx))
-                            << page->caption;
-                        ExpectCaptionsFit(page->Components(), control.width, page->caption);
-                    }
-                }
-            }
+            ExpectCaptionsFit(*shown, std::strcmp(shown->caption, "General:") == 0);
         }
     }
-    EXPECT_EQ(windows, 9);
+    EXPECT_EQ(windows, 13);
+    // The longest texts that come and go.
+    gui.LoadingStep("Loading particles...");
+    ExpectCaptionsFit(*gui.Windows().front());
+    gui.LoadingEnd();
+    gui.Clear();
+    worldWindows.Build();
+    GUI_Window& general = *gui.Windows().front();
+    general.MouseOver(0.12F, 0.34F);
+    EXPECT_STREQ(general.caption, "mx=0.12,my=0.34");
+    ExpectCaptionsFit(general, true);
 }
 
 } // namespace
