@@ -1,4 +1,5 @@
 // The game's own skin: whole, readable, and wide enough for every caption of the game's windows.
+#include "config/config_reader.h"
 #include "frontend/menu_windows.h"
 #include "game/game_windows.h"
 #include "graphics/font.h"
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 
 namespace {
@@ -116,6 +118,11 @@ TEST_F(RealSkinTest, LoadsWithoutAWarning) {
     EXPECT_FALSE(gui.GetStyles().focus.empty());
     EXPECT_EQ(CountInLog("warning"), 0) << ReadLog();
     EXPECT_EQ(CountInLog("failed"), 0) << ReadLog();
+    folder.LinkData("sounds");
+    ConfigFile file("gui/ravix.cfg");
+    ASSERT_TRUE(INI_FindBlock("audio", &file));
+    for (const char* key : {"hover", "click"})
+        EXPECT_TRUE(std::filesystem::is_regular_file(INI_ReadString(key, &file))) << key;
 }
 
 TEST_F(RealSkinTest, TextIsReadableOnEveryStyleAndState) {

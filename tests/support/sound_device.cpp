@@ -7,26 +7,19 @@
 #include <cstdlib>
 #include <cstring>
 
-SoundTest::SoundTest() {
+void UseDiskDriver() {
     setenv("SDL_AUDIODRIVER", "disk", 1);
-    setenv("SDL_DISKAUDIOFILE", (folder.Path() / "heard.raw").c_str(), 1);
+    setenv("SDL_DISKAUDIOFILE", (std::filesystem::current_path() / "heard.raw").c_str(), 1);
     setenv("SDL_DISKAUDIODELAY", "2", 1);
 }
 
-SoundTest::~SoundTest() {
-    Close();
-}
-
-void SoundTest::Open(const std::string& more) {
+void WriteDiskConfiguration(const std::string& more) {
     WriteFile("config.cfg",
-              "<audio>\naudio_rate = 22050\naudio_format = 32784\naudio_channels = 2\naudio_buffers = " +
-                  std::to_string(Buffer) + "\n" + more + "</audio>\n");
-    sound.Load("config.cfg");
-    ASSERT_TRUE(sound.IsEnabled());
+              "<audio>\naudio_rate = 22050\naudio_format = 32784\naudio_channels = 2\naudio_buffers = 512\n" +
+                  more + "</audio>\n");
 }
 
-std::vector<std::int16_t> SoundTest::Close() {
-    sound.Destroy();
+std::vector<std::int16_t> CloseDiskDriver() {
     // Every opening counts.
     int opened = Mix_QuerySpec(nullptr, nullptr, nullptr);
     while (opened-- > 0)
@@ -38,7 +31,7 @@ std::vector<std::int16_t> SoundTest::Close() {
     return samples;
 }
 
-bool SoundTest::WaitUntil(const std::function<bool()>& condition) {
+bool WaitUntil(const std::function<bool()>& condition) {
     const Uint32 start = SDL_GetTicks();
     while (!condition()) {
         if (SDL_GetTicks() - start > 10000) return false;
@@ -47,8 +40,27 @@ bool SoundTest::WaitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-bool SoundTest::WaitUntilSilent() {
+bool WaitUntilSilent() {
     return WaitUntil([] { return Mix_Playing(-1) == 0; });
+}
+
+SoundTest::SoundTest() {
+    UseDiskDriver();
+}
+
+SoundTest::~SoundTest() {
+    Close();
+}
+
+void SoundTest::Open(const std::string& more) {
+    WriteDiskConfiguration(more);
+    sound.Load("config.cfg");
+    ASSERT_TRUE(sound.IsEnabled());
+}
+
+std::vector<std::int16_t> SoundTest::Close() {
+    sound.Destroy();
+    return CloseDiskDriver();
 }
 
 void WriteSquareWave(const char* path, double seconds, int height) {

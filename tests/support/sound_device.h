@@ -11,23 +11,31 @@
 #include <string>
 #include <vector>
 
+// Has SDL open the disk driver next, at some ten times the speed of what is heard; it writes into the working
+// directory.
+void UseDiskDriver();
+// Writes config.cfg with an "audio" block for 22050 Hz, signed 16 bit, stereo; `more` adds keys.
+void WriteDiskConfiguration(const std::string& more = "sound_volume = 128\nmusic_volume = 128\n");
+// Closes the mixer and returns what was written, left and right in turn.
+std::vector<std::int16_t> CloseDiskDriver();
+
+// Waits until the condition holds; false after ten seconds.
+bool WaitUntil(const std::function<bool()>& condition);
+// Until the mixer plays nothing more.
+bool WaitUntilSilent();
+
+// A test with a sound object of its own on the disk driver.
 class SoundTest : public testing::Test {
 protected:
     static constexpr int Rate = 22050;
-    static constexpr int Buffer = 512; // sample frames
 
-    // The disk driver, at some ten times the speed of what is heard.
     SoundTest();
     ~SoundTest() override;
 
-    // Opens the mixer at 22050 Hz, signed 16 bit, stereo; `more` adds keys to the "audio" block.
+    // With WriteDiskConfiguration.
     void Open(const std::string& more = "sound_volume = 128\nmusic_volume = 128\n");
-    // Closes the mixer and returns what was written, left and right in turn.
+    // With CloseDiskDriver.
     std::vector<std::int16_t> Close();
-
-    // Waits until the condition holds; false after ten seconds.
-    static bool WaitUntil(const std::function<bool()>& condition);
-    static bool WaitUntilSilent();
 
     TemporaryFolder folder;
     QEV_Audio sound;
