@@ -22,16 +22,20 @@ constexpr double ScaleAspect = 4.0 / 3.0;
 
 } // namespace
 
-void QEV_Gui::Start(const char* path) {
+void QEV_Gui::ForgetScreen() {
     windows.clear();
     focus = nullptr;
     hovered = nullptr;
-    hoverSound = nullptr;
-    clickSound = nullptr;
-    soundsEnabled = true;
     OnReleaseOutside = nullptr;
     OnKey = nullptr;
     OnQuit = nullptr;
+}
+
+void QEV_Gui::Start(const char* path) {
+    ForgetScreen();
+    hoverSound = nullptr;
+    clickSound = nullptr;
+    soundsEnabled = true;
     cursor.visible = true;
     ConfigFile file(path);
     styles.SetDefaults();
@@ -70,9 +74,7 @@ void QEV_Gui::ReadSounds(ConfigFile* file, const char* path) {
 
 void QEV_Gui::Destroy() {
     LogWrite("QEV_Gui::Destroy()\n");
-    windows.clear();
-    focus = nullptr;
-    hovered = nullptr;
+    ForgetScreen();
     styles.Destroy();
     cursor.texture.Free();
     // The audio object has freed them.
@@ -87,12 +89,7 @@ void QEV_Gui::Clear() {
         window->ClearComponents();
         window->owner = nullptr;
     }
-    windows.clear();
-    focus = nullptr;
-    hovered = nullptr;
-    OnReleaseOutside = nullptr;
-    OnKey = nullptr;
-    OnQuit = nullptr;
+    ForgetScreen();
 }
 
 void QEV_Gui::AddWindow(GUI_Window* window) {

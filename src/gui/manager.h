@@ -82,6 +82,7 @@ private:
     GUI_Element* HitElement(bool disabledToo) const;
     void DropFocus();
     void DropHovered();
+    void ForgetScreen();
     void SetUpButtons(GUI_Window& window) const;
     void DrawFocusFrame();
     void ReadCursor(ConfigFile* file, const char* path);

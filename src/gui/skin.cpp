@@ -100,16 +100,17 @@ bool GUI_Styles::Check(std::uint8_t stid, const char* origin) const {
     return false;
 }
 
-bool GUI_Styles::CheckDrawn(std::uint8_t stid) const {
+bool GUI_Styles::CheckOnce(std::uint8_t stid, const char* origin, std::bitset<256>& reported) const {
     if (Has(stid)) return true;
-    if (!reportedDrawn[stid]) Check(stid, "QEV_Gui::GUI_Styles::Draw -");
-    reportedDrawn.set(stid);
+    if (!reported[stid]) Check(stid, origin);
+    reported.set(stid);
     return false;
 }
 
+bool GUI_Styles::CheckDrawn(std::uint8_t stid) const {
+    return CheckOnce(stid, "QEV_Gui::GUI_Styles::Draw -", reportedDrawn);
+}
+
 bool GUI_Styles::CheckHit(std::uint8_t stid) const {
-    if (Has(stid)) return true;
-    if (!reportedHit[stid]) Check(stid, "QEV_Gui::GUI_Window::IsMouseOver -");
-    reportedHit.set(stid);
-    return false;
+    return CheckOnce(stid, "QEV_Gui::GUI_Window::IsMouseOver -", reportedHit);
 }

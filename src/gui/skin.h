@@ -132,6 +132,8 @@ public:
     ButtonSettings resizeButton;
 
 private:
+    bool CheckOnce(std::uint8_t stid, const char* origin, std::bitset<256>& reported) const;
+
     std::vector<GUI_Style> styles;
     mutable std::bitset<256> reportedDrawn;
     mutable std::bitset<256> reportedHit;
