@@ -6,9 +6,14 @@
 #include "gui/items.h"
 #include "gui/page_control.h"
 
+#include <GL/gl.h>
+
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <optional>
 #include <random>
+#include <tuple>
 
 namespace {
 
@@ -90,10 +95,29 @@ protected:
                 placed.top + placed.height - PlainSkin::RightY};
     }
 
+    // The style that is shown, in its normal state, in the whole neighbourhood of a pixel; 0 for bare ground.
+    static std::optional<int> StyleAround(const std::vector<Rgba>& screen, int x, int y) {
+        constexpr int Reach = 4;
+        const auto at = [&](int dx, int dy) {
+            const Rgba pixel = screen[static_cast<std::size_t>((y + dy) * Width + x + dx)];
+            return std::tuple(pixel.red, pixel.green, pixel.blue);
+        };
+        for (int dy = -Reach; dy <= Reach; ++dy)
+            for (int dx = -Reach; dx <= Reach; ++dx)
+                if (at(dx, dy) != at(0, 0)) return std::nullopt;
+        for (int style = 1; style <= 15; ++style) {
+            const Rgba colour = PlainSkin::Colour(style, GuiState::Normal);
+            if (at(0, 0) == std::tuple(colour.red, colour.green, colour.blue)) return style;
+        }
+        return 0;
+    }
+
     std::mt19937 random{7};
     int compared = 0;
     GUI_Window window;
     GUI_HWindow panel;
+    GUI_Window second;
+    std::array<GUI_Button, 21> many;
     GUI_Button widget;
     GUI_PageControl control;
     GUI_Page page;
@@ -155,6 +179,44 @@ TEST_F(GeometryTest, RandomWidgetsOnPages) {
     EXPECT_GT(compared, 8);
 }
 
+// Windows and widgets over one another: the pointer means what the picture shows on top.
+TEST_F(GeometryTest, TheTopmostOfRandomPilesIsHit) {
+    int met = 0;
+    for (int round = 0; round < 12; ++round) {
+        gui.Clear();
+        std::array<GUI_Window*, 3> pile = {&window, &panel, &second};
+        std::shuffle(pile.begin(), pile.end(), random);
+        for (GUI_Window* holder : pile)
+            PlaceWindow(*holder);
+        for (std::size_t i = 0; i < many.size(); ++i) {
+            GUI_Button& button = many[i];
+            button.caption = "";
+            button.stid = static_cast<std::uint8_t>(1 + i % 7);
+            button.visible = random() % 6 != 0;
+            button.pos_id = static_cast<GuiCorner>(random() % 4);
+            button.left = Random(0.0F, 0.1F);
+            button.top = Random(0.0F, 0.1F);
+            button.width = Random(0.03F, 0.15F);
+            button.height = Random(0.03F, 0.1F);
+            pile.at(i % pile.size())->AddComponent(&button);
+        }
+        MoveTo(0, 0);
+        Draw();
+        const std::vector<Rgba> screen = ReadScreen();
+        for (int i = 0; i < 1500; ++i) {
+            const int x = static_cast<int>(Random(8, Width - 8));
+            const int y = static_cast<int>(Random(8, Height - 8));
+            const std::optional<int> shown = StyleAround(screen, x, y);
+            if (!shown) continue; // an edge runs there
+            MoveTo(x, y);
+            const GUI_Element* hit = gui.Hovered();
+            EXPECT_EQ(hit ? hit->stid : 0, *shown) << "round " << round << " at " << x << ", " << y;
+            met += *shown >= 1 && *shown <= 7;
+        }
+    }
+    EXPECT_GT(met, 300);
+}
+
 TEST_F(GeometryTest, WidgetsHangOnTheClientAreaOrOnTheFrame) {
     gui.AddWindow(&panel);
     panel.AddComponent(&widget);
@@ -178,6 +240,58 @@ TEST_F(GeometryTest, WidgetsHangOnTheClientAreaOrOnTheFrame) {
         expect(GuiCorner::TopRight, 0.47F + x, 0.11F + y);
         expect(GuiCorner::BottomRight, 0.47F + x, 0.54F + y);
         expect(GuiCorner::BottomLeft, 0.13F + x, 0.54F + y);
+    }
+}
+
+// Where a window's hooks may draw, at 640 x 480, and that nothing of it lasts.
+TEST_F(GeometryTest, HooksDrawInTheClientAreaUnderTheWidgets) {
+    static std::array<GLint, 4> viewport;
+    static constexpr Rgba Flat = {250, 250, 0};
+    const auto look = [](GUI_Window*) {
+        glGetIntegerv(GL_VIEWPORT, viewport.data());
+        EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
+    };
+    const auto paint = [](GUI_Window*) {
+        glDisable(GL_TEXTURE_2D);
+        glColor4ub(Flat.red, Flat.green, Flat.blue, 255);
+        glRectf(0, 0, 1, 1);
+        glEnable(GL_TEXTURE_2D);
+    };
+    for (GUI_Window* holder : {&window, static_cast<GUI_Window*>(&panel)}) {
+        gui.Clear();
+        holder->caption = widget.caption = "";
+        holder->left = holder->top = 0.25F;
+        holder->width = 0.5F;
+        holder->height = 0.52F;
+        holder->OnDraw3D = look;
+        gui.AddWindow(holder);
+        holder->AddComponent(&widget);
+        Draw();
+        if (holder == &window) {
+            EXPECT_EQ(viewport, (std::array<GLint, 4>{172, 110, 300, 201}));
+        } else {
+            EXPECT_EQ(viewport, (std::array<GLint, 4>{160, 110, 320, 201})) << "the whole width";
+            panel.scissor = false;
+            Draw();
+            EXPECT_EQ(viewport, (std::array<GLint, 4>{160, 110, 320, 249})) << "and the whole height";
+            panel.scissor = true;
+        }
+        glGetIntegerv(GL_VIEWPORT, viewport.data());
+        EXPECT_EQ(viewport, (std::array<GLint, 4>{0, 0, Width, Height}));
+        EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
+        EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST));
+
+        holder->OnDraw3D = nullptr;
+        holder->OnDraw2D = paint;
+        Draw();
+        const Box painted = Find(Flat);
+        if (holder == &window) {
+            EXPECT_EQ(painted.left, 160);
+            EXPECT_EQ(painted.right, 460);
+        } else {
+            EXPECT_LT(painted.left, 10) << "a panel's hook may draw anywhere";
+        }
+        EXPECT_FALSE(Find(PlainSkin::Colour(3, GuiState::Normal)).IsEmpty());
     }
 }
 

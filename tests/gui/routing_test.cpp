@@ -217,6 +217,42 @@ TEST_F(RoutingTest, KeysReachTheSceneFirstThenTheFocusedElement) {
     EXPECT_EQ(quits, 1);
 }
 
+// A hook is called with the state that it is told to be called in: a letter each, the state before it, and
+// whether the element has the focus yet.
+TEST_F(RoutingTest, TheNineHooksComeInTheirOrder) {
+    static std::string order;
+    static const auto note = [](const GUI_Element& element, char letter) {
+        order += {static_cast<char>('0' + static_cast<int>(element.state)), letter, element.focus ? '+' : '-',
+                  ' '};
+    };
+    static GUI_Element* hovered = &first; // the hook without arguments
+    order.clear();
+    hovered = &first;
+    first.OnHover = [] { note(*hovered, 'h'); };
+    first.OnMouseOver = [](GUI_Element* element, float, float) { note(*element, 'o'); };
+    first.OnMouseDown = [](GUI_Element* element, float, float) { note(*element, 'd'); };
+    first.OnMouseUp = [](GUI_Element* element, float, float) { note(*element, 'u'); };
+    first.OnKeyDown = [](GUI_Element* element, SDL_keysym) { note(*element, 'k'); };
+    first.OnKeyUp = [](GUI_Element* element, SDL_keysym) { note(*element, 'K'); };
+    first.OnClick = [](GUI_Element* element) { note(*element, 'c'); };
+    first.OnFocus = [](GUI_Element* element) { note(*element, 'f'); };
+    first.OnLostFocus = [](GUI_Element* element) { note(*element, 'l'); };
+    Move(FirstX, ButtonY);
+    Press();
+    Move(FirstX + 0.01F, ButtonY);
+    Release();
+    Type(SDLK_a);
+    Click(FreeX, FreeY);
+    EXPECT_EQ(order, "0h- 1o- 1f- 2d+ 2o+ 2c+ 0u+ 0k+ 0K+ 0l+ ");
+    // A disabled one keeps its state, and hears of nothing but what its owner asks of it.
+    order.clear();
+    first.SetDisabled();
+    first.MouseOver(0, 0);
+    first.MouseDown(0, 0);
+    first.MouseUp(0, 0);
+    EXPECT_EQ(order, "3o- 3d- 3u- ");
+}
+
 // The focus may leave a pressed element, as when a dialog opens under the pressed button.
 TEST_F(RoutingTest, AReleaseEndsAPressEvenWhenTheFocusHasMovedAway) {
     first.OnMouseDown = [](GUI_Element*, float, float) { gui.SetFocus(nullptr); };

@@ -193,6 +193,37 @@ TEST_F(SkinTest, ShotsAreDrawnByTheirModes) {
     video.SetMode(Width, Height, false);
 }
 
+TEST_F(SkinTest, TheFocusFrameLiesRoundTheFocusedElementWithinItsWindow) {
+    const Rgba frame = {0, 255, 0};
+    std::string skin = PlainSkin::Text();
+    const std::string end = "</focus style>\n";
+    skin.insert(skin.find(end), PlainSkin::Rectangle(0, "g = 1\na = 1\n"));
+    gui.Clear();
+    Start(skin);
+    window.left = window.top = 0.25F;
+    window.width = window.height = 0.5F;
+    gui.AddWindow(&window);
+    window.AddComponent(&button);
+    gui.SetFocus(nullptr);
+    for (const float left : {0.1F, 0.4F}) { // the second stands over the window's edge
+        button.left = left;
+        gui.SetFocus(nullptr);
+        Draw();
+        EXPECT_TRUE(Find(frame).IsEmpty());
+        const Box unframed = Find(PlainSkin::Colour(3, GuiState::Normal));
+        gui.SetFocus(&button);
+        Draw();
+        const Box framed = Find(frame);
+        EXPECT_EQ(framed.left, unframed.left);
+        EXPECT_EQ(framed.right, unframed.right);
+        EXPECT_EQ(framed.top, unframed.top);
+        EXPECT_EQ(framed.bottom, unframed.bottom);
+    }
+    button.visible = false;
+    Draw();
+    EXPECT_TRUE(Find(frame).IsEmpty());
+}
+
 TEST_F(SkinTest, StartLogsWhatIsMissing) {
     gui.Clear();
     std::remove("log.txt");

@@ -138,20 +138,16 @@ TEST_F(WidgetsTest, AListOpenedByAClickTakesTheRowUnderThePointerAndAnEmptyOneSt
 }
 
 TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
-    const auto count = [](GUI_ScrollBar*) { ++changes; };
-    horizontal.width = 0.4F;
-    horizontal.height = 0.05F;
-    horizontal.max = 10;
-    horizontal.position = horizontal.lastPosition = 5;
-    horizontal.OnChange = count;
+    horizontal.width = vertical.height = 0.4F;
+    horizontal.height = vertical.width = 0.05F;
     vertical.left = 0.5F;
-    vertical.width = 0.05F;
-    vertical.height = 0.4F;
-    vertical.max = 10;
-    vertical.position = vertical.lastPosition = 5;
-    vertical.OnChange = count;
-    window.AddComponent(&horizontal);
-    window.AddComponent(&vertical);
+    for (GUI_ScrollBar* scroll :
+         {static_cast<GUI_ScrollBar*>(&horizontal), static_cast<GUI_ScrollBar*>(&vertical)}) {
+        scroll->max = 10;
+        scroll->position = scroll->lastPosition = 5;
+        scroll->OnChange = [](GUI_ScrollBar*) { ++changes; };
+        window.AddComponent(scroll);
+    }
     Draw();
 
     Click(ClientX + 0.02F, ClientY + 0.025F);
