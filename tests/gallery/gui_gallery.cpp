@@ -62,16 +62,23 @@ void FillStates(GUI_Window& window) {
         const float left = 0.13F * static_cast<float>(i);
         const GuiState state = States[i];
         Add<GUI_Label>(window, left, 0.0F, StateNames[i], GuiState::Disabled).width = 0.13F;
-        Add<GUI_Button>(window, left, 0.05F, "Menu", state).width = 0.12F;
-        Add<GUI_EditBox>(window, left, 0.11F, "", state).width = 0.12F;
-        Add<GUI_CheckBox>(window, left, 0.17F, "box", state).checked = i == 3;
-        Add<GUI_RadioButton>(window, left, 0.22F, "dot", state).checked = i == 0;
-        auto& tab = Add<GUI_Component>(window, left, 0.28F, "tab", state);
+        Add<GUI_Button>(window, left, 0.045F, "Menu", state).width = 0.12F;
+        Add<GUI_EditBox>(window, left, 0.1F, "", state).width = 0.12F;
+        Add<GUI_CheckBox>(window, left, 0.155F, "box", state).checked = i == 3;
+        Add<GUI_RadioButton>(window, left, 0.2F, "dot", state).checked = i == 0;
+        auto& tab = Add<GUI_Component>(window, left, 0.25F, "tab", state);
         tab.stid = 14;
         tab.width = 0.12F;
+        for (int arrow = 0; arrow < 4; ++arrow) {
+            auto& button =
+                Add<GUI_Button>(window, left + 0.03F * static_cast<float>(arrow), 0.307F, "", state);
+            button.stid = static_cast<std::uint8_t>(4 + arrow);
+            button.width = 0.028F;
+            button.height = 0.037F;
+        }
     }
-    Add<GUI_Panel>(window, 0.0F, 0.34F, "", GuiState::Disabled).width = 0.25F;
-    auto& bar = Add<GUI_ProgressBar>(window, 0.27F, 0.34F, "", GuiState::Disabled);
+    Add<GUI_Panel>(window, 0.0F, 0.352F, "", GuiState::Disabled).width = 0.25F;
+    auto& bar = Add<GUI_ProgressBar>(window, 0.27F, 0.352F, "", GuiState::Disabled);
     bar.width = 0.25F;
     bar.value = 6;
 }
