@@ -9,6 +9,7 @@
 #include <IL/ilu.h>
 #include <SDL.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -36,6 +37,17 @@ void LogFailure(const char* path, ILenum error) {
     LogWrite("QEV_Textures::LoadGLTextures[ failed ] Loading %s - %s\n", path, iluErrorString(error));
 }
 
+// The blank picture's texture where the file cannot be shown; `blank` tells.
+GLuint LoadOrBlank(ILenum type, const char* path, bool& blank) {
+    Picture picture;
+    const ILenum error = LoadPicture(type, path, picture);
+    blank = error != IL_NO_ERROR;
+    if (!blank) return Upload(picture);
+    LogFailure(path, error);
+    LogWrite("QEV_Textures::LoadGLTextures - loading blank texture\n");
+    return static_cast<GLuint>(QEV_Textures::LoadBlank(type, BlankPicture));
+}
+
 } // namespace
 
 QEV_Textures& QEV_Textures::operator=(QEV_Textures&& other) noexcept {
@@ -56,11 +68,21 @@ int QEV_Textures::Add(const char* path) {
         LogWrite("QEV_Textures::Add[ failed ] Loading %s - the texture set is full\n", path);
         return -1;
     }
-    Entry& entry = entries.emplace_back();
-    entry.name = path;
-    entry.id = static_cast<GLuint>(LoadGLTextures(IL_TYPE_UNKNOWN, path));
-    entry.generation = video.ContextGeneration();
+    Append(path);
     return Count() - 1;
+}
+
+// All models of the blocks name one picture; unpacking it for each would take longer than all else that a
+// game loads.
+void QEV_Textures::Append(std::string name) {
+    const unsigned generation = video.ContextGeneration();
+    const auto same = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) {
+        return entry.name == name && entry.generation == generation && !entry.blank;
+    });
+    Entry entry{std::move(name), 0, generation, false};
+    entry.id =
+        same != entries.end() ? same->id : LoadOrBlank(IL_TYPE_UNKNOWN, entry.name.c_str(), entry.blank);
+    entries.push_back(std::move(entry));
 }
 
 GLuint QEV_Textures::Get(int index) const {
@@ -86,23 +108,17 @@ void QEV_Textures::Free() {
 }
 
 void QEV_Textures::Reload() {
-    for (Entry& entry : entries) {
-        Delete(entry);
-        entry.id = static_cast<GLuint>(LoadGLTextures(IL_TYPE_UNKNOWN, entry.name.c_str()));
-        entry.generation = video.ContextGeneration();
+    std::vector<Entry> old = std::exchange(entries, {});
+    std::for_each(old.begin(), old.end(), Delete);
+    for (Entry& entry : old) {
+        Append(std::move(entry.name));
     }
 }
 
 int QEV_Textures::LoadGLTextures(GLenum type, const char* path) {
     if (!path || !*path) return -1;
-    Picture picture;
-    const ILenum error = LoadPicture(type, path, picture);
-    if (error != IL_NO_ERROR) {
-        LogFailure(path, error);
-        LogWrite("QEV_Textures::LoadGLTextures - loading blank texture\n");
-        return LoadBlank(type, BlankPicture);
-    }
-    return static_cast<int>(Upload(picture));
+    bool blank = false;
+    return static_cast<int>(LoadOrBlank(type, path, blank));
 }
 
 int QEV_Textures::LoadBlank(GLenum type, const char* path) {

@@ -23,8 +23,8 @@ public:
     // An empty set. Also sets the bound texture's wrapping to the edge, when there is a GL context.
     void Init();
     // Loads a picture; the index of its entry. A picture that cannot be loaded shows as the blank one and
-    // keeps its own name, so that a later reload tries it again. -1, nothing added: an empty path, or a full
-    // set (logged).
+    // keeps its own name, so that a later reload tries it again. Entries of one set that show the same
+    // picture share its texture. -1, nothing added: an empty path, or a full set (logged).
     int Add(const char* path);
     // The entry's GL name. Only the low eight bits of the index count; 0 beyond the last entry, so that the
     // index -1 of a refused Add binds no texture.
@@ -50,9 +50,11 @@ private:
         std::string name;
         GLuint id = 0;
         unsigned generation = 0;
+        bool blank = false; // the blank picture stands in
     };
 
     static void Delete(const Entry& entry);
+    void Append(std::string name);
 
     std::vector<Entry> entries;
 };

@@ -212,6 +212,24 @@ TEST_F(TexturesTest, IndicesAndNames) {
     EXPECT_EQ(set.GetName(255), "NOT_FOUND");
 }
 
+TEST_F(TexturesTest, EntriesOfOneSetShareAPictureButNeverTheBlankOne) {
+    WriteFile("tiny.png", MakePng(1, 1, [](int, int) { return Red; }));
+    for (const char* name : {"tiny.png", "none.png", "tiny.png", "none.png"})
+        set.Add(name);
+    EXPECT_EQ(CountInLog("none.png"), 2);
+    WriteFile("none.png", MakePng(1, 1, [](int, int) { return Green; }));
+    for (int load = 0; load < 2; ++load) {
+        EXPECT_EQ(set.Get(0), set.Get(2));
+        EXPECT_EQ(Shown(set.Get(2)), std::vector<Rgba>(4, Red));
+        if (load == 0) set.Reload();
+    }
+    EXPECT_EQ(Shown(set.Get(1)), std::vector<Rgba>(4, Green));
+    EXPECT_EQ(Shown(set.Get(3)), std::vector<Rgba>(4, Green));
+    const GLuint shared = set.Get(0);
+    set.Free();
+    EXPECT_EQ(glIsTexture(shared), GL_FALSE);
+}
+
 TEST_F(TexturesTest, SetsDeleteTheirTexturesButNeverThoseOfOthers) {
     WriteFile("tiny.png", MakePng(1, 1, [](int, int) { return Red; }));
     set.Add("tiny.png");
