@@ -65,8 +65,8 @@ class Game:
     """One run of the program in a folder of its own."""
 
     def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=1, heard=False):
-        """`preload` names libraries to load into the program; its clock runs `fast` times as fast; what is `heard` goes to
-        the file sound.raw."""
+        """`preload` names libraries to load into the program; its clock runs `fast` times as fast, until `pace` says
+        otherwise; what is `heard` goes to the file sound.raw."""
         self.display = display
         self.folder = folder or make_run_folder(config)
         self.environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy")
@@ -75,7 +75,8 @@ class Game:
             self.environment.update(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(self.folder / "sound.raw"), SDL_DISKAUDIODELAY="23")
         libraries = list(preload)
         if fast != 1:
-            self.environment["FAST_CLOCK"] = str(fast)
+            self.pace(fast)
+            self.environment["PACE_FILE"] = str(self.folder / "pace.txt")
             libraries.append("fast_clock")
         sanitizer = sanitizer_library(BUILD / program)
         if sanitizer:
@@ -135,6 +136,13 @@ class Game:
             self.process.kill()
         self.process.wait()
         self.process.stderr.close()
+
+    def pace(self, fast):
+        """How fast the program's clock runs from now on, when it was not started with the true one; 0 holds the picture."""
+        path = self.folder / "pace.txt"
+        path.touch()
+        with open(path, "r+b") as file:  # in place, and always as long: the program holds it open
+            file.write(f"{fast:<15}".encode())
 
     # What a person does
 
