@@ -16,7 +16,7 @@ WEIGHTS = {"torch": .78, "brazier": 1.0, "inner": 1.0, "sky": 1.0}
 # Parts that are made brighter or darker than they would be, by patch name: the floor is stone as dark as night without help,
 # and what lies behind the well must stay calm.
 GAINS = {"floor": 2.0, "floor.far": 2.0, "gate.inner": .82, "gate.tower": .86, "gate.portal": .98, "gate.door": 1.45,
-         "gate.wing": 1.12, "well.base": 1.5, "well.step": 1.8, "well.post": 1.6,
+         "gate.wing": 1.12, "well.base": 2.3, "well.step": 2.1, "well.post": 3.2,
          "palms.frond": 2.4, "palms.trunk": 1.6, "king": 1.05, "sphinx": 1.3,
          "sphinx.pedestal": 1.15, "brazier.pillar": 1.25, "brazier.bowl": 1.8}
 # Up to SHOULDER light is shown as it is; above, it bends towards 1.
