@@ -55,6 +55,9 @@ protected:
     void RunFrame(void (mainScene::*frame)());
     // A last black picture: clear and swap.
     static void BlackFrame();
+    // Lays black over the whole view, wherever the camera stands: a veil of the given opacity (0 to 1) that
+    // hangs `distance` drawing units before the eye, more than the near plane and at most 3.
+    static void DrawVeil(float opacity, float distance);
 
     // Frames of the given kind for as long as the state holds.
     void RunWhile(State state, void (mainScene::*frame)());

@@ -187,26 +187,11 @@ void MenuScene::Draw() {
         CreditsPages::DrawHighScores(kolvex.highScores, pageTimer.Progress());
 }
 
-// Black over the whole screen, wherever the camera stands.
+// The frame in which the fade-out ends stays black: the bare picture would flash up once.
 void MenuScene::DrawFade() const {
-    if (!fadeTimer.IsRunning()) return;
+    if (!fadeTimer.IsRunning() && !leaving) return;
     const auto progress = static_cast<float>(fadeTimer.Progress());
-    glLoadIdentity();
-    glDisable(GL_TEXTURE_2D);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(0.0F, 0.0F, 0.0F, leaving ? progress : 1.0F - progress);
-    glBegin(GL_QUADS);
-    glVertex3f(-3.0F, -2.0F, -3.0F);
-    glVertex3f(3.0F, -2.0F, -3.0F);
-    glVertex3f(3.0F, 2.0F, -3.0F);
-    glVertex3f(-3.0F, 2.0F, -3.0F);
-    glEnd();
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
-    glDisable(GL_BLEND);
-    glEnable(GL_TEXTURE_2D);
-    glEnable(GL_DEPTH_TEST);
+    DrawVeil(leaving ? progress : 1.0F - progress, 3.0F);
 }
 
 void MenuScene::DrawAll() {

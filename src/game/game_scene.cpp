@@ -269,24 +269,11 @@ void GameScene::ShowLineEffect(int row) {
                           {12.0F, 0.0F, 0.0F});
 }
 
+// The frame in which the fade-out ends stays black: the bare picture would flash up once.
 void GameScene::DrawFade() const {
-    if (!fadeTimer.IsRunning()) return;
+    if (!fadeTimer.IsRunning() && !fadingOut) return;
     const auto progress = static_cast<float>(fadeTimer.Progress());
-    glDisable(GL_TEXTURE_2D);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(0.0F, 0.0F, 0.0F, fadingOut ? progress : 0.4F - 0.4F * progress);
-    glLoadIdentity();
-    glBegin(GL_QUADS);
-    glVertex3f(-3.0F, -2.0F, -2.0F);
-    glVertex3f(3.0F, -2.0F, -2.0F);
-    glVertex3f(3.0F, 2.0F, -2.0F);
-    glVertex3f(-3.0F, 2.0F, -2.0F);
-    glEnd();
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
-    glEnable(GL_TEXTURE_2D);
-    glEnable(GL_DEPTH_TEST);
+    DrawVeil(fadingOut ? progress : 0.4F - 0.4F * progress, 2.0F);
 }
 
 void GameScene::DrawAll() {

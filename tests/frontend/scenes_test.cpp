@@ -1,19 +1,10 @@
-// Whole scenes run to their end with the game's own data: the menu with a mode change, its credits and its
-// fade, and how much a frame allocates in which nothing changes.
-#include "audio/audio.h"
+// The menu run to its end with the game's own data: through a mode change, its fade, and a missing map.
 #include "core/game_mode.h"
 #include "frontend/menu_scene.h"
-#include "frontend/menu_windows.h"
-#include "game/kolvex.h"
-#include "graphics/font.h"
-#include "graphics/model_state.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "input/input.h"
-#include "support/allocations.h"
-#include "support/gl_fixture.h"
-
-#include <SDL.h>
+#include "support/scene_fixture.h"
 
 namespace {
 
@@ -32,54 +23,13 @@ public:
     int frames = 0;
 };
 
-class Scenes : public GlTest {
+class Scenes : public SceneTest {
 protected:
     void SetUp() override {
-        for (const char* name : {"font", "gui", "models", "textures", "sounds", "maps", "particles", "music"})
-            folder.LinkData(name);
-        modelState.Start();
-        font.Load("font/basic4.png");
-        audio.Load("config.cfg");
-        gui.Start("gui/ravix.cfg");
-        kolvex.Load("config.cfg");
+        SceneTest::SetUp();
         GameMode = Mode::Menu;
-        SceneState = State::Change;
     }
-    void TearDown() override {
-        gui.Destroy();
-        audio.Destroy();
-        font.Destroy();
-    }
-    static bool Logged(const std::string& text) { return ReadLog().find(text) != std::string::npos; }
 };
-
-TEST_F(Scenes, TheMenuAllocatesNothingOnceItStands) {
-    SteeredMenu menu;
-    menu.steer = [](SteeredMenu& self) {
-        static long before = 0;
-        static int quiet = 0;
-        static bool gathered = false;
-        if (self.blockMenu.GetState() == BlockMenu::Phase::Gathering) return;
-        if (!gathered) {
-            gathered = true;
-            self.frames = 0;
-        }
-        // The lock burst has started and buffers have grown.
-        if (self.frames == 60) before = Allocations();
-        if (self.frames > 60) quiet += Allocations() == before;
-        before = Allocations();
-        if (self.frames == 160) {
-            // The driver, too, uses this heap when it compiles something late.
-            EXPECT_GE(quiet, 99);
-            Main::Quit();
-        }
-    };
-    menu.GameStart(0, 0);
-    EXPECT_EQ(GameMode, Mode::Destroy);
-    EXPECT_TRUE(Logged("MainServer::GameProcess()[DESTROY] State mode Change - [END]\n"
-                       "mainIntro::Leaving menu\nmainMenu::GameEnd\n"));
-    EXPECT_TRUE(gui.Windows().empty());
-}
 
 TEST_F(Scenes, AllIsSeenAfterAModeChange) {
     static double before;
@@ -109,20 +59,28 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
     menu.GameStart(0, 0);
     EXPECT_GT(before, 5.0) << "boxes and logos are bright";
     EXPECT_NEAR(after, before, before * 0.1) << "the same picture, larger";
+    EXPECT_EQ(GameMode, Mode::Destroy);
+    EXPECT_TRUE(Logged("MainServer::GameProcess()[DESTROY] State mode Change - [END]\n"
+                       "mainIntro::Leaving menu\nmainMenu::GameEnd\n"));
+    EXPECT_TRUE(gui.Windows().empty());
 }
 
-TEST_F(Scenes, ChangingTheModeFadesToBlack) {
-    static int leaving;
-    leaving = 0;
+TEST_F(Scenes, ChangingTheModeFadesToBlackAndShowsNothingMore) {
     SteeredMenu menu;
     menu.steer = [](SteeredMenu& self) {
-        if (SceneState == State::Change) ++leaving;
-        if (self.frames == 3 && SceneState == State::Game) Main::GoPuzzle();
+        if (self.frames == 3 && SceneState == State::Game) {
+            WatchPictures();
+            Main::GoPuzzle();
+        }
     };
     menu.GameStart(0, 0);
-    EXPECT_GT(leaving, 10) << "three seconds of frames";
     EXPECT_EQ(GameMode, Mode::Puzzle);
     EXPECT_TRUE(Logged("[PUZZLE] State mode Change - [CHANGE]\nmainMenu::GameEnd\nmainScene::StopMap()"));
+    const std::vector<double>& light = ShownLight();
+    ASSERT_GT(light.size(), 10U) << "three seconds of frames";
+    EXPECT_GT(light[1], 0.0);
+    EXPECT_EQ(light[light.size() - 2], 0.0) << "the frame in which the fade ends";
+    EXPECT_EQ(light.back(), 0.0);
 }
 
 TEST_F(Scenes, AMissingMapOrBoxEndsTheProgram) {
