@@ -21,6 +21,13 @@ void mainScene::BlackFrame() {
     SDL_GL_SwapBuffers();
 }
 
+void mainScene::RunLeavingFrames(const Timer& fade) {
+    do {
+        RunFrame(&mainScene::LeavingFrame);
+    } while (fade.IsRunning());
+    BlackFrame();
+}
+
 void mainScene::DrawVeil(float opacity, float distance) {
     constexpr GLfloat HalfWidth = 3.0F;
     constexpr GLfloat HalfHeight = 2.0F;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/game_mode.h"
+#include "core/timer.h"
 
 #include <optional>
 #include <string>
@@ -51,18 +52,22 @@ protected:
     // What the state-change line is called: "MainServer" or "MainScene".
     virtual const char* ProcessName() const { return "MainServer"; }
 
-    // One whole frame: clear, the given part of this scene, swap. Does nothing once the media layer is down.
-    void RunFrame(void (mainScene::*frame)());
-    // A last black picture: clear and swap.
-    static void BlackFrame();
+    // A frame of leaving, in scenes that fade out.
+    virtual void LeavingFrame() {}
+    // Frames of leaving for as long as the fade runs, at least one; then a last black picture.
+    void RunLeavingFrames(const Timer& fade);
     // Lays black over the whole view, wherever the camera stands: a veil of the given opacity (0 to 1) that
     // hangs `distance` drawing units before the eye, more than the near plane and at most 3.
     static void DrawVeil(float opacity, float distance);
 
-    // Frames of the given kind for as long as the state holds.
-    void RunWhile(State state, void (mainScene::*frame)());
-
     // Path last given to LoadMap and to ExecConfig, at most 79 bytes; none before.
     std::optional<std::string> mapName;
     std::optional<std::string> configName;
+
+private:
+    // One whole frame: clear, the given part of this scene, swap. Does nothing once the media layer is down.
+    void RunFrame(void (mainScene::*frame)());
+    static void BlackFrame();
+    // Frames of the given kind for as long as the state holds.
+    void RunWhile(State state, void (mainScene::*frame)());
 };

@@ -202,7 +202,10 @@ void MenuScene::DrawAll() {
 
 void MenuScene::GameFrame() {
     Update();
-    if (blockMenu.GetState() != BlockMenu::Phase::Gathering) gui.ProcessEvents(frameClock.frameDelta);
+    if (blockMenu.GetState() == BlockMenu::Phase::Gathering)
+        Input::DropEvents();
+    else
+        gui.ProcessEvents(frameClock.frameDelta);
     DrawAll();
     platform::Sleep(1);
 }
@@ -222,6 +225,7 @@ void MenuScene::EndScene() {
 
 void MenuScene::LeavingFrame() {
     Update();
+    Input::DropEvents();
     DrawAll();
     platform::Sleep(1);
 }
@@ -230,10 +234,7 @@ void MenuScene::ChangeScene() {
     leaving = true;
     fadeTimer.Start();
     gui.cursor.visible = false;
-    do {
-        RunFrame(static_cast<void (mainScene::*)()>(&MenuScene::LeavingFrame));
-    } while (fadeTimer.IsRunning());
-    BlackFrame();
+    RunLeavingFrames(fadeTimer);
     LogWrite("mainMenu::GameEnd\n");
     GameEnd();
 }

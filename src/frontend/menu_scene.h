@@ -42,6 +42,7 @@ public:
 protected:
     void GameFrame() override;
     void PauseFrame() override;
+    void LeavingFrame() override;
     void EndScene() override;
     void ChangeScene() override;
 
@@ -53,7 +54,6 @@ private:
     void StartCredits();
     void EndTransition();
     void UpdateCredits();
-    void LeavingFrame();
     void DrawAll();
     void DrawFade() const;
 

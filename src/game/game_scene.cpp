@@ -284,7 +284,10 @@ void GameScene::DrawAll() {
 
 void GameScene::GameFrame() {
     frameClock.Update();
-    if (!fadeTimer.IsRunning()) input.ProcessEvents();
+    if (fadeTimer.IsRunning())
+        Input::DropEvents();
+    else
+        input.ProcessEvents();
     Update();
     Animate();
     DrawAll();
@@ -307,23 +310,17 @@ void GameScene::LeavePause() {
     gui.cursor.visible = false;
 }
 
-void GameScene::EndingFrame() {
+void GameScene::LeavingFrame() {
     frameClock.Update();
+    Input::DropEvents();
     Animate();
     DrawAll();
     platform::Sleep(1);
 }
 
-void GameScene::RunEndingFrames() {
-    do {
-        RunFrame(static_cast<void (mainScene::*)()>(&GameScene::EndingFrame));
-    } while (fadeTimer.IsRunning());
-    BlackFrame();
-}
-
 void GameScene::EndScene() {
     LogWrite("mainScene::GameEnd\n");
-    RunEndingFrames();
+    RunLeavingFrames(fadeTimer);
     LogWrite("mainMenu::GameEnd\n");
     GameEnd();
     Main::GoDestroy();
@@ -331,6 +328,6 @@ void GameScene::EndScene() {
 
 void GameScene::ChangeScene() {
     LogWrite("mainServer::GameEnd\n");
-    RunEndingFrames();
+    RunLeavingFrames(fadeTimer);
     GameEnd();
 }

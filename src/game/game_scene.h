@@ -39,6 +39,7 @@ protected:
     void PauseFrame() override;
     void EnterPause() override;
     void LeavePause() override;
+    void LeavingFrame() override;
     void EndScene() override;
     void ChangeScene() override;
 
@@ -48,8 +49,6 @@ private:
     void StartPlay();
     void StartTimers();
     void DrawAll();
-    void EndingFrame();
-    void RunEndingFrames();
     double FadeValue() const;
     void FollowPiece();
     void SetLightPosition() const;

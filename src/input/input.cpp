@@ -6,6 +6,8 @@
 
 #include <SDL.h>
 
+#include <array>
+
 constinit Input input;
 
 namespace {
@@ -38,6 +40,14 @@ void Input::ProcessEvents() {
     SDL_Event event;
     while (SDL_PollEvent(&event))
         Dispatch(event);
+}
+
+void Input::DropEvents() {
+    std::array<SDL_Event, 32> dropped;
+    SDL_PumpEvents();
+    while (SDL_PeepEvents(dropped.data(), static_cast<int>(dropped.size()), SDL_GETEVENT,
+                          SDL_ALLEVENTS & ~static_cast<Uint32>(SDL_QUITMASK)) > 0) {
+    }
 }
 
 void Input::Dispatch(const SDL_Event& event) {

@@ -15,6 +15,10 @@ public:
     // Takes every pending event from SDL's queue and calls what is bound to it. A moved mouse is put back to
     // the screen's middle.
     void ProcessEvents();
+    // Drops every pending key and mouse event, for the frames in which a scene listens to neither: they must
+    // not come in a burst once it listens again. A request to close the window stays in the queue, and has
+    // room there.
+    static void DropEvents();
 
     // Called before any key or mouse button coming up is dispatched, or none.
     void (*onRelease)() = nullptr;

@@ -38,6 +38,7 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
     menu.steer = [](SteeredMenu& self) {
         if (self.blockMenu.GetState() == BlockMenu::Phase::Gathering) {
             self.frames = 0;
+            PressKey(SDLK_ESCAPE);
             return;
         }
         glowLevel = 0.0F;
@@ -59,6 +60,7 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
     menu.GameStart(0, 0);
     EXPECT_GT(before, 5.0) << "boxes and logos are bright";
     EXPECT_NEAR(after, before, before * 0.1) << "the same picture, larger";
+    EXPECT_NE(menuScene.blockMenu.GetHovered(), MenuItem::Quit) << "keys are not heard before";
     EXPECT_EQ(GameMode, Mode::Destroy);
     EXPECT_TRUE(Logged("MainServer::GameProcess()[DESTROY] State mode Change - [END]\n"
                        "mainIntro::Leaving menu\nmainMenu::GameEnd\n"));

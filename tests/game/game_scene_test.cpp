@@ -101,10 +101,14 @@ void WatchCourse(SteadyGame& game) {
         SceneTest::PressKey(SDLK_LEFT);
         break;
     case FadeFrames:
-        EXPECT_EQ(kolvex.GetMoveState(), MoveState::None) << "keys wait until the picture stands";
+        EXPECT_EQ(kolvex.GetMoveState(), MoveState::None) << "keys are not heard before the picture stands";
         EXPECT_LT(kolvex.GetPiece().pivotY, 20.0F) << "and the piece falls all the same";
         break;
     case FadeFrames + 2:
+        EXPECT_EQ(kolvex.GetMoveState(), MoveState::None) << "nor are they saved up";
+        SceneTest::PressKey(SDLK_LEFT);
+        break;
+    case FadeFrames + 3:
         EXPECT_EQ(kolvex.GetMoveState(), MoveState::Left);
         break;
     case PauseFrame:

@@ -97,6 +97,23 @@ TEST_F(EventPump, HooksAreCalledBeforeReleasesAndOnClosing) {
     EXPECT_EQ(happened, "");
 }
 
+TEST_F(EventPump, DroppedEventsLeaveOnlyTheRequestToClose) {
+    input.onQuit = [] { happened += "quit, "; };
+    SDL_Event quit{};
+    quit.type = SDL_QUIT;
+    // More than the queue holds, were they kept.
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 40; ++i) {
+            PushKey(SDL_KEYDOWN, SDLK_a);
+            PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
+        }
+        if (round == 0) SDL_PushEvent(&quit);
+        Input::DropEvents();
+    }
+    input.ProcessEvents();
+    EXPECT_EQ(happened, "quit, ");
+}
+
 TEST_F(EventPump, EverySecondMotionPutsTheMouseBackToTheMiddle) {
     // Only the test's own motions reach the queue; where the mouse stands SDL still follows.
     SDL_SetEventFilter([](const SDL_Event* event) { return event->type == SDL_MOUSEMOTION ? 0 : 1; });
