@@ -24,7 +24,6 @@
 
 namespace {
 
-constexpr char ConfigName[] = "config.cfg";
 constexpr char IconName[] = "icons/quarvello.bmp";
 
 // Both are kept for the whole run.

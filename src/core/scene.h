@@ -9,6 +9,9 @@
 #include <optional>
 #include <string>
 
+// The settings: read at start and by every scene, rewritten block by block when they change.
+inline constexpr char ConfigName[] = "config.cfg";
+
 class mainScene {
 public:
     constexpr mainScene() = default;

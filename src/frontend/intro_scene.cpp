@@ -52,7 +52,7 @@ void IntroScene::GameStart(int /*a*/, int /*b*/) {
     input.Start();
     input.onRelease = Main::Quit;
     input.onQuit = CloseWindow;
-    ExecConfig("config.cfg");
+    ExecConfig(ConfigName);
     logo.Init();
     logo.Add("textures/veklogo.png");
     glBindTexture(GL_TEXTURE_2D, logo.Get(0));

@@ -64,7 +64,7 @@ void MenuScene::GameStart(int /*a*/, int /*b*/) {
     camera.SetPosition(0.0F, 0.0F, -4.0F);
     input.Start();
     gui.OnReleaseOutside = [] { menuScene.Activate(); };
-    ExecConfig("config.cfg");
+    ExecConfig(ConfigName);
     if (!LoadScenery()) {
         LogWrite("Block menu model loading failed\n");
         Main::Quit();

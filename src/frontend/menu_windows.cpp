@@ -15,8 +15,6 @@ constinit MenuWindows menuWindows;
 
 namespace {
 
-constexpr char ConfigName[] = "config.cfg";
-
 struct Resolution {
     int width;
     int height;
@@ -35,11 +33,6 @@ int VolumeOf(const GUI_ScrollBar& bar) {
     return static_cast<int>(bar.position * VolumePerSlide);
 }
 
-void Place(GUI_Element& element, float left, float top) {
-    element.left = left;
-    element.top = top;
-}
-
 void SetUp(GUI_Component& component, const char* caption, float top) {
     component.caption = caption;
     component.top = top;
@@ -47,7 +40,7 @@ void SetUp(GUI_Component& component, const char* caption, float top) {
 
 void SetUp(GUI_Component& component, const char* caption, float left, float top) {
     component.caption = caption;
-    Place(component, left, top);
+    component.Place(left, top);
 }
 
 } // namespace
@@ -66,7 +59,7 @@ void MenuWindows::Build() {
 
 void MenuWindows::BuildQuitDialog() {
     quitDialog.caption = "Are you sure?";
-    Place(quitDialog, 0.31F, 0.4F);
+    quitDialog.Place(0.31F, 0.4F);
     quitDialog.width = 0.37F;
     quitDialog.visible = false;
     quitDialog.resizeButton.state = GuiState::Disabled;
@@ -81,7 +74,7 @@ void MenuWindows::BuildQuitDialog() {
 
 void MenuWindows::BuildOptions() {
     optionsWindow.caption = "Options";
-    Place(optionsWindow, 0.21F, 0.2F);
+    optionsWindow.Place(0.21F, 0.2F);
     optionsWindow.visible = false;
     optionsWindow.resizeButton.state = GuiState::Disabled;
     optionsWindow.closeButton.OnClick = OnOptionsCancel;
@@ -147,7 +140,7 @@ void MenuWindows::BuildVolume(Volume& volume, float top, void (*onChange)(GUI_Sc
 }
 
 void MenuWindows::BuildCreditsWindow() {
-    Place(creditsWindow, 0.8F, 0.9F);
+    creditsWindow.Place(0.8F, 0.9F);
     creditsWindow.width = 0.2F;
     creditsWindow.height = 0.1F;
     creditsWindow.visible = false;
@@ -238,8 +231,8 @@ void MenuWindows::OnOptionsResize(GUI_Window* window) {
     menuWindows.pages.width = window->width - 0.04F;
     menuWindows.pages.height = window->height - 0.2F;
     const float top = window->height - 0.18F;
-    Place(menuWindows.optionsCancel, window->width - 0.2F, top);
-    Place(menuWindows.optionsOk, window->width - 0.37F, top);
+    menuWindows.optionsCancel.Place(window->width - 0.2F, top);
+    menuWindows.optionsOk.Place(window->width - 0.37F, top);
 }
 
 void MenuWindows::OnPickResolution(GUI_Element* element) {

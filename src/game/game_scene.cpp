@@ -30,7 +30,6 @@ constinit GameScene gameScene;
 
 namespace {
 
-constexpr char ConfigName[] = "config.cfg";
 constexpr std::uint32_t FadeDuration = 5000;   // ms
 constexpr std::uint32_t LightDuration = 15000; // ms
 constexpr int BlockModels = 16;

@@ -19,15 +19,8 @@ constinit GameWindows gameWindows;
 
 namespace {
 
-constexpr char ConfigName[] = "config.cfg";
-
-void Place(GUI_Element& element, float left, float top) {
-    element.left = left;
-    element.top = top;
-}
-
 void Place(GUI_Window& window, float left, float top, float width, float height) {
-    Place(window, left, top);
+    window.Place(left, top);
     window.width = width;
     window.height = height;
     window.state = GuiState::Normal;
@@ -35,13 +28,13 @@ void Place(GUI_Window& window, float left, float top, float width, float height)
 
 void SetUp(GUI_Button& button, const char* caption, float left, float top, GUI_Element::ElementHook onClick) {
     button.caption = caption;
-    Place(button, left, top);
+    button.Place(left, top);
     button.OnClick = onClick;
 }
 
 void SetUp(GUI_Label& label, const char* caption, float top) {
     label.caption = caption;
-    Place(label, 0.0F, top);
+    label.Place(0.0F, top);
 }
 
 // GUI units to the font's grid.
@@ -71,7 +64,7 @@ void GameWindows::BuildPause() {
     Place(pauseWindow, 0.05F, 0.35F, 0.2F, 0.09F);
     pauseItems.SetItems("Resume;Menu;Quit");
     pauseItems.caption = "Game";
-    Place(pauseItems, 0.02F, 0.01F);
+    pauseItems.Place(0.02F, 0.01F);
     pauseItems.OnClick = OnPauseChoice;
     gui.AddWindow(&pauseWindow);
     pauseWindow.AddComponent(&pauseItems);
@@ -108,7 +101,7 @@ void GameWindows::BuildName() {
     SetUp(nameLabel, "Please type your name:", 0.0F);
     nameLabel.width = 0.35F;
     nameBox.SetText("My name...");
-    Place(nameBox, 0.01F, 0.06F);
+    nameBox.Place(0.01F, 0.06F);
     nameBox.width = 0.36F;
     nameBox.OnKeyDown = OnNameKey;
     SetUp(nameOk, "OK", 0.01F, 0.13F, OnNameOk);
@@ -140,9 +133,9 @@ void GameWindows::OnListResize(GUI_Window* window) {
     window->width = std::max(window->width, 0.6F);
     window->height = std::max(window->height, 0.8F);
     const float top = window->height - 0.18F;
-    Place(gameWindows.restartButton, window->width - 0.2F, top);
-    Place(gameWindows.quitButton, window->width - 0.37F, top);
-    Place(gameWindows.menuButton, window->width - 0.54F, top);
+    gameWindows.restartButton.Place(window->width - 0.2F, top);
+    gameWindows.quitButton.Place(window->width - 0.37F, top);
+    gameWindows.menuButton.Place(window->width - 0.54F, top);
 }
 
 void GameWindows::BuildConfirmation() {

@@ -66,6 +66,11 @@ public:
 
     virtual ~GUI_Element() = default;
 
+    // Puts the element at a place inside its container.
+    void Place(float newLeft, float newTop) {
+        left = newLeft;
+        top = newTop;
+    }
     bool IsWindow() const { return kind == GuiKind::Window || kind == GuiKind::HWindow; }
     // Visible, and so is everything that holds it.
     bool IsShown() const;

@@ -66,7 +66,7 @@ void WorldScene::GameStart(int /*a*/, int /*b*/) {
     configName.reset();
     camera.Start();
     input.Start();
-    ExecConfig("config.cfg");
+    ExecConfig(ConfigName);
     if (LoadMap("maps/firstmap.txt"))
         Main::Resume();
     else

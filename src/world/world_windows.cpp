@@ -14,11 +14,6 @@ constinit WorldWindows worldWindows;
 
 namespace {
 
-void Place(GUI_Element& element, float left, float top) {
-    element.left = left;
-    element.top = top;
-}
-
 void SetUp(GUI_Button& button, const char* caption, float top, GUI_Element::ElementHook onClick) {
     button.caption = caption;
     button.top = top;
@@ -45,11 +40,11 @@ void WorldWindows::BuildGeneral() {
     across.top = 0.12F;
     across.width = 0.3F;
     across.OnChange = OnScroll;
-    Place(upright, 0.33F, 0.0F);
+    upright.Place(0.33F, 0.0F);
     upright.width = 0.04F;
     upright.height = 0.3F;
-    Place(checkBox, 0.31F, 0.31F);
-    Place(radioButton, 0.31F, 0.35F);
+    checkBox.Place(0.31F, 0.31F);
+    radioButton.Place(0.31F, 0.35F);
     progressBar.top = 0.41F;
     progressBar.width = 0.4F;
     memo.top = 0.2F;
@@ -64,7 +59,7 @@ void WorldWindows::BuildGeneral() {
 
 void WorldWindows::BuildOptions() {
     options.caption = "Options:";
-    Place(options, 0.3F, 0.1F);
+    options.Place(0.3F, 0.1F);
     options.height = 0.3F;
     SetUp(pauseButton, "Pause--------", 0.0F, [](GUI_Element*) { Main::Pause(); });
     pauseButton.width = 0.25F;
@@ -78,7 +73,7 @@ void WorldWindows::BuildOptions() {
 
 void WorldWindows::BuildView() {
     view.caption = "In eyes:";
-    Place(view, 0.6F, 0.0F);
+    view.Place(0.6F, 0.0F);
     view.OnDraw3D = OnDrawView;
     gui.AddWindow(&view);
     view.SetSize(0.4F, 0.4F);

@@ -6,43 +6,34 @@
 #include "frontend/menu_scene.h"
 #include "frontend/menu_windows.h"
 #include "game/kolvex.h"
-#include "graphics/font.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
-#include "support/gl_fixture.h"
+#include "support/scene_fixture.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
 
 namespace {
 
-// Places in the options window, in fractions of the screen.
-struct Place {
-    float x;
-    float y;
-};
-constexpr Place VideoTab = {0.46F, 0.335F};
-constexpr Place AudioTab = {0.61F, 0.335F};
-constexpr Place ShowGrid = {0.268F, 0.435F};
-constexpr Place Lighting = {0.565F, 0.435F};
-constexpr Place Resolution800 = {0.268F, 0.485F};
-constexpr Place SoundLess = {0.28F, 0.44F};
-constexpr Place MusicLess = {0.28F, 0.54F};
-constexpr Place OptionsOk = {0.53F, 0.723F};
-constexpr Place OptionsCancel = {0.70F, 0.723F};
-constexpr Place QuitYes = {0.40F, 0.53F};
-constexpr Place QuitCancel = {0.57F, 0.53F};
-
-class Windows : public GlTest {
+class Windows : public SceneTest {
 protected:
+    // Places in the options window and the quit dialog.
+    static constexpr Place VideoTab = {0.46F, 0.335F};
+    static constexpr Place AudioTab = {0.61F, 0.335F};
+    static constexpr Place ShowGrid = {0.268F, 0.435F};
+    static constexpr Place Lighting = {0.565F, 0.435F};
+    static constexpr Place Resolution800 = {0.268F, 0.485F};
+    static constexpr Place SoundLess = {0.28F, 0.44F};
+    static constexpr Place MusicLess = {0.28F, 0.54F};
+    static constexpr Place OptionsOk = {0.53F, 0.723F};
+    static constexpr Place OptionsCancel = {0.70F, 0.723F};
+    static constexpr Place QuitYes = {0.40F, 0.53F};
+    static constexpr Place QuitCancel = {0.57F, 0.53F};
+
     void SetUp() override {
-        for (const char* name : {"font", "gui"})
-            folder.LinkData(name);
         WriteFile("config.cfg", "<audio>\naudio_rate = 22050\naudio_format = 32784\naudio_channels = 2\n"
                                 "audio_buffers = 1024\nsound_volume = 128\nmusic_volume = 100\n</audio>\n");
-        audio.Load("config.cfg");
-        gui.Start("gui/ravix.cfg");
-        font.Load("font/basic4.png");
+        SceneTest::SetUp();
         kolvex.showgrid = true;
         video.SetLighting(true);
         GameMode = Mode::Menu;
@@ -53,38 +44,10 @@ protected:
         menuScene.blockMenu.SetState(BlockMenu::Phase::Ready);
     }
     void TearDown() override {
-        gui.Clear();
-        gui.Destroy();
         menuScene.blockMenu.Release();
-        audio.Destroy();
-        font.Destroy();
+        SceneTest::TearDown();
     }
 
-    static void Send(SDL_Event event) {
-        SDL_PushEvent(&event);
-        gui.ProcessEvents(0);
-    }
-    static void Click(const Place& place) {
-        SDL_Event event{};
-        event.type = SDL_MOUSEMOTION;
-        event.motion.x = static_cast<Uint16>(place.x * static_cast<float>(video.Width()));
-        event.motion.y = static_cast<Uint16>(place.y * static_cast<float>(video.Height()));
-        Send(event);
-        event = {};
-        event.button.button = SDL_BUTTON_LEFT;
-        for (const Uint8 type : {SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONUP}) {
-            event.type = type;
-            Send(event);
-        }
-    }
-    static void Type(SDLKey key) {
-        SDL_Event event{};
-        event.key.keysym.sym = key;
-        for (const Uint8 type : {SDL_KEYDOWN, SDL_KEYUP}) {
-            event.type = type;
-            Send(event);
-        }
-    }
     // What a click on a box does.
     static void Choose(MenuItem item) {
         menuScene.blockMenu.SetHovered(item);
@@ -180,13 +143,6 @@ TEST_F(Windows, QuittingAsksFirst) {
     Click(QuitYes);
     EXPECT_EQ(GameMode, Mode::Destroy);
     EXPECT_EQ(SceneState, State::Change);
-}
-
-TEST_F(Windows, EscapeLeavesTheOptionsAlone) {
-    Choose(MenuItem::Options);
-    Type(SDLK_ESCAPE);
-    EXPECT_TRUE(menuWindows.OptionsShown());
-    EXPECT_EQ(menuScene.blockMenu.GetHovered(), MenuItem::Options);
 }
 
 TEST_F(Windows, TheFirstRequestOfAFrameStands) {

@@ -31,6 +31,8 @@ extern "C" void SDL_GL_SwapBuffers() {
 }
 
 void SceneTest::SetUp() {
+    font.Destroy();
+    gui.Destroy();
     for (const char* name :
          {"font", "gui", "models", "textures", "sounds", "maps", "particles", "music", "entities"})
         folder.LinkData(name);
@@ -47,13 +49,19 @@ void SceneTest::SetUp() {
 void SceneTest::TearDown() {
     watching = false;
     SDL_WM_GrabInput(SDL_GRAB_OFF);
-    gui.Destroy();
+    GuiTest::TearDown();
     audio.Destroy();
-    font.Destroy();
 }
 
 bool SceneTest::Logged(const std::string& text) {
     return ReadLog().find(text) != std::string::npos;
+}
+
+void SceneTest::CloseWindow() {
+    SDL_Event event{};
+    event.type = SDL_QUIT;
+    SDL_PushEvent(&event);
+    gui.ProcessEvents(0);
 }
 
 void SceneTest::PressKey(SDLKey key) {

@@ -1,25 +1,36 @@
-// A test that runs whole scenes with the game's own data, and looks at every picture that is shown.
+// A test with whole scenes or their windows: the game's own data, hands that click in its own skin, and an
+// eye on every picture that is shown.
 #pragma once
 
-#include "support/gl_fixture.h"
+#include "support/gui_fixture.h"
 
 #include <SDL.h>
 
 #include <string>
 #include <vector>
 
-class SceneTest : public GlTest {
+class SceneTest : public GuiTest {
 public:
-    // Puts the press of a key into SDL's queue.
+    // Puts the press of a key into SDL's queue, for the scene to find.
     static void PressKey(SDLKey key);
 
     // From now on every picture is read just before it is shown, which costs a frame's time.
     static void WatchPictures();
 
 protected:
+    // A place in fractions of the screen.
+    struct Place {
+        float x;
+        float y;
+    };
+
     // Starts what scenes rest on, with the configuration of config.cfg or without one.
     void SetUp() override;
     void TearDown() override;
+
+    static void Click(const Place& place) { GuiTest::Click(place.x, place.y); }
+    // The window is to be closed; the GUI hears it.
+    static void CloseWindow();
 
     static bool Logged(const std::string& text);
     // Light of each picture shown since the watch began.

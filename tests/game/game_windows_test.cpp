@@ -1,0 +1,130 @@
+// The game's dialogs: what a game's end asks, entering a name or not, the list of scores, and leaving; real
+// events on a real window with the game's own skin.
+#include "core/frame_clock.h"
+#include "core/game_mode.h"
+#include "game/game_scene.h"
+#include "game/game_windows.h"
+#include "game/kolvex.h"
+#include "gui/manager.h"
+#include "support/scene_fixture.h"
+
+namespace {
+
+class Dialogs : public SceneTest {
+protected:
+    // Places in the dialogs.
+    static constexpr Place NameOk = {0.38F, 0.52F};
+    static constexpr Place NameCancel = {0.60F, 0.52F};
+    static constexpr Place ConfirmOk = {0.42F, 0.59F};
+    static constexpr Place ConfirmCancel = {0.60F, 0.59F};
+    static constexpr Place Restart = {0.697F, 0.83F};
+    static constexpr Place ListQuit = {0.527F, 0.83F};
+    static constexpr Place ListMenu = {0.358F, 0.83F};
+
+    void SetUp() override {
+        SceneTest::SetUp();
+        kolvex.highScores.Clear();
+        kolvex.NewGame();
+        gameScene.lastRank = -1;
+        GameMode = Mode::Puzzle;
+        SceneState = State::Game;
+        gameWindows.Build();
+        gameWindows.InstallQuitHandlers();
+    }
+    // Four rows at once at level 1.
+    static void Score2400() {
+        do {
+            kolvex.NewGame();
+        } while (kolvex.GetPiece().type != Piece::Bar);
+        for (int row = 0; row < 4; ++row) {
+            for (int column = 0; column < Board::Columns; ++column)
+                if (column != 5) kolvex.board.At(column, row).occupied = 1;
+        }
+        frameClock.frameDelta = 1;
+        for (int i = 0; i < 30 && kolvex.GetScore() == 0; ++i) {
+            kolvex.DropPressed();
+            kolvex.Update();
+        }
+        ASSERT_EQ(kolvex.GetScore(), 2400);
+    }
+    // Pixels in the red of the newest score.
+    static int RedPixels() {
+        gui.cursor.visible = false;
+        Draw();
+        return CountPixels([](Rgba pixel) { return pixel.red > 200 && pixel.green < 20 && pixel.blue < 20; });
+    }
+    static const char* FirstName() { return kolvex.highScores[0].name.data(); }
+};
+
+TEST_F(Dialogs, ANameIsAskedForUntilThereIsOne) {
+    Score2400();
+    GameWindows::OnGameOver();
+    EXPECT_EQ(SceneState, State::Pause);
+    for (int i = 0; i < 12; ++i)
+        Type(SDLK_BACKSPACE);
+    Click(NameOk);
+    EXPECT_STREQ(FirstName(), "") << "an empty field asks again";
+    Click(NameOk);
+    EXPECT_STREQ(FirstName(), "Name?");
+    EXPECT_EQ(kolvex.highScores[0].score, 2400U);
+    EXPECT_EQ(gameScene.lastRank, 0);
+    EXPECT_NE(ReadFile("config.cfg").find("score = 2400\n      name = \"Name?\""), std::string::npos);
+    EXPECT_GT(RedPixels(), 20);
+    Click(Restart);
+    EXPECT_EQ(SceneState, State::Game);
+    EXPECT_EQ(kolvex.GetScore(), 0);
+    EXPECT_EQ(gameScene.lastRank, -1);
+    // A score of nothing opens the list at once, without a red row.
+    GameWindows::OnGameOver();
+    EXPECT_EQ(RedPixels(), 0);
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::Pause);
+    Click(ListMenu);
+    EXPECT_EQ(SceneState, State::Change);
+    EXPECT_EQ(GameMode, Mode::Menu);
+}
+
+TEST_F(Dialogs, EnterTakesTheNameAndCancelDoesNot) {
+    Score2400();
+    GameWindows::OnGameOver();
+    Type(SDLK_a);
+    Type(SDLK_RETURN);
+    EXPECT_STREQ(FirstName(), "My name...a");
+    Click(Restart);
+    Score2400();
+    GameWindows::OnGameOver();
+    Click(NameCancel);
+    Type(SDLK_RETURN);
+    EXPECT_EQ(kolvex.highScores[1].score, 0U);
+    Click(ListQuit);
+    EXPECT_EQ(SceneState, State::End);
+    EXPECT_EQ(GameMode, Mode::Destroy);
+}
+
+TEST_F(Dialogs, ClosingTheWindowAsksUnlessTheGameIsOver) {
+    CloseWindow();
+    EXPECT_EQ(SceneState, State::Game) << "the question alone does not pause";
+    Main::Pause();
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::Pause) << "nor does Escape answer it";
+    Click(ConfirmCancel);
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::Game);
+    CloseWindow();
+    Main::Pause();
+    Click(ConfirmOk);
+    EXPECT_EQ(SceneState, State::End);
+    SceneState = State::Game;
+    GameWindows::OnGameOver();
+    CloseWindow();
+    EXPECT_EQ(SceneState, State::End) << "over the list there is nothing to lose";
+}
+
+// The rules land the piece in the frame in which a key has paused the game.
+TEST_F(Dialogs, AGameThatEndsWhilePausedStaysPaused) {
+    Main::Pause();
+    GameWindows::OnGameOver();
+    EXPECT_EQ(SceneState, State::Pause);
+}
+
+} // namespace
