@@ -17,8 +17,8 @@ COURSE = [
 # Places in fractions of the window.
 VIEW = (0.61, 0.10, 0.09, 0.10)  # in "In eyes:", left of the times: the first creature's head
 STAGE = (0.05, 0.38, 0.40, 0.32)
-CAPTION = (0.1, 0.035)
-PAUSE_BUTTON, EDITOR_BUTTON = (0.35, 0.21), (0.35, 0.33)
+CAPTION, CORNER = (0.1, 0.035), (0.347, 0.212)  # of "General:", at the least size of a window
+PAUSE_BUTTON, EDITOR_BUTTON = (0.45, 0.21), (0.45, 0.33)
 SCROLL_ON = (0.303, 0.235)
 
 
@@ -52,10 +52,11 @@ class World(Journey):
         self.pause(game, 2)
         game.move(*CAPTION)
         game.await_text("mx=0.10", 0.075, 0.035)
-        game.drag((0.195, 0.195), (0.69, 0.75))  # by its corner, to a size at which all its widgets show
+        game.click(*CAPTION)  # to the front
+        game.drag(CORNER, (0.69, 0.75))  # to a size at which all its widgets show
         game.click(*SCROLL_ON)
         game.await_text("pos=11", 0.075, 0.112)
-        game.drag((0.685, 0.745), (0.2, 0.2))
+        game.drag((0.683, 0.743), CORNER)
         self.await_line(game, COURSE[5], lambda: game.click(*EDITOR_BUTTON))
         self.assertIn("mainScene::GameEnd\nmainScene::StopMap()-Removing old objects\n", game.log())
         self.assertEqual([line for line in game.state_lines() if line in COURSE], COURSE)
