@@ -34,7 +34,7 @@ class Allocations(Journey):
         return (game.folder / "allocations.txt").read_text()
 
     def test_nothing_is_taken_where_nothing_changes(self):
-        game = self.start(preload=["count_allocations"], fast=4)
+        game = self.start(preload=["count_allocations"])
         game.to_menu()
         game.await_locked()
         self.assert_none(game, "menu at rest")

@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 """The game's windows: pausing, leaving with and without a second thought, the list of scores, windows moved and found again."""
 import re
-import time
 import unittest
 
-from course_journey import PAUSE_CAPTION, PAUSE_ROWS, choose
+from course_journey import FADE, PAUSE_ROWS, choose, open_drop_down
 from journey import Journey, small
 from labels import sees
 
@@ -12,14 +11,12 @@ CONFIRM_TITLE = ("Are you sure?", 0.425, 0.435)
 CONFIRM_OK, CONFIRM_CANCEL = (0.42, 0.59), (0.6, 0.59)
 LIST_TITLE = ("High Scores", 0.30, 0.135)
 RESTART, LIST_MENU = (0.697, 0.83), (0.358, 0.83)
-FAST = 3
-FADE = 5 / FAST  # seconds
 SCORES = "<highscores>\n" + "".join(f'<score>\nscore = {900 - i}\nname = "Ramose"\n</score>\n' for i in range(10))
 
 
 class Dialogs(Journey):
     def begin(self, **arguments):
-        game = self.start(fast=FAST, **arguments)
+        game = self.start(**arguments)
         game.to_game()
         return game
 
@@ -27,7 +24,7 @@ class Dialogs(Journey):
         """Waits for one more line of that change of state."""
         line = f"[PUZZLE] State mode Change - [{state}]"
         before = game.log().count(line)
-        game.await_true(lambda: game.log().count(line) > before, f"another {line}", act=act, pause=0.3)
+        game.await_true(lambda: game.log().count(line) > before, f"another {line}", act=act, pause=0.1)
 
     def resume(self, game):
         """One Escape: a second one would pause the game again."""
@@ -37,20 +34,18 @@ class Dialogs(Journey):
         game.await_log(line, before + 1)
 
     def open_confirmation(self, game, row):
-        game.move(*PAUSE_CAPTION)
-        game.await_text("Quit", 0.11, 0.555)  # the list unrolls under the pointer
+        open_drop_down(game)
         game.await_text(*CONFIRM_TITLE, act=lambda: game.click(*PAUSE_ROWS[row]))
 
     def play_to_the_end(self, game):
         self.await_state(game, "PAUSE", lambda: game.key("space"))
 
-    def await_end_with_fade(self, game, begin):
+    def await_end_with_fade(self, game):
         game.await_end()
-        self.assertGreater(time.monotonic() - begin, FADE, "the picture fades")
+        self.assertGreater(game.lasted("[DESTROY] State mode Change - [END]", "mainMenu::GameEnd"), FADE)
 
     def click_resume(self, game):
-        game.move(*PAUSE_CAPTION)
-        time.sleep(0.5)  # the list unrolls under the pointer
+        open_drop_down(game)
         game.click(*PAUSE_ROWS["Resume"])
 
     def test_pause_and_second_thoughts(self):
@@ -76,10 +71,8 @@ class Dialogs(Journey):
         game.await_text(*CONFIRM_TITLE)
         self.assertEqual(game.state_lines(), states)
         game.pause()
-        begin = time.monotonic()
         game.click(*CONFIRM_OK)
-        game.await_log("mainScene::GameEnd\n")
-        self.await_end_with_fade(game, begin)
+        self.await_end_with_fade(game)
         self.assertIn("Game mode Change - [DESTROY]", game.log())
 
     def test_the_list_of_scores(self):
@@ -96,19 +89,17 @@ class Dialogs(Journey):
         game.await_text(*LIST_TITLE, gone=True)
         self.play_to_the_end(game)
         game.await_text(*LIST_TITLE)
-        begin = time.monotonic()
         self.await_state_of_menu(game)
         game.await_log("Game mode Change - [MENU]", 2)
-        self.assertGreater(time.monotonic() - begin, FADE, "the picture fades")
+        self.assertGreater(game.lasted("[MENU] State mode Change - [CHANGE]", "Game mode Change - [MENU]"), FADE)
         game.menu_item("NEW GAME")
         game.await_log("starting debugger", 2)
         game.pause()
         self.resume(game)
         self.play_to_the_end(game)
         game.await_text(*LIST_TITLE)
-        begin = time.monotonic()
         game.close_window()  # over the list there is nothing to lose and nothing to ask
-        self.await_end_with_fade(game, begin)
+        self.await_end_with_fade(game)
         self.assertEqual(config.read_text().count('name = "Ramose"'), 10)
 
     def await_state_of_menu(self, game):

@@ -1,12 +1,15 @@
 """Plays the real program with real keys and mouse: a virtual display, a run folder, and what a person would see.
 
-Nothing here waits by the clock alone: a journey waits for a line of log.txt or for a picture.
+Nothing here waits by the clock alone: a journey waits for a line of log.txt or for a picture. The game's own clock runs as
+fast as the journey likes, so that fades are short.
 """
 import ctypes
+import mmap
 import os
 import pathlib
 import re
 import shutil
+import struct
 import subprocess
 import tempfile
 import time
@@ -18,55 +21,94 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests"))
 PATIENCE = 180  # seconds until something that never comes is given up; no measure of speed
 SCREEN = (1280, 1024)
+HURRY = 8  # times as fast; a step of over 200 ms counts as 200, so that more gains little
 
 
 class Picture:
-    """A screenshot as rows of RGB bytes."""
+    """A screenshot as rows of pixels of four bytes: blue, green, red and nothing."""
 
     def __init__(self, width, height, data):
         self.width, self.height, self.data = width, height, data
 
     def pixel(self, x, y):
-        at = (int(y) * self.width + int(x)) * 3
-        return tuple(self.data[at:at + 3])
+        at = (int(y) * self.width + int(x)) * 4
+        return self.data[at + 2], self.data[at + 1], self.data[at]
 
     def mean(self, left, top, width, height):
         """Mean colour of a rectangle in pixels."""
         total = [0, 0, 0]
         for y in range(int(top), int(top + height)):
-            at = (y * self.width + int(left)) * 3
-            row = self.data[at:at + int(width) * 3]
+            at = (y * self.width + int(left)) * 4
+            row = self.data[at:at + int(width) * 4]
             for channel in range(3):
-                total[channel] += sum(row[channel::3])
+                total[channel] += sum(row[2 - channel::4])
         return tuple(t / (int(width) * int(height)) for t in total)
 
-    def brightness(self):
-        return sum(self.data) / len(self.data)
+    def row(self, y, channel):
+        """One row of red (0), green (1) or blue (2)."""
+        return self.data[int(y) * self.width * 4 + 2 - channel:(int(y) + 1) * self.width * 4:4]
+
+    def save(self, path):
+        subprocess.run(["convert", "-size", f"{self.width}x{self.height}", "-depth", "8", "bgra:-", "-alpha", "off", str(path)],
+                       input=self.data, check=True)
 
 
 class Display:
-    """A virtual screen of its own."""
+    """A virtual screen of its own, whose picture lies in a file as X's window dumps are laid out."""
 
     def __init__(self, size=SCREEN):
+        self.folder = tempfile.mkdtemp(prefix="quarvello-display-")
         read_end, write_end = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{size[0]}x{size[1]}x24", "-noreset", "-nolisten", "tcp"],
-            pass_fds=[write_end], stderr=subprocess.DEVNULL)
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", f"{size[0]}x{size[1]}x24", "-fbdir", self.folder, "-noreset",
+             "-nolisten", "tcp"], pass_fds=[write_end], stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as number:
             self.name = ":" + number.readline().strip()
+        with open(f"{self.folder}/Xvfb_screen0", "rb") as file:
+            self.memory = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
+        header = struct.unpack(">25I", self.memory[:100])
+        self.pitch, colours = header[12], header[19]
+        self.begin = header[0] + 12 * colours
+
+    def look(self, left, top, width, height):
+        rows = (self.begin + (top + y) * self.pitch + left * 4 for y in range(height))
+        return Picture(width, height, b"".join(self.memory[at:at + width * 4] for at in rows))
 
     def close(self):
         self.server.terminate()
         self.server.wait()
+        self.memory.close()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class Clock:
+    """The game's clock, shared with the library game_clock."""
+    LAYOUT = struct.Struct("dI")  # speed, pictures shown
+
+    def __init__(self, speed):
+        self.file = tempfile.NamedTemporaryFile(prefix="quarvello-clock-")
+        self.file.write(self.LAYOUT.pack(speed, 0))
+        self.file.flush()
+        self.memory = mmap.mmap(self.file.fileno(), self.LAYOUT.size)
+
+    def run(self, speed):
+        struct.pack_into("d", self.memory, 0, speed)
+
+    def pictures(self):
+        return self.LAYOUT.unpack_from(self.memory)[1]
+
+    def close(self):
+        self.memory.close()
+        self.file.close()
 
 
 class Game:
     """One run of the program in a folder of its own."""
 
-    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=1, heard=False):
-        """`preload` names libraries to load into the program; its clock runs `fast` times as fast, until `pace` says
-        otherwise; what is `heard` goes to the file sound.raw."""
+    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=HURRY, heard=False):
+        """`preload` names libraries to load into the program; its clock runs `fast` times as fast, where
+        that library is built; what is `heard` goes to the file sound.raw."""
         self.display = display
         self.folder = folder or make_run_folder(config)
         self.environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy")
@@ -74,10 +116,10 @@ class Game:
             # The delay paces the mixer's chunks of 1024 frames as a sound card would.
             self.environment.update(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(self.folder / "sound.raw"), SDL_DISKAUDIODELAY="23")
         libraries = list(preload)
-        if fast != 1:
-            self.pace(fast)
-            self.environment["PACE_FILE"] = str(self.folder / "pace.txt")
-            libraries.append("fast_clock")
+        self.clock = Clock(fast) if (BUILD / "tests/libgame_clock.so").exists() else None
+        if self.clock:
+            self.environment["GAME_CLOCK"] = self.clock.file.name
+            libraries.append("game_clock")
         sanitizer = sanitizer_library(BUILD / program)
         if sanitizer:
             libraries.append("keep_libraries")
@@ -87,6 +129,7 @@ class Game:
                 [*sanitizer, *(str(BUILD / f"tests/lib{name}.so") for name in libraries)])
         self.log_path = self.folder / "log.txt"
         self.log_path.unlink(missing_ok=True)
+        (self.folder / "times.txt").unlink(missing_ok=True)
         self.process = subprocess.Popen([str(BUILD / program)], cwd=self.folder, env=self.environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
         self.window = None
@@ -127,6 +170,18 @@ class Game:
     def error(self):
         return self.process.stderr.read().decode(errors="replace")[-6000:] if self.process.poll() is not None else ""
 
+    def lasted(self, first, second):
+        """Milliseconds of the game's clock from the first picture after the last line with `first` to the last one before
+        the line with `second` that follows."""
+        log = self.log_path.read_bytes()
+        begin = log.rindex(first.encode())
+        end = log.index(second.encode(), begin + len(first))
+        read = lambda: [tuple(map(int, line.split())) for line in (self.folder / "times.txt").read_text().splitlines(True)
+                        if line.endswith("\n")]
+        self.await_true(lambda: read()[-1][0] > end, f"the picture after {second!r}")
+        first_picture = next(shown for size, shown, _ in read() if size > begin)
+        return next(before for size, _, before in read() if size > end) - first_picture
+
     def state_lines(self):
         """Mode and state changes, in order."""
         return [line for line in self.log().splitlines() if "Change - [" in line]
@@ -136,13 +191,9 @@ class Game:
             self.process.kill()
         self.process.wait()
         self.process.stderr.close()
-
-    def pace(self, fast):
-        """How fast the program's clock runs from now on, when it was not started with the true one; 0 holds the picture."""
-        path = self.folder / "pace.txt"
-        path.touch()
-        with open(path, "r+b") as file:  # in place, and always as long: the program holds it open
-            file.write(f"{fast:<15}".encode())
+        if self.clock:
+            self.clock.close()
+            self.clock = None
 
     # What a person does
 
@@ -154,12 +205,12 @@ class Game:
     def key(self, *names):
         self.xdotool("key", *names)
 
-    def tap(self, name, seconds=0.12):
-        """A key held for as long as a finger holds it, so that slow pictures see it too."""
+    def tap(self, name):
+        """A key held long enough for the slowest picture to see it."""
         self.xdotool("keydown", name)
-        time.sleep(seconds)
+        self.pictures()
         self.xdotool("keyup", name)
-        time.sleep(0.05)
+        self.pictures()
 
     def type(self, text):
         self.xdotool("type", "--delay", "30", text)
@@ -183,17 +234,17 @@ class Game:
 
     def click(self, x, y):
         self.move(x, y)
-        time.sleep(0.15)  # a frame or two, so that the pointer has arrived before the button
+        self.pictures()  # so that the pointer has arrived before the button
         self.xdotool("click", 1)
 
     def drag(self, begin, end):
         """Takes hold of a place and lets go at another."""
         self.move(*begin)
-        time.sleep(0.15)
+        self.pictures()
         self.xdotool("mousedown", 1)
-        time.sleep(0.15)
+        self.pictures()
         self.move(*end)
-        time.sleep(0.15)
+        self.pictures()
         self.xdotool("mouseup", 1)
 
     def close_window(self):
@@ -201,15 +252,25 @@ class Game:
         self.geometry()
         send_close(self.display.name, int(self.window[0]))
 
+    def pictures(self, count=2):
+        """Waits for pictures that are begun and shown after this moment, so that what was done before stands in the last."""
+        if not self.clock:
+            time.sleep(0.1 * count)
+            return
+        begin = self.clock.pictures()
+        self.await_true(lambda: self.clock.pictures() - begin >= count or self.process.poll() is not None, "pictures", pause=0.005)
+
+    def leap(self, seconds):
+        """Lets that much of the game's time pass, in its longest steps."""
+        self.clock.run(1000)
+        self.pictures(5 * seconds)
+        self.clock.run(HURRY)
+
     def look(self, save_as=None):
         """A screenshot of the window."""
-        left, top, width, height = self.geometry()
-        crop = f"{width}x{height}+{left}+{top}"
-        data = subprocess.run(["import", "-silent", "-window", "root", "-crop", crop, "+repage", "-depth", "8", "rgb:-"],
-                              env=self.environment, stdout=subprocess.PIPE, check=True).stdout
-        picture = Picture(width, height, data)
+        picture = self.display.look(*self.geometry())
         if save_as:
-            subprocess.run(["convert", "-size", f"{width}x{height}", "-depth", "8", "rgb:-", str(save_as)], input=data, check=True)
+            picture.save(save_as)
         return picture
 
     def await_text(self, text, x, y, gone=False, act=None):
@@ -229,15 +290,19 @@ class Game:
         """Until the menu's boxes have locked: from then on it takes the mouse, and its logos show."""
         self.move(0.5, 0.95)
         dark = self.look().mean(*self.logo_place())
-        self.await_true(lambda: sum(self.look().mean(*self.logo_place())) > sum(dark) + 30, "the boxes to lock", pause=0.3)
+        self.await_true(lambda: sum(self.look().mean(*self.logo_place())) > sum(dark) + 30, "the boxes to lock")
 
     def logo_place(self):
         """Where the studio's round logo appears, in pixels."""
         _, _, width, height = self.geometry()
         return width * 0.05, height * 0.82, width * 0.09, height * 0.1
 
-    def menu_item(self, name, shoot=None):
-        """Clicks one of the four boxes, found by the label that stands beside the pointer; calls `shoot` before the click."""
+    def menu_item(self, name):
+        self.hover(name)
+        self.xdotool("click", 1)
+
+    def hover(self, name):
+        """Points at one of the four boxes, found by the label that stands beside the pointer, and says where."""
         tried = 0
         places = [(x / 100, y / 100) for y in range(44, 80, 5) for x in range(36, 66, 4)]
 
@@ -245,13 +310,11 @@ class Game:
             nonlocal tried
             self.move(*places[tried % len(places)])
             tried += 1
-            time.sleep(0.15)
+            self.pictures()
 
         place = lambda: places[(tried - 1) % len(places)]
         self.await_true(lambda: hovered_label(self.look(), *place()) == name, f"the box {name}", act=search, pause=0)
-        if shoot:
-            shoot()
-        self.xdotool("click", 1)
+        return place()
 
     def to_game(self, times=1):
         self.to_menu()

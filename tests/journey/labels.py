@@ -1,6 +1,8 @@
 """Reads printed texts in screenshots, by comparing them with the font's own picture."""
+import functools
 import pathlib
 import subprocess
+from operator import mul
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 NAMES = ("OPTIONS", "CREDITS", "NEW GAME", "QUIT")
@@ -9,20 +11,18 @@ ADVANCE = 10   # from one glyph to the next
 BOX_ADVANCE = 11
 GRID = (640, 480)  # of all other texts, stretched over the window
 LIKENESS = 0.7     # a wrong text of the same length stays well below
-_font = None
 
 
+@functools.cache
 def font():
     """The font's picture at its printed size: brightness by row and column."""
-    global _font
-    if _font is None:
-        data = subprocess.run(["convert", str(ROOT / "data/font/basic4.png"), "-background", "black", "-alpha", "remove",
-                               "-resize", "256x256!", "-colorspace", "Gray", "-depth", "8", "gray:-"],
-                              stdout=subprocess.PIPE, check=True).stdout
-        _font = [data[row * 256:(row + 1) * 256] for row in range(256)]
-    return _font
+    data = subprocess.run(["convert", str(ROOT / "data/font/basic4.png"), "-background", "black", "-alpha", "remove",
+                           "-resize", "256x256!", "-colorspace", "Gray", "-depth", "8", "gray:-"],
+                          stdout=subprocess.PIPE, check=True).stdout
+    return [data[row * 256:(row + 1) * 256] for row in range(256)]
 
 
+@functools.cache
 def expected(name):
     """Brightness of the printed name, CELL rows."""
     width = ADVANCE * len(name) + CELL
@@ -38,34 +38,28 @@ def expected(name):
     return rows
 
 
-def correlation(a, b):
-    n = len(a)
-    mean_a, mean_b = sum(a) / n, sum(b) / n
-    above = sum((x - mean_a) * (y - mean_b) for x, y in zip(a, b))
-    below = (sum((x - mean_a) ** 2 for x in a) * sum((y - mean_b) ** 2 for y in b)) ** 0.5
+def correlation(seen, wanted):
+    """How alike two rows of brightness are: 1 the same, -1 the negative."""
+    n = len(seen)
+    sum_a, sum_b = sum(seen), sum(wanted)
+    above = sum(map(mul, seen, wanted)) - sum_a * sum_b / n
+    below = ((sum(map(mul, seen, seen)) - sum_a ** 2 / n) * (sum(map(mul, wanted, wanted)) - sum_b ** 2 / n)) ** 0.5
     return above / below if below else 0
 
 
 def hovered_label(picture, x, y):
     """The name printed beside a pointer at (x, y), in fractions of the window; none when there is none."""
     left = int(picture.width * (x + 0.05))
-    bottom = int(picture.height * y)
+    top = int(picture.height * y) - CELL
+    rows = [picture.row(row, 1) if 0 <= row < picture.height else b"" for row in range(top - 1, top + CELL + 1)]
     best, found = 0.6, None
     for name in NAMES:
-        rows = expected(name)
-        for dy in (-1, 0, 1):
+        width = BOX_ADVANCE * len(name) - 4
+        wanted = b"".join(bytes(row[:width]) for row in expected(name))
+        for dy in range(3):
             for dx in (-1, 0, 1):
-                seen, wanted = [], []
-                for row in range(CELL):
-                    yy = bottom - CELL + row + dy
-                    if not 0 <= yy < picture.height:
-                        continue
-                    for column in range(BOX_ADVANCE * len(name) - 4):
-                        xx = left + column + dx
-                        if 0 <= xx < picture.width and column < len(rows[row]):
-                            seen.append(picture.pixel(xx, yy)[1])
-                            wanted.append(rows[row][column])
-                if seen:
+                seen = b"".join(row[left + dx:left + dx + width] for row in rows[dy:dy + CELL])
+                if len(seen) == len(wanted):
                     score = correlation(seen, wanted)
                     if score > best:
                         best, found = score, name
@@ -75,18 +69,18 @@ def hovered_label(picture, x, y):
 def sees(picture, text, x, y, across=24, along=12):
     """Whether a text of the GUI or of the pages stands with its middle about (x, y), in fractions of the window, at any
     size of the window; `across` and `along` say how far off it may be, in pixels of the text grid."""
-    scale_x, scale_y = picture.width / GRID[0], picture.height / GRID[1]
-    rows = expected(text)
-    cells = [(column, row) for row in range(0, CELL, 2) for column in range(0, ADVANCE * len(text) + 4, 2)]
-    wanted = [rows[row][column] for column, row in cells]
+    width = ADVANCE * len(text) + 4
+    wanted = b"".join(bytes(row[:width:2]) for row in expected(text)[::2])
     left = int(x * GRID[0]) - ADVANCE * len(text) // 2
     top = int(y * GRID[1]) - CELL // 2
-    for dy in range(-along, along + 1):
-        for dx in range(-across, across + 1):
-            place = left + dx, top + dy
-            if min(place) < 0 or place[0] + ADVANCE * len(text) + CELL > GRID[0] or place[1] + CELL > GRID[1]:
-                continue
-            seen = [picture.pixel((place[0] + column) * scale_x, (place[1] + row) * scale_y)[1] for column, row in cells]
+    columns = [int(column * picture.width / GRID[0]) for column in range(GRID[0])]
+    rows = {}
+    for row in range(max(top - along, 0), min(top + along + CELL, GRID[1])):
+        red = picture.row(row * picture.height / GRID[1], 0)  # which red texts have too
+        rows[row] = red if picture.width == GRID[0] else bytes(map(red.__getitem__, columns))
+    for begin in range(max(top - along, 0), min(top + along, GRID[1] - CELL) + 1):
+        for start in range(max(left - across, 0), min(left + across, GRID[0] - width - CELL + 4) + 1):
+            seen = b"".join(rows[row][start:start + width:2] for row in range(begin, begin + CELL, 2))
             if abs(correlation(seen, wanted)) > LIKENESS:  # dark on light as well as light on dark
                 return True
     return False

@@ -1,6 +1,5 @@
 #!/usr/bin/env python3
 """Ten rounds of menu, game, menu in one process: what the process holds at the end of a round stays the same."""
-import time
 import unittest
 
 from course_journey import choose
@@ -19,7 +18,7 @@ class Rounds(Journey):
         return int(status["VmRSS"].split()[0]), int(status["Threads"])
 
     def test_nothing_grows(self):
-        game = self.start(preload=["count_resources"], fast=4)
+        game = self.start(preload=["count_resources"])
         game.to_menu()
         held = []
         for played in range(1, ROUNDS + 1):
@@ -29,7 +28,7 @@ class Rounds(Journey):
             choose(game, "Menu")
             game.await_log("Game mode Change - [MENU]", played + 1)
             game.await_log("camera.Load()", 2 * played + 1)
-            time.sleep(1)  # the menu's first pictures
+            game.pictures(10)  # the menu's first
             held.append((*self.memory(game), (game.folder / "resources.txt").read_text()))
         game.close_window()
         game.await_end()
