@@ -1,8 +1,9 @@
 // Preloaded into the game, counts what it holds of the libraries: textures, display lists, samples and music.
 // The counts go to the file "resources.txt" in the working directory with each picture whose count differs
-// from the last.
+// from the last; the bytes of all that the process holds of its heap, to "heap.txt" with every tenth picture.
 #include <cstdio>
 #include <dlfcn.h>
+#include <malloc.h>
 
 namespace {
 
@@ -75,6 +76,15 @@ void Mix_FreeMusic(void* track) {
 void SDL_GL_SwapBuffers() {
     static const auto real = Real<void (*)()>("SDL_GL_SwapBuffers");
     real();
+    static unsigned pictures = 0;
+    if (++pictures % 10 == 0) {
+        const struct mallinfo2 heap = mallinfo2();
+        if (std::FILE* file = std::fopen("heap.new", "w")) {
+            std::fprintf(file, "%zu\n", heap.uordblks + heap.hblkhd);
+            std::fclose(file);
+            std::rename("heap.new", "heap.txt");
+        }
+    }
     if (now == written) return;
     written = now;
     if (std::FILE* file = std::fopen("resources.txt", "w")) {

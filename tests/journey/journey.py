@@ -106,31 +106,33 @@ class Clock:
 class Game:
     """One run of the program in a folder of its own."""
 
-    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=HURRY, heard=False):
+    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=HURRY, heard=False,
+                 under=(), environment=None):
         """`preload` names libraries to load into the program; its clock runs `fast` times as fast, where
-        that library is built; what is `heard` goes to the file sound.raw."""
+        that library is built; what is `heard` goes to the file sound.raw; `under` is a command that runs it, and `environment`
+        is added to its own."""
         self.display = display
         self.folder = folder or make_run_folder(config)
-        self.environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy")
+        environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy", **(environment or {}))
         if heard:
             # The delay paces the mixer's chunks of 1024 frames as a sound card would.
-            self.environment.update(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(self.folder / "sound.raw"), SDL_DISKAUDIODELAY="23")
+            environment.update(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(self.folder / "sound.raw"), SDL_DISKAUDIODELAY="23")
         libraries = list(preload)
         self.clock = Clock(fast) if (BUILD / "tests/libgame_clock.so").exists() else None
         if self.clock:
-            self.environment["GAME_CLOCK"] = self.clock.file.name
+            environment["GAME_CLOCK"] = self.clock.file.name
             libraries.append("game_clock")
         sanitizer = sanitizer_library(BUILD / program)
         if sanitizer:
             libraries.append("keep_libraries")
         if libraries:
             # The sanitizer's library must come first.
-            self.environment["LD_PRELOAD"] = " ".join(
+            environment["LD_PRELOAD"] = " ".join(
                 [*sanitizer, *(str(BUILD / f"tests/lib{name}.so") for name in libraries)])
         self.log_path = self.folder / "log.txt"
         self.log_path.unlink(missing_ok=True)
         (self.folder / "times.txt").unlink(missing_ok=True)
-        self.process = subprocess.Popen([str(BUILD / program)], cwd=self.folder, env=self.environment,
+        self.process = subprocess.Popen([*under, str(BUILD / program)], cwd=self.folder, env=environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
         self.window = None
         self.area = None  # where the picture is, when no window tells it: full screen
@@ -198,7 +200,8 @@ class Game:
     # What a person does
 
     def xdotool(self, *arguments):
-        done = subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, stdout=subprocess.PIPE,
+        environment = dict(os.environ, DISPLAY=self.display.name)
+        done = subprocess.run(["xdotool", *map(str, arguments)], env=environment, stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, check=False)
         return done.stdout.decode()
 
