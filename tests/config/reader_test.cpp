@@ -69,6 +69,7 @@ TEST(Reader, PositionsAfterSearches) {
     const std::size_t start = file.Position();
     EXPECT_EQ(INI_ReadInt("late", &file), 0) << "keys behind an inner block's end are not seen";
     EXPECT_FALSE(INI_FindNextBlock("missing", &file));
+    EXPECT_STREQ(lineBuffer.data(), "</item>") << "the line that ended the search";
     EXPECT_FALSE(INI_FindKey("missing", &file));
     EXPECT_EQ(file.Position(), start);
     EXPECT_EQ(INI_ReadInt("key", &file), 1);

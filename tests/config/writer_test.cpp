@@ -105,6 +105,11 @@ TEST_F(Writer, ClosesInnerBlocksWithTheOuterAndASaveUnderWayWithTheNext) {
               "\n<a>\n  <outer>\n    <inner>\n    </inner>\n\n  </outer>\n\n  x = 3\n</a>\n");
     EXPECT_NE(ReadLog().find("[WARNING] - File ~tmpone.cfg is already opened, closing it\n"),
               std::string::npos);
+    // A bad name, too, leaves the writer closed and what was under way finished.
+    writer.WriteExistantFile("three.cfg", "c");
+    writer.WriteExistantFile("four.cfg", "");
+    writer.WriteInt(4, "y");
+    EXPECT_EQ(ReadFile("three.cfg"), "\n<c>\n</c>\n");
 }
 
 TEST_F(Writer, WhateverIsTypedComesBack) {

@@ -77,6 +77,13 @@ TEST(Timer, StopsOrRepeatsAndReportsItsShare) {
     EXPECT_NEAR(timer.Wave(), 1.0, 1e-5);
     timer.Set(0, false);
     EXPECT_EQ(timer.Progress(), 1.0);
+
+    static Timer restarted;
+    restarted.Set(10, true);
+    restarted.callback = [] { restarted.Start(); };
+    restarted.Start();
+    restarted.Update(10);
+    EXPECT_TRUE(restarted.IsRunning()) << "a run that the callback starts goes on";
 }
 
 TEST(GameMode, RequestsSetModeAndStateAndTheirNames) {
@@ -90,10 +97,13 @@ TEST(GameMode, RequestsSetModeAndStateAndTheirNames) {
     EXPECT_STREQ(Main::ModeName(), "INTRO");
     Main::GoMenu();
     EXPECT_STREQ(Main::ModeName(), "MENU");
+    Main::Quit();
+    EXPECT_STREQ(Main::ModeName(), "DESTROY");
+    EXPECT_STREQ(Main::StateName(), "END");
+    GameMode = Mode::Game;
     Main::GoDestroy();
     EXPECT_STREQ(Main::ModeName(), "DESTROY");
-    Main::Quit();
-    EXPECT_STREQ(Main::StateName(), "END");
+    EXPECT_STREQ(Main::StateName(), "CHANGE");
     GameMode = static_cast<Mode>(7);
     EXPECT_STREQ(Main::ModeName(), "UNKNOWN");
 }
