@@ -19,6 +19,9 @@ constinit GameWindows gameWindows;
 
 namespace {
 
+constexpr float ConfirmLeft = 0.31F;
+constexpr float ConfirmTop = 0.4F;
+
 void Place(GUI_Window& window, float left, float top, float width, float height) {
     window.Place(left, top);
     window.width = width;
@@ -98,6 +101,7 @@ void GameWindows::BuildName() {
     Place(nameWindow, 0.3F, 0.3F, 0.417F, 0.31F);
     nameWindow.visible = false;
     nameWindow.resizeButton.state = GuiState::Disabled;
+    nameWindow.closeButton.OnClick = OnNameCancel; // else nothing would be left to go on with
     SetUp(nameLabel, "Please type your name:", 0.0F);
     nameLabel.width = 0.35F;
     nameBox.SetText("My name...");
@@ -140,7 +144,7 @@ void GameWindows::OnListResize(GUI_Window* window) {
 
 void GameWindows::BuildConfirmation() {
     confirmWindow.caption = "Are you sure?";
-    Place(confirmWindow, 0.31F, 0.4F, 0.4F, 0.26F);
+    Place(confirmWindow, ConfirmLeft, ConfirmTop, 0.4F, 0.26F);
     confirmWindow.visible = false;
     confirmWindow.resizeButton.state = GuiState::Disabled;
     confirmWindow.closeButton.OnClick = OnConfirmCancel;
@@ -189,6 +193,7 @@ void GameWindows::EnablePlayWindows(bool enabled) {
 void GameWindows::AskToLeave(const char* caption, GUI_Element::ElementHook answer) {
     confirmOk.caption = caption;
     confirmOk.OnClick = answer;
+    confirmWindow.Place(ConfirmLeft, ConfirmTop); // wherever the last question was moved to
     confirmWindow.visible = true;
     EnablePlayWindows(false);
     gui.SetFocus(&confirmWindow);

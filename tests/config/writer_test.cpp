@@ -145,18 +145,27 @@ TEST_F(Writer, ABlockWithoutItsEndLeavesACopyOfTheOldFile) {
     EXPECT_EQ(ReadFile("config.cfg.bak"), damaged);
 }
 
-// The child saves one block after the other until it is killed; whatever the moment, the file is whole.
+// The child saves one block after the other until it is killed; whatever the moment, the file is whole. Each child has
+// saved once before its end draws near, and begins with the other block than the one before it, so that both remain.
 TEST_F(Writer, AKillAtAnyMomentLeavesTheOldOrTheNewBlock) {
     SaveScores("config.cfg", 0, 10);
     std::mt19937 random(3);
     int both[2] = {0, 0};
     for (int round = 0; round < 220; ++round) {
+        int saved[2];
+        ASSERT_EQ(pipe(saved), 0);
         const pid_t child = fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
-            for (int save = 1;; ++save)
+            for (int save = round + 1;; ++save) {
                 SaveScores("config.cfg", save % 2, 10);
+                if (save == round + 1 && write(saved[1], "", 1) != 1) _exit(1);
+            }
         }
+        close(saved[1]);
+        char once = 0;
+        ASSERT_EQ(read(saved[0], &once, 1), 1);
+        close(saved[0]);
         usleep(random() % 4000);
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);

@@ -15,6 +15,7 @@ protected:
     // Places in the dialogs.
     static constexpr Place NameOk = {0.38F, 0.52F};
     static constexpr Place NameCancel = {0.60F, 0.52F};
+    static constexpr Place NameClose = {0.697F, 0.325F};
     static constexpr Place ConfirmOk = {0.42F, 0.59F};
     static constexpr Place ConfirmCancel = {0.60F, 0.59F};
     static constexpr Place Restart = {0.697F, 0.83F};
@@ -99,6 +100,30 @@ TEST_F(Dialogs, EnterTakesTheNameAndCancelDoesNot) {
     Click(ListQuit);
     EXPECT_EQ(SceneState, State::End);
     EXPECT_EQ(GameMode, Mode::Destroy);
+}
+
+// With the name's window gone and nothing else shown, the player could only give up.
+TEST_F(Dialogs, ClosingTheNameLeadsToTheList) {
+    Score2400();
+    GameWindows::OnGameOver();
+    Click(NameClose);
+    EXPECT_STREQ(FirstName(), "");
+    Click(Restart);
+    EXPECT_EQ(SceneState, State::Game);
+}
+
+TEST_F(Dialogs, AQuestionThatWasMovedAwayIsAskedInItsPlace) {
+    Main::Pause();
+    CloseWindow();
+    Move(0.45F, 0.435F);
+    Press();
+    Move(0.2F, 0.1F);
+    Release();
+    Click(ConfirmOk);
+    EXPECT_EQ(SceneState, State::Pause);
+    CloseWindow();
+    Click(ConfirmOk);
+    EXPECT_EQ(SceneState, State::End);
 }
 
 TEST_F(Dialogs, ClosingTheWindowAsksUnlessTheGameIsOver) {

@@ -18,7 +18,7 @@ import unittest
 from labels import hovered_label, sees
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests"))
+BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests")).resolve()
 PATIENCE = 180  # seconds until something that never comes is given up; no measure of speed
 SCREEN = (1280, 1024)
 HURRY = 8  # times as fast; a step of over 200 ms counts as 200, so that more gains little
