@@ -145,8 +145,9 @@ TEST_F(Writer, ABlockWithoutItsEndLeavesACopyOfTheOldFile) {
     EXPECT_EQ(ReadFile("config.cfg.bak"), damaged);
 }
 
-// The child saves one block after the other until it is killed; whatever the moment, the file is whole. Each child has
-// saved once before its end draws near, and begins with the other block than the one before it, so that both remain.
+// The child saves one block after the other until it is killed; whatever the moment, the file is whole. Each
+// child has saved once before its end draws near, and begins with the other block than the one before it, so
+// that both remain.
 TEST_F(Writer, AKillAtAnyMomentLeavesTheOldOrTheNewBlock) {
     SaveScores("config.cfg", 0, 10);
     std::mt19937 random(3);
