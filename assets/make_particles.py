@@ -2,7 +2,7 @@
 """textures/particles/*.png: the pictures that particle effects are drawn with.
 
 All are white or nearly white with their shape in alpha, so that the colours of an emitter's key frames decide; only the
-flame has colours of its own. Cells of a sheet are numbered row by row from v = 0, which is why the files are stored
+flame and the dusk have colours of their own. Cells of a sheet are numbered row by row from v = 0, which is why the files are stored
 upside down; so is the streak, whose head is at v = 0. Two texels along every edge of a cell stay clear, because
 filtering would draw the neighbour's.
 """
@@ -153,6 +153,22 @@ def bird(phase, size=64):
     return np.concatenate([colours, (alpha * edge(*grid(size)))[..., None]], -1)
 
 
+def dusk(length=1024, reach=4.0, middle=-4.0):
+    """The evening behind the menu, from the floor's dark over the last light to the night, with nothing across.
+
+    It is seen only in the menu's lower left corner of 128 x 128 pixels, whose copies the program lays over the screen,
+    each larger than the one before, and which together are 2.1 times as bright. So it is as dark as that asks for, and its
+    horizon stands where it falls near the middle of the corner at every size of the window: at 0.074 of its height. The quad is
+    drawn around the height `middle`, `reach` to both sides, where half the window is 1.155 high.
+    """
+    heights = (0.0, 0.045, 0.06, 0.068, 0.074, 0.082, 0.093, 0.11, 0.145, 0.22)
+    colours = ("#06050C", "#0A070F", "#130D14", "#2C1A1A", "#4A2B20", "#432727", "#2A1B2F", "#17132C", "#0A0B20", "#050717")
+    y = middle + reach * grid(length)[1][:, :1]
+    share = (y / 1.1547 + 1) / 2
+    rgb = np.stack([np.interp(share, heights, [int(c[i:i + 2], 16) / 255 for c in colours]) for i in (1, 3, 5)], -1)
+    return np.repeat(rgb, 8, 1)
+
+
 def main():
     data = sys.argv[1]
 
@@ -168,6 +184,7 @@ def main():
     save("star", sheet([star(math.pi / 2 * i) for i in range(4)], 2))
     save("dust", sheet([puff(seed) for seed in (3, 5, 8, 13)], 2))
     save("flame", sheet([flame(i, 16, noise) for i in range(16)], 4))
+    paint.save(paint.to_image(dusk()), data, FOLDER + "dusk.png", flipped=True)
     save("bird", sheet([bird(2 * math.pi * i / 16) for i in range(16)], 4))
 
 

@@ -1,8 +1,12 @@
 // Preloaded into the game, lets SDL's clock run as fast or as slowly as the journey says, also in the middle
 // of a run, and tells the journey the number of pictures shown; both share the file that GAME_CLOCK names,
-// laid out as `Page`. The file "times.txt" of the working directory gets a line at each picture before which
-// the log has grown: the log's size and the times of this picture and of the one before, in ms of that clock.
-// A picture's time is the last that the main thread read for it.
+// laid out as `Page`. Where the page names a `longest` step, in ms, the clock all but stands from there to
+// the next picture: a thousandth of true time is left, so that what waits for it does not wait for ever. When
+// as many pictures have been shown as `until` says, the game is held, with the last of them on the screen. 0
+// stands for no such limit. The file "times.txt" of the working directory gets a line at each picture before
+// which the log has grown: the log's size and the times of this picture and of the one before, in ms of that
+// clock. A picture's time is the last that the main thread read for it.
+#include <algorithm>
 #include <atomic>
 #include <climits>
 #include <cstdint>
@@ -19,6 +23,8 @@ namespace {
 
 struct Page {
     std::atomic<double> speed;
+    std::atomic<double> longest;
+    std::atomic<std::uint32_t> until;
     std::atomic<std::uint32_t> pictures;
 };
 
@@ -41,7 +47,27 @@ template<class Function> Function Real(const char* name) {
 
 std::uint32_t lastRead = 0;
 std::uint32_t before = 0;
+std::atomic<double> sincePicture = 0.0;
 long size = 0;
+
+// How much of the clock's time passes in so much real time.
+double Passed(std::uint32_t elapsed) {
+    constexpr double Crawl = 0.001;
+    const Page& page = SharedPage();
+    double passed = elapsed * page.speed;
+    if (page.longest > 0.0) {
+        const double left = std::max(page.longest - sincePicture, 0.0);
+        if (passed > left) passed = left + (elapsed - left / page.speed) * Crawl;
+    }
+    sincePicture = sincePicture + passed;
+    return passed;
+}
+
+void Hold() {
+    const Page& page = SharedPage();
+    while (page.until != 0 && page.pictures >= page.until)
+        usleep(1000);
+}
 
 void WriteTimes() {
     if (std::FILE* file = std::fopen("times.txt", "a")) {
@@ -68,7 +94,7 @@ std::uint32_t SDL_GetTicks() {
     static double now = last;
     const std::lock_guard lock(guard);
     const std::uint32_t tick = real();
-    now += (tick - last) * SharedPage().speed;
+    now += Passed(tick - last);
     last = tick;
     const auto result = static_cast<std::uint32_t>(now);
     if (gettid() == getpid()) lastRead = result;
@@ -85,6 +111,8 @@ void SDL_GL_SwapBuffers() {
         WriteTimes();
     }
     before = lastRead;
+    Hold();
+    sincePicture = 0.0;
 }
 
 } // extern "C"

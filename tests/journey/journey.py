@@ -84,19 +84,20 @@ class Display:
 
 class Clock:
     """The game's clock, shared with the library game_clock."""
-    LAYOUT = struct.Struct("dI")  # speed, pictures shown
+    LAYOUT = struct.Struct("ddII")  # speed, longest step in ms, pictures until it is held, pictures shown
 
     def __init__(self, speed):
         self.file = tempfile.NamedTemporaryFile(prefix="quarvello-clock-")
-        self.file.write(self.LAYOUT.pack(speed, 0))
+        self.file.write(self.LAYOUT.pack(speed, 0, 0, 0))
         self.file.flush()
         self.memory = mmap.mmap(self.file.fileno(), self.LAYOUT.size)
 
-    def run(self, speed):
-        struct.pack_into("d", self.memory, 0, speed)
+    def run(self, speed, longest=0, until=0):
+        """The other two are limits, where they are above 0: ms from one picture to the next, and pictures in all."""
+        struct.pack_into("ddI", self.memory, 0, speed, longest, until)
 
     def pictures(self):
-        return self.LAYOUT.unpack_from(self.memory)[1]
+        return self.LAYOUT.unpack_from(self.memory)[3]
 
     def close(self):
         self.memory.close()
