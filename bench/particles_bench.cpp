@@ -1,8 +1,10 @@
 // Particles: time per update of all live particles, beside hand-written loops over plain arrays that do the
-// same arithmetic in separate passes; and what it costs to hand a particle to OpenGL in each of the five
-// styles.
+// same arithmetic in separate passes; what a cleared row costs late in a game beside early in it; and what it
+// costs to hand a particle to OpenGL in each of the five styles.
+#include "core/frame_clock.h"
 #include "particles/drawing.h"
 #include "particles/emitter.h"
+#include "particles/engine.h"
 #include "particles/random_table.h"
 #include "world/world_grid.h"
 
@@ -296,6 +298,36 @@ void BM_Walls_Limit(benchmark::State& state) {
     globalp.reset();
 }
 
+// A cleared row in a game: its effect, and the pictures up to the next one.
+void PlayRow(QEV_PEngine& engine) {
+    constexpr std::uint32_t RowEffect = 5;
+    constexpr int Pictures = 30;
+    frameClock.frameDelta = Delta;
+    engine.ActiveEffect(RowEffect, EffectInstance::NoOwner, {-4.5F, 1.0F, 5.0F}, {12.0F, 0.0F, 0.0F});
+    for (int picture = 0; picture < Pictures; ++picture)
+        engine.Update();
+}
+
+void MeasureRows(benchmark::State& state, int played) {
+    FillRandomTable();
+    QEV_PEngine engine;
+    if (!engine.Load("particles/reason.txt")) {
+        state.SkipWithError("no effects");
+        return;
+    }
+    for (int row = 0; row < played; ++row)
+        PlayRow(engine);
+    for (auto _ : state)
+        PlayRow(engine);
+    engine.Release();
+}
+void BM_LateRows(benchmark::State& state) {
+    MeasureRows(state, 10'000);
+}
+void BM_LateRows_Limit(benchmark::State& state) {
+    MeasureRows(state, 100);
+}
+
 bool OpenWindow() {
     if (SDL_Init(SDL_INIT_VIDEO) != 0) return false;
     return SDL_GetVideoSurface() || SDL_SetVideoMode(64, 64, 0, SDL_OPENGL);
@@ -327,4 +359,7 @@ BENCHMARK(BM_GravityFloor)->Arg(1000)->Arg(10000)->Arg(100000);
 BENCHMARK(BM_GravityFloor_Limit)->Arg(1000)->Arg(10000)->Arg(100000);
 BENCHMARK(BM_Walls)->Arg(1000)->Arg(10000)->Arg(100000);
 BENCHMARK(BM_Walls_Limit)->Arg(1000)->Arg(10000)->Arg(100000);
+// Few times each, for every time is one more row.
+BENCHMARK(BM_LateRows)->Iterations(50);
+BENCHMARK(BM_LateRows_Limit)->Iterations(50);
 BENCHMARK(BM_Submission)->DenseRange(1, 5);

@@ -3,21 +3,39 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
+
+// The linker's marks around the program's own code.
+extern "C" const char __executable_start; // NOLINT(bugprone-reserved-identifier)
+extern "C" const char etext;
 
 namespace {
 
 std::atomic<long> allocations = 0;
-std::atomic<long> freed = 0;
+thread_local long own = 0;
+std::atomic<long> held = 0;
 
-void* Count(void* memory) {
+// `caller` is where the operator returns to.
+void* Count(void* memory, const void* caller) {
     if (!memory) std::abort();
     ++allocations;
+    if (caller >= &__executable_start && caller < &etext) ++own;
+    held += static_cast<long>(malloc_usable_size(memory));
     return memory;
 }
 
+void* Take(std::size_t size, const void* caller) {
+    return Count(std::malloc(size > 0 ? size : 1), caller);
+}
+
+void* Take(std::size_t size, std::align_val_t alignment, const void* caller) {
+    const auto step = static_cast<std::size_t>(alignment);
+    return Count(std::aligned_alloc(step, (size + step - 1) / step * step), caller);
+}
+
 void Free(void* memory) {
-    if (memory) ++freed;
+    if (memory) held -= static_cast<long>(malloc_usable_size(memory));
     std::free(memory);
 }
 
@@ -27,29 +45,32 @@ long Allocations() {
     return allocations;
 }
 
-long AllocationsHeld() {
-    return allocations - freed;
+long OwnAllocations() {
+    return own;
+}
+
+long BytesHeld() {
+    return held;
 }
 
 // All forms stand here, so that whatever one form gives, another can take back.
 void* operator new(std::size_t size) {
-    return Count(std::malloc(size > 0 ? size : 1));
+    return Take(size, __builtin_return_address(0));
 }
 void* operator new[](std::size_t size) {
-    return operator new(size);
+    return Take(size, __builtin_return_address(0));
 }
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return operator new(size);
+    return Take(size, __builtin_return_address(0));
 }
 void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return operator new(size);
+    return Take(size, __builtin_return_address(0));
 }
 void* operator new(std::size_t size, std::align_val_t alignment) {
-    const auto step = static_cast<std::size_t>(alignment);
-    return Count(std::aligned_alloc(step, (size + step - 1) / step * step));
+    return Take(size, alignment, __builtin_return_address(0));
 }
 void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t& /*tag*/) noexcept {
-    return operator new(size, alignment);
+    return Take(size, alignment, __builtin_return_address(0));
 }
 void operator delete(void* memory) noexcept {
     Free(memory);

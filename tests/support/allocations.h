@@ -1,8 +1,11 @@
 // Counts what a program asks of the heap through operator new, for tests that hold code to asking nothing.
-// The program that calls Allocations gets the counting operators.
+// The program that calls one of these gets the counting operators.
 #pragma once
 
 // Calls of operator new since the program's start.
 long Allocations();
-// Of these, the ones whose memory has not been given back yet.
-long AllocationsHeld();
+// Of these, the ones that the program's own code made on this thread, without those of the libraries that it
+// uses.
+long OwnAllocations();
+// Bytes that have not been given back yet, as the heap rounds them.
+long BytesHeld();
