@@ -64,7 +64,7 @@ def run_rows(effect, rows, step, fail):
         if now // 32 != (now - step) // 32:
             light = np.zeros((SIZE[1], SIZE[0], 3))
             for instance in instances:
-                preview.draw(light, instance, camera, 1)
+                preview.draw(light, instance, camera)
             luminance = light @ (0.2126, 0.7152, 0.0722)
             lit = (luminance > 0.02).sum()
             # Too few lit pixels make no share: the first moment is one small point.

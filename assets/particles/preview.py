@@ -220,7 +220,7 @@ class Camera:
                          self.size[1] / 2 - scale * (p @ self.up) / depth], -1)
 
 
-def draw(frame, instance, camera, passes):
+def draw(frame, instance, camera):
     """Draws every live particle of an instance by running over the pixels of its quad."""
     e = instance.e
     height, width = e.picture.shape[:2]
@@ -247,8 +247,10 @@ def draw(frame, instance, camera, passes):
         alpha = texels[..., 3:] * np.clip(instance.look[i, 3], 0, 1) * inside[..., None]
         colour = texels[..., :3] * np.clip(instance.look[i, :3], 0, 1)
         part = frame[low[1]:high[1], low[0]:high[0]]
-        for _ in range(passes):
-            part[...] = part * (1 if e.dfactor == 1 else 1 - alpha) + colour * alpha
+        # The factors that the effects use: light added, covering by opacity, and covering whatever it shows.
+        source = alpha if e.sfactor == 770 else inside[..., None]
+        kept = {0: 1 - inside[..., None], 1: 1, 771: 1 - alpha}[e.dfactor]
+        part[...] = part * kept + colour * source
 
 
 def camera_of(scene, moment, size):
@@ -277,6 +279,11 @@ def main():
     table, loaded = Table(1), effects()
     instances = [Instance(emitter, place, direction, table) for number in map(int, options.effects.split(","))
                  for place, direction in places[number] for emitter in loaded[number]]
+    # The game draws batch by batch, a picture's batch standing where the list first names it.
+    batch = {}
+    for effect in loaded:
+        for emitter in effect:
+            batch.setdefault(emitter.keys["filename"], len(batch))
     camera = camera_of(options.scene, options.moment, size)
     below = np.zeros((size[1], size[0], 3))
     if options.background:
@@ -289,9 +296,10 @@ def main():
             instances = [instance for instance in instances if not instance.finished]
             now += options.step
         light, picture = np.zeros_like(below), below.copy()
-        for instance in instances:
-            for target in (light, picture):
-                draw(target, instance, camera, 3 if options.scene == "menu" else 1)
+        for target in (light, picture):
+            for _ in range(3 if options.scene == "menu" else 1):
+                for instance in sorted(instances, key=lambda each: batch[each.e.keys["filename"]]):
+                    draw(target, instance, camera)
         alive = sum(int(instance.alive.sum()) for instance in instances)
         luminance = light @ (0.2126, 0.7152, 0.0722)
         top = np.unravel_index(luminance.argmax(), luminance.shape)

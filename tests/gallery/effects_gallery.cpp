@@ -57,7 +57,10 @@ const std::vector<std::uint32_t> Opening = {1000, 2000, 3000, 4000, 5000, 6000};
 
 const std::vector<Row> MenuRows = {
     {"the boxes lock", Whole, {}, Sudden},
-    {"effect 1, the lock's burst, alone", Whole, {{1, {5, 3.8F, -4}, {0, 0.2F, 0}}}, Sudden},
+    {"effect 1 over 0, the lock's burst",
+     Whole,
+     {{0, {1, 2, 3}, {0, 0, 0}}, {1, {5, 3.8F, -4}, {0, 0.2F, 0}}},
+     Sudden},
     {"effect 0, the air of the menu", Whole, {{0, {1, 2, 3}, {0, 0, 0}}}, Ambient},
 };
 
