@@ -24,6 +24,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -227,6 +228,24 @@ TEST_F(DataFormats, Models) {
     EXPECT_TRUE(jackal.Load("models/jackal.md2"));
     EXPECT_EQ(jackal.Tags().size(), 198U);
     ExpectNoComplaint();
+}
+
+// What the loaders ask for is what the page tells of.
+TEST_F(DataFormats, EveryKeyThatIsReadIsOnThePage) {
+    std::ifstream page(QUARVELLO_SOURCE_DIR "/docs/data-formats.md");
+    const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+    const std::regex reading("(?:INI_Read(?:Int|Float|String)|ReadPath|flag)\\(\"(\\w+)\"");
+    std::set<std::string> keys;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(QUARVELLO_SOURCE_DIR "/src")) {
+        if (entry.path().extension() != ".cpp") continue;
+        std::ifstream file(entry.path());
+        const std::string code((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+        for (std::sregex_iterator found(code.begin(), code.end(), reading), end; found != end; ++found)
+            keys.insert((*found)[1]);
+    }
+    EXPECT_GT(keys.size(), 80U);
+    for (const std::string& key : keys)
+        EXPECT_NE(text.find("`" + key + "`"), std::string::npos) << key;
 }
 
 // The files that the page names are there.
