@@ -79,9 +79,8 @@ void QEV_Textures::Append(std::string name) {
     const auto same = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) {
         return entry.name == name && entry.generation == generation && !entry.blank;
     });
-    Entry entry{std::move(name), 0, generation, false};
-    entry.id =
-        same != entries.end() ? same->id : LoadOrBlank(IL_TYPE_UNKNOWN, entry.name.c_str(), entry.blank);
+    Entry entry{std::move(name), 0, generation, false, same != entries.end()};
+    entry.id = entry.shared ? same->id : LoadOrBlank(IL_TYPE_UNKNOWN, entry.name.c_str(), entry.blank);
     entries.push_back(std::move(entry));
 }
 
@@ -97,7 +96,7 @@ std::string QEV_Textures::GetName(int index) const {
 }
 
 void QEV_Textures::Delete(const Entry& entry) {
-    if (video.ContextHolds(entry.generation)) glDeleteTextures(1, &entry.id);
+    if (!entry.shared && video.ContextHolds(entry.generation)) glDeleteTextures(1, &entry.id);
 }
 
 void QEV_Textures::Free() {

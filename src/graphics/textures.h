@@ -50,7 +50,8 @@ private:
         std::string name;
         GLuint id = 0;
         unsigned generation = 0;
-        bool blank = false; // the blank picture stands in
+        bool blank = false;  // the blank picture stands in
+        bool shared = false; // an earlier entry owns the texture
     };
 
     static void Delete(const Entry& entry);
