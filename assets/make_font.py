@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""font/basic4.png: the bitmap font, 16 x 16 cells of 32 texels, white with alpha.
+"""font/basic4.png: the bitmap font, 16 x 16 cells of 32 texels, white with alpha and a thin dark rim.
 
 Cells 0 to 127 hold the bytes 32 to 159 of the text face, cells 128 to 255 the same bytes of the display face; bytes
 without a letter stay empty. The game draws a cell as 16 x 16 pixels of a 640 x 480 screen (of any screen for the label
@@ -11,6 +11,7 @@ import sys
 
 import numpy as np
 from PIL import Image, ImageDraw, ImageFont
+from scipy.ndimage import gaussian_filter
 
 import paint
 
@@ -20,6 +21,8 @@ FINE = 16
 BASE_LINE = 24
 # How far letters may reach below and above the base line.
 LOWEST, HIGHEST = 6.0, 23.0
+# How far the rim spreads, in texels, and how dense it is against the letter's edge.
+RIM, RIM_DENSITY = 0.7, 0.65
 
 TEXT = dict(
     path="/usr/share/fonts/truetype/dejavu/DejaVuSerifCondensed-Bold.ttf", size=29.5, small=16, capital=22, widest=18.5,
@@ -103,15 +106,24 @@ def glyph(face, font, letter):
     return best[1] if best else place(ink, width, max(1.0, centre))
 
 
+def rimmed(ink):
+    """A cell's white letter over its dark rim."""
+    rim = RIM_DENSITY * np.clip(2 * gaussian_filter(ink, RIM), 0, 1)
+    rim[:, -1:] = rim[:1] = rim[-1:] = 0  # what filtering would draw at the neighbour's edge
+    alpha = ink + (1 - ink) * rim
+    white = np.where(alpha > 0, ink / np.maximum(alpha, 1e-9), 1)
+    return np.dstack([white, white, white, alpha])
+
+
 def sheet():
-    alpha = np.zeros((16 * CELL, 16 * CELL))
+    picture = np.ones((16 * CELL, 16 * CELL, 4)) * (1, 1, 1, 0)
     for first_cell, face in ((0, TEXT), (128, DISPLAY)):
         font = ImageFont.truetype(face["path"], round(face["size"] * FINE))
         for byte in range(33, 127):
             cell = first_cell + byte - 32
             row, column = divmod(cell, 16)
-            alpha[row * CELL:(row + 1) * CELL, column * CELL:(column + 1) * CELL] = glyph(face, font, chr(byte))
-    return np.dstack([np.ones(alpha.shape + (3,)), alpha])
+            picture[row * CELL:(row + 1) * CELL, column * CELL:(column + 1) * CELL] = rimmed(glyph(face, font, chr(byte)))
+    return picture
 
 
 if __name__ == "__main__":

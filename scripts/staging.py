@@ -91,6 +91,10 @@ class Stage(Game):
         self.xdotool("keyup", name)
         self.pictures(1)
 
+    def click(self, x, y):
+        super().click(x, y)
+        self.pictures()
+
     def point(self, x, y):
         self.move(x, y)
         self.pictures(2)
