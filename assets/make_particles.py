@@ -159,10 +159,12 @@ def dusk(length=1024, reach=4.0, middle=-4.0):
     It is seen only in the menu's lower left corner of 128 x 128 pixels, whose copies the program lays over the screen,
     each larger than the one before, and which together are 2.1 times as bright. So it is as dark as that asks for, and its
     horizon stands where it falls near the middle of the corner at every size of the window: at 0.074 of its height. The quad is
-    drawn around the height `middle`, `reach` to both sides, where half the window is 1.155 high.
+    drawn around the height `middle`, `reach` to both sides, where half the window is 1.155 high. Its upper end is black, because
+    the eye passes it on the way to the credits.
     """
-    heights = (0.0, 0.045, 0.06, 0.068, 0.074, 0.082, 0.093, 0.11, 0.145, 0.22)
-    colours = ("#06050C", "#0A070F", "#130D14", "#2C1A1A", "#4A2B20", "#432727", "#2A1B2F", "#17132C", "#0A0B20", "#050717")
+    heights = (0.0, 0.045, 0.06, 0.068, 0.074, 0.082, 0.093, 0.11, 0.145, 0.22, 0.27, 0.42)
+    colours = ("#06050C", "#0A070F", "#130D14", "#2C1A1A", "#4A2B20", "#432727", "#2A1B2F", "#17132C", "#0A0B20", "#050717",
+               "#030410", "#000000")
     y = middle + reach * grid(length)[1][:, :1]
     share = (y / 1.1547 + 1) / 2
     rgb = np.stack([np.interp(share, heights, [int(c[i:i + 2], 16) / 255 for c in colours]) for i in (1, 3, 5)], -1)

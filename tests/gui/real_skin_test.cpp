@@ -84,7 +84,7 @@ protected:
                     const auto at = [x, y](int dx, int dy) {
                         return static_cast<std::size_t>((y + dy) * Width + x + dx);
                     };
-                    if (!IsInk(ground[at(0, 0)], written[at(0, 0)])) continue;
+                    if (!IsInk(stid, ground[at(0, 0)], written[at(0, 0)])) continue;
                     ++inked;
                     for (int dy = -1; dy <= 1; ++dy)
                         for (int dx = -1; dx <= 1; ++dx)
@@ -109,8 +109,12 @@ private:
     struct GuiScene {
         float red, green, blue;
     };
-    // The faint fringe of a glyph is no part of it that anybody reads.
-    static bool IsInk(Rgba ground, Rgba written) { return std::abs(ground.green - written.green) >= 40; }
+    // The fringe and the rim of a glyph are no part of it that anybody reads: ink is what is nearer to the
+    // text's colour than to the ground's.
+    static bool IsInk(std::uint8_t stid, Rgba ground, Rgba written) {
+        const double text = 255.0 * static_cast<double>(gui.GetStyles().Get(stid).textg);
+        return 2.0 * (ground.green - written.green) / (ground.green - text) >= 1.0;
+    }
 };
 
 TEST_F(RealSkinTest, LoadsWithoutAWarning) {
