@@ -9,6 +9,8 @@ namespace {
 constexpr std::size_t WordArrays = 13; // arrays of four-byte values, without colours and marks
 constexpr std::size_t Page = 4096;
 
+constinit std::size_t bytesHeld = 0; // by all slots of the program
+
 // Bytes from one array to the next. Arrays that begin at like places of their pages would compete for the
 // same lines of the cache, so each begins a little over a quarter of a page further on.
 constexpr std::size_t StrideFor(std::size_t slots) {
@@ -23,15 +25,22 @@ constexpr std::size_t MemoryFor(std::size_t stride) {
 
 } // namespace
 
+void ParticleSlots::FreeMemory::operator()(std::byte* bytes) const {
+    bytesHeld -= size;
+    ::operator delete(bytes, Alignment);
+}
+
 bool ParticleSlots::Reset(std::size_t slots) {
     if (slots > capacity) {
         const std::size_t stride = StrideFor(slots);
-        std::unique_ptr<std::byte, FreeMemory> grown(
-            static_cast<std::byte*>(::operator new(MemoryFor(stride), Alignment, std::nothrow)));
+        const std::size_t bytes = MemoryFor(stride);
+        if (bytes > MemoryLimit - bytesHeld) return false;
+        void* const grown = ::operator new(bytes, Alignment, std::nothrow);
         if (!grown) return false;
-        memory = std::move(grown);
+        memory = {static_cast<std::byte*>(grown), FreeMemory{bytes}};
+        bytesHeld += bytes;
         // Passes run over dead slots too, which must hold numbers.
-        std::memset(memory.get(), 0, MemoryFor(stride));
+        std::memset(memory.get(), 0, bytes);
         capacity = slots;
         Spread(stride);
     }

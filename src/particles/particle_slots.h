@@ -32,6 +32,10 @@ public:
     // cache from one pass to the next.
     static constexpr std::size_t BlockSize = 256;
 
+    // Bytes that the particles of all emitters together may take, some three and a half million of them: a
+    // file that asks for more than the machine has must not bring it down.
+    static constexpr std::size_t MemoryLimit = std::size_t{256} << 20U;
+
     // Makes room for `slots` slots, all dead. Grows and never shrinks. False, with the slots as they were,
     // when there is no memory for them.
     [[nodiscard]] bool Reset(std::size_t slots);
@@ -61,7 +65,8 @@ public:
 private:
     static constexpr std::align_val_t Alignment{64};
     struct FreeMemory {
-        void operator()(std::byte* bytes) const { ::operator delete(bytes, Alignment); }
+        std::size_t size; // bytes
+        void operator()(std::byte* bytes) const;
     };
 
     void Spread(std::size_t stride);

@@ -295,6 +295,25 @@ TEST_F(Engine, NeitherMemoryNorWorkGrowsWithTheGame) {
     EXPECT_EQ(slots(), updated);
 }
 
+// However many emitters ask for as many particles as one may have, the machine's memory is not theirs.
+TEST_F(Engine, AllEmittersTogetherAreHeldToALimit) {
+    const std::string greedy =
+        EmitterText({{"particleNum", "1048576"}, {"emittime", "100000"}, {"die", "2"}});
+    LoadOne(std::vector<std::string>(40, greedy));
+    for (int round = 0; round < 2; ++round) {
+        const EffectInstance* effect = Start();
+        const auto room = std::ranges::count_if(
+            effect->emitters, [](const auto& emitter) { return emitter->particles.Count() == 1048576U; });
+        EXPECT_EQ(room, 3);
+        EXPECT_LT(BytesHeld(), 300L << 20U);
+        EXPECT_EQ(CountInLog("[ERROR] no memory for 1048576 particles\n"), 37 * (round + 1));
+        frameClock.frameDelta = 200;
+        for (int frame = 0; frame < 3; ++frame)
+            engine.Update();
+        EXPECT_EQ(engine.RunningCount(), 0U); // and what they had is free again
+    }
+}
+
 TEST_F(Engine, UpdateAndDrawAllocateNothing) {
     std::vector<std::string> texts;
     for (int form = 0; form < 6; ++form)
