@@ -3,7 +3,9 @@
 Nothing here waits by the clock alone: a journey waits for a line of log.txt or for a picture. The game's own clock runs as
 fast as the journey likes, so that fades are short.
 """
+import contextlib
 import ctypes
+import itertools
 import mmap
 import os
 import pathlib
@@ -21,6 +23,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests")).resolve()
 PATIENCE = 180  # seconds until something that never comes is given up; no measure of speed
 SCREEN = (1280, 1024)
+CRAWL = 0.1
 HURRY = 8  # times as fast; a step of over 200 ms counts as 200, so that more gains little
 
 
@@ -91,10 +94,20 @@ class Clock:
         self.file.write(self.LAYOUT.pack(speed, 0, 0, 0))
         self.file.flush()
         self.memory = mmap.mmap(self.file.fileno(), self.LAYOUT.size)
+        self.pace = (speed, 0, 0)
 
     def run(self, speed, longest=0, until=0):
         """The other two are limits, where they are above 0: ms from one picture to the next, and pictures in all."""
-        struct.pack_into("ddI", self.memory, 0, speed, longest, until)
+        self.pace = (speed, longest, until)
+        struct.pack_into("ddI", self.memory, 0, *self.pace)
+
+    @contextlib.contextmanager
+    def crawling(self):
+        """Hardly anything turns or fades meanwhile. It may not stop: no picture takes less than a millisecond."""
+        speed, longest, until = self.pace
+        self.run(CRAWL, longest, until)
+        yield
+        self.run(speed, *self.pace[1:])
 
     def pictures(self):
         return self.LAYOUT.unpack_from(self.memory)[3]
@@ -136,6 +149,7 @@ class Game:
         self.process = subprocess.Popen([*under, str(BUILD / program)], cwd=self.folder, env=environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
         self.window = None
+        self.pointer = None  # where it was last sent, in fractions of the window
         self.area = None  # where the picture is, when no window tells it: full screen
 
     # What the program says
@@ -234,6 +248,7 @@ class Game:
     def move(self, x, y):
         """Points at a place in fractions of the window."""
         left, top, width, height = self.geometry()
+        self.pointer = (x, y)
         self.xdotool("mousemove", left + int(x * width), top + int(y * height))
 
     def click(self, x, y):
@@ -302,23 +317,28 @@ class Game:
         return width * 0.05, height * 0.82, width * 0.09, height * 0.1
 
     def menu_item(self, name):
-        self.hover(name)
-        self.xdotool("click", 1)
+        self.hover(name, lambda: self.xdotool("click", 1))
 
-    def hover(self, name):
-        """Points at one of the four boxes, found by the label that stands beside the pointer, and says where."""
-        tried = 0
-        places = [(x / 100, y / 100) for y in range(44, 80, 5) for x in range(36, 66, 4)]
+    def hover(self, name, act=lambda: None):
+        """Points at one of the four boxes, found by the label that stands beside the pointer, and does `act` while time
+        crawls, as the boxes turn away."""
+        places = itertools.cycle((x / 100, y / 100) for y in range(44, 80, 5) for x in range(36, 66, 4))
 
-        def search():
-            nonlocal tried
-            self.move(*places[tried % len(places)])
-            tried += 1
+        def found():
+            place = next(places)
+            self.move(*place)
             self.pictures()
+            if hovered_label(self.look(), *place) != name:
+                return False
+            with self.clock.crawling() if self.clock else contextlib.nullcontext():
+                self.pictures()
+                if hovered_label(self.look(), *place) != name:
+                    return False
+                act()
+                self.pictures()
+                return True
 
-        place = lambda: places[(tried - 1) % len(places)]
-        self.await_true(lambda: hovered_label(self.look(), *place()) == name, f"the box {name}", act=search, pause=0)
-        return place()
+        self.await_true(found, f"the box {name}", pause=0)
 
     def to_game(self, times=1):
         self.to_menu()

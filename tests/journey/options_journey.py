@@ -56,8 +56,7 @@ class Options(Journey):
 
     def test_each_box_and_its_window(self):
         game = self.begin(config=lambda text: small(text).replace("<highscores>\n", SCORES))
-        game.key("Escape")  # asks, as the QUIT box does
-        game.await_text(*QUIT_TITLE)
+        game.await_text(*QUIT_TITLE, act=lambda: game.key("Escape"))  # asks, as the QUIT box does
         game.click(*QUIT_NO)
         game.await_text(*QUIT_TITLE, gone=True)
         self.open_options(game)
@@ -78,8 +77,7 @@ class Options(Journey):
 
     def test_quit_by_closing_the_window_over_an_open_dialog(self):
         game = self.begin()
-        game.key("Escape")
-        game.await_text(*QUIT_TITLE)
+        game.await_text(*QUIT_TITLE, act=lambda: game.key("Escape"))
         game.close_window()
         game.await_end()
 
@@ -171,9 +169,11 @@ class Options(Journey):
 
     def boxes_turn_red(self, game):
         """The box under the pointer is drawn in its texture, in red."""
-        x, y = game.hover("CREDITS")
-        game.pictures()
+        game.hover("CREDITS", lambda: self.assert_red(game))
+
+    def assert_red(self, game):
         picture = game.look()
+        x, y = game.pointer
         # Above or below the pointer: it may stand at the box's edge.
         left, width, height = picture.width * (x - 0.03), picture.width * 0.03, picture.height * 0.04
         red, green, blue = max(picture.mean(left, picture.height * (y + above), width, height) for above in (-0.05, 0.01))
