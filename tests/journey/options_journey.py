@@ -119,7 +119,7 @@ class Options(Journey):
     def test_another_resolution_loses_nothing(self):
         game = self.begin()
         game.move(0.5, 0.97)
-        game.leap(5)  # the logos fade in
+        game.leap(10)  # the logos fade in for five
         logos = self.logos(game)
         self.open_options(game, "Video")
         game.await_text("1024x768", 0.38, 0.54)
