@@ -40,7 +40,7 @@ void CountBytes(benchmark::State& state, const std::string& text) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
 }
 
-void BM_Reader(benchmark::State& state) {
+void Walk(benchmark::State& state) {
     ConfigFile file = ConfigFile::FromMemory(BlockKeys());
     for (auto _ : state) {
         file.Seek(0);
@@ -48,6 +48,10 @@ void BM_Reader(benchmark::State& state) {
             benchmark::DoNotOptimize(INI_ReadLine(&file));
     }
     CountBytes(state, BlockKeys());
+}
+
+void BM_Reader(benchmark::State& state) {
+    Walk(state);
 }
 BENCHMARK(BM_Reader);
 
@@ -63,6 +67,11 @@ void BM_Reader_Limit(benchmark::State& state) {
     CountBytes(state, SectionKeys());
 }
 BENCHMARK(BM_Reader_Limit);
+
+void BM_ReaderSimpleIni(benchmark::State& state) {
+    Walk(state);
+}
+BENCHMARK(BM_ReaderSimpleIni);
 
 void BM_ReaderSimpleIni_Limit(benchmark::State& state) {
     for (auto _ : state) {
