@@ -306,15 +306,13 @@ class Game:
         self.await_log("mainScene::camera.Load()")
 
     def await_locked(self):
-        """Until the menu's boxes have locked: from then on it takes the mouse, and its logos show."""
-        self.move(0.5, 0.95)
-        dark = self.look().mean(*self.logo_place())
-        self.await_true(lambda: sum(self.look().mean(*self.logo_place())) > sum(dark) + 30, "the boxes to lock")
-
-    def logo_place(self):
-        """Where the studio's round logo appears, in pixels."""
-        _, _, width, height = self.geometry()
-        return width * 0.05, height * 0.82, width * 0.09, height * 0.1
+        """Until the menu's boxes have locked: from then on it takes the mouse, and the studio's round logo appears. Glow and dusk
+        are as bright, but smooth."""
+        def logo_shows():
+            picture = self.look()
+            row = picture.row(picture.height * 0.87, 0)[int(picture.width * 0.05):int(picture.width * 0.14)]
+            return max(row) - min(row) > 60
+        self.await_true(logo_shows, "the boxes to lock")
 
     def menu_item(self, name):
         self.hover(name, lambda: self.xdotool("click", 1))
