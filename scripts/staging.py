@@ -63,16 +63,8 @@ class Stage(Game):
             assert time.monotonic() < deadline, f"no picture\n{self.log()[-2000:]}"
             time.sleep(0.002)
 
-    def await_true(self, condition, what, act=None, pause=0.05):
-        """`pause` is time of the game."""
-        deadline = time.monotonic() + PATIENCE
-        while True:
-            if act:
-                act()
-            if condition():
-                return
-            assert self.process.poll() is None and time.monotonic() < deadline, f"in vain: {what}\n{self.log()[-2000:]}"
-            self.pass_time(max(pause, 0.001))
+    def rest(self, seconds):
+        self.pass_time(max(seconds, 0.001))
 
     def pass_time(self, seconds):
         self.pictures(max(round(1000 * seconds / self.step), 1))

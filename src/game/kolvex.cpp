@@ -83,7 +83,7 @@ void Kolvex::NewGame() {
     repeatTimer = 0;
     moveState = MoveState::None;
     gameOver = false;
-    board.Clear();
+    ClearBoard();
     nextPiece.ChooseRandom();
     NextPiece();
 }

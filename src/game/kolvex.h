@@ -72,6 +72,7 @@ public:
     Timer previewTimer; // turns the next piece; advanced by the scene
 
 private:
+    void ClearBoard() { board.Clear(); }
     void NextPiece();
     void HandleMove(std::int32_t delta);
     void HandleRotate();

@@ -106,8 +106,10 @@ class Clock:
         """Hardly anything turns or fades meanwhile. It may not stop: no picture takes less than a millisecond."""
         speed, longest, until = self.pace
         self.run(CRAWL, longest, until)
-        yield
-        self.run(speed, *self.pace[1:])
+        try:
+            yield
+        finally:
+            self.run(speed, *self.pace[1:])
 
     def pictures(self):
         return self.LAYOUT.unpack_from(self.memory)[3]
@@ -174,7 +176,10 @@ class Game:
                 raise AssertionError(f"the program ended ({self.process.returncode}) before: {what}\n{self.error()}\n{self.log()[-2000:]}")
             if time.monotonic() > deadline:
                 raise AssertionError(f"waited in vain for: {what}\n{self.log()[-2000:]}")
-            time.sleep(pause)
+            self.rest(pause)
+
+    def rest(self, seconds):
+        time.sleep(seconds)
 
     def await_end(self):
         try:
