@@ -174,8 +174,8 @@ class Options(Journey):
     def assert_red(self, game):
         picture = game.look()
         x, y = game.pointer
-        # All about the pointer but where its picture and the label lie: it may stand at the box's edge.
-        places = [(x + dx, y + dy) for dx in (-0.05, -0.03, -0.015) for dy in (-0.06, -0.03, 0.0, 0.03)]
+        # All about the pointer: it may stand at any edge of the box.
+        places = [(x + dx, y + dy) for dx in (-0.05, -0.03, -0.015, 0.0, 0.015) for dy in (-0.06, -0.03, 0.0, 0.03)]
         colours = [picture.mean(left * picture.width, top * picture.height, picture.width * 0.015, picture.height * 0.02)
                    for left, top in places]
         red, green, blue = max(colours, key=lambda colour: colour[0] - max(colour[1:]))
