@@ -87,18 +87,22 @@ def bleed(pixels, steps=6):
 
 
 def save_png(image, path):
-    """Writes a PNG whose rows are stored as they are: the files grow by half, and the game unpacks them in two
-    thirds of the time that the usual row filters take."""
+    """Writes a PNG whose rows are stored as they are or as differences from the row above, whichever is smaller: the
+    other row filters make the files a tenth smaller at best, and the game unpacks them up to half as slow again."""
     colour_type = {"L": 0, "RGB": 2, "LA": 4, "RGBA": 6}[image.mode]
     width, height = image.size
-    unfiltered = np.zeros((height, 1 + width * len(image.mode)), np.uint8)
-    unfiltered[:, 1:] = np.asarray(image).reshape(height, -1)
+    rows = np.asarray(image).reshape(height, -1)
+    above = np.concatenate([np.zeros_like(rows[:1]), rows[:-1]])
+
+    def packed(filter_type, filtered):
+        kinds = np.full((height, 1), filter_type, np.uint8)
+        return zlib.compress(np.concatenate([kinds, filtered], 1).tobytes(), 9)
 
     def chunk(kind, content):
         return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
     with open(path, "wb") as file:
         file.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, colour_type, 0, 0, 0)) +
-                   chunk(b"IDAT", zlib.compress(unfiltered.tobytes(), 9)) + chunk(b"IEND", b""))
+                   chunk(b"IDAT", min(packed(0, rows), packed(2, rows - above), key=len)) + chunk(b"IEND", b""))
 
 
 def save(image, directory, name, flipped=False):
