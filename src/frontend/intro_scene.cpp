@@ -20,9 +20,10 @@ constexpr unsigned FrameWait = 2;             // ms
 constexpr float LastBright = 0.2F;            // opacity at either end of a part
 constexpr float PictureSplit = 0.65F;         // share of the picture's height that the first part shows
 
-// The program ends without the menu, also when a key comes up in the same frame.
+// The program ends without the menu, whatever key follows in the same frame.
 void CloseWindow() {
     input.onRelease = nullptr;
+    input.Clear();
     Main::GoDestroy();
 }
 

@@ -204,6 +204,15 @@ void GameWindows::ShowList() {
     gui.SetFocus(&listWindow);
 }
 
+// Back from the pause to the game. Another request of the same frame, such as leaving, stands.
+void GameWindows::GoOn() {
+    if (SceneState != State::Pause) return;
+    gui.LetGo(); // the game would not hear a held button come up
+    gui.SetFocus(nullptr);
+    gui.cursor.visible = false;
+    Main::Pause();
+}
+
 // What both ways out of the game share.
 void GameWindows::Leave() {
     EnablePlayWindows(true);
@@ -243,9 +252,7 @@ void GameWindows::OnGameOver() {
 void GameWindows::OnPauseChoice(GUI_Element* /*element*/) {
     switch (gameWindows.pauseItems.HoveredIndex()) {
     case 0:
-        gui.SetFocus(nullptr);
-        gui.cursor.visible = false;
-        Main::Pause();
+        GoOn();
         break;
     case 1:
         gameWindows.AskToLeave("Menu", OnMenu);
@@ -259,10 +266,7 @@ void GameWindows::OnPauseChoice(GUI_Element* /*element*/) {
 }
 
 void GameWindows::OnKey(SDL_keysym key) {
-    if (key.sym != SDLK_ESCAPE || gameWindows.pauseWindow.state == GuiState::Disabled) return;
-    gui.SetFocus(nullptr);
-    gui.cursor.visible = false;
-    Main::Pause();
+    if (key.sym == SDLK_ESCAPE && gameWindows.pauseWindow.state != GuiState::Disabled) GoOn();
 }
 
 void GameWindows::OnQuitRequest() {
@@ -288,7 +292,9 @@ void GameWindows::OnNameCancel(GUI_Element* /*element*/) {
 }
 
 void GameWindows::OnRestart(GUI_Element* /*element*/) {
+    if (SceneState != State::Pause) return;
     gameWindows.listWindow.visible = false;
+    gameWindows.confirmWindow.visible = false; // asked over the name of the game before
     gameWindows.EnablePlayWindows(true);
     Main::Resume();
     kolvex.NewGame();

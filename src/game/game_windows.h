@@ -45,6 +45,7 @@ private:
     void EnablePlayWindows(bool enabled);
     void AskToLeave(const char* caption, GUI_Element::ElementHook answer);
     void ShowList();
+    static void GoOn();
     void Leave();
     void EnterName();
 

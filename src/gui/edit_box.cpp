@@ -42,6 +42,11 @@ void GUI_EditBox::KeyUp(SDL_keysym key) {
     entry.Release();
 }
 
+void GUI_EditBox::LostFocus() {
+    GUI_Component::LostFocus();
+    entry.Release();
+}
+
 void GUI_EditBox::Apply(const SDL_keysym& key) {
     if (const char character = TextEntry::Character(key))
         AddText(character);

@@ -16,6 +16,7 @@ public:
 
     void KeyDown(SDL_keysym key) override;
     void KeyUp(SDL_keysym key) override;
+    void LostFocus() override; // with it goes the key that is held
     void Draw() override;
 
     const char* Text() const { return text.data(); }

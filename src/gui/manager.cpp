@@ -26,6 +26,7 @@ void QEV_Gui::ForgetScreen() {
     windows.clear();
     focus = nullptr;
     hovered = nullptr;
+    pressed = nullptr;
     OnReleaseOutside = nullptr;
     OnKey = nullptr;
     OnQuit = nullptr;
@@ -84,7 +85,7 @@ void QEV_Gui::Destroy() {
 
 void QEV_Gui::Clear() {
     LogWrite("QEV_Gui::Clear()\n");
-    DropHovered(); // so that a screen built again does not open with a lit button
+    LetGo(); // so that a screen built again does not open with a lit button
     for (GUI_Window* window : windows) {
         window->ClearComponents();
         window->owner = nullptr;

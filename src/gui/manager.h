@@ -49,6 +49,8 @@ public:
     void MouseUp();
     void KeyDown(SDL_keysym key);
     void KeyUp(SDL_keysym key);
+    // Ends a press and a hover, for a scene that stops listening before the release.
+    void LetGo();
 
     // Replaces the screen by a window with a progress bar of that many steps, until LoadingEnd puts it back.
     void LoadingStart(float left, float top, std::uint16_t steps, const char* caption);
@@ -81,7 +83,6 @@ private:
     // The topmost element under the pointer.
     GUI_Element* HitElement(bool disabledToo) const;
     void DropFocus();
-    void DropHovered();
     void ForgetScreen();
     void SetUpButtons(GUI_Window& window) const;
     void DrawFocusFrame();
@@ -92,6 +93,7 @@ private:
     std::vector<GUI_Window*> windows;
     GUI_Element* focus = nullptr;
     GUI_Element* hovered = nullptr;
+    GUI_Element* pressed = nullptr; // until the release
     AudioSample* hoverSound = nullptr; // handles of the audio object
     AudioSample* clickSound = nullptr;
     LoadingScreen loading;

@@ -105,6 +105,11 @@ void GUI_Memo::AreaKeyUp(GUI_Element* element, SDL_keysym /*key*/) {
     MemoOf(element).entry.Release();
 }
 
+// The held key's release goes to what has the focus then.
+void GUI_Memo::AreaLostFocus(GUI_Element* element) {
+    MemoOf(element).entry.Release();
+}
+
 void GUI_Memo::Apply(const SDL_keysym& key) {
     switch (key.sym) {
     case SDLK_RETURN:

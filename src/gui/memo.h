@@ -49,6 +49,7 @@ private:
     static void AreaMouseDown(GUI_Element* area, float x, float y);
     static void AreaKeyDown(GUI_Element* area, SDL_keysym key);
     static void AreaKeyUp(GUI_Element* area, SDL_keysym key);
+    static void AreaLostFocus(GUI_Element* area);
     static void AreaDraw(GUI_Component* area);
 
     void Apply(const SDL_keysym& key);
@@ -89,5 +90,6 @@ constexpr GUI_Memo::GUI_Memo() : GUI_Component(GuiKind::Memo, 1, ""), scroll(thi
     area.OnMouseDown = AreaMouseDown;
     area.OnKeyDown = AreaKeyDown;
     area.OnKeyUp = AreaKeyUp;
+    area.OnLostFocus = AreaLostFocus;
     area.OnDraw = AreaDraw;
 }

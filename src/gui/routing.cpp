@@ -31,8 +31,10 @@ void QEV_Gui::DropFocus() {
     focus = nullptr;
 }
 
-void QEV_Gui::DropHovered() {
+void QEV_Gui::LetGo() {
+    if (pressed) pressed->SetNormal();
     if (hovered) hovered->SetNormal();
+    pressed = nullptr;
     hovered = nullptr;
 }
 
@@ -52,7 +54,7 @@ void QEV_Gui::MouseMove() {
         return;
     }
     GUI_Element* hit = HitElement(false);
-    if (hit != hovered) DropHovered();
+    if (hit != hovered && hovered) hovered->SetNormal();
     hovered = hit;
     if (hit) hit->MouseOver(cursor.x, cursor.y);
 }
@@ -66,13 +68,15 @@ void QEV_Gui::MouseDown() {
     }
     SetFocus(hit);
     BringToFront();
+    pressed = hit;
     hit->MouseDown(cursor.x, cursor.y);
 }
 
 void QEV_Gui::MouseUp() {
     GUI_Element* hit = HitElement(true);
     // What was pressed may have lost the focus since; the release ends its drag all the same.
-    if (hovered && hovered != hit && hovered->state == GuiState::Clicked) hovered->SetNormal();
+    if (pressed && pressed != hit) pressed->SetNormal();
+    pressed = nullptr;
     if (hit) {
         if (hit != focus && focus) focus->SetNormal();
         hit->MouseUp(cursor.x, cursor.y);

@@ -138,11 +138,27 @@ TEST_F(Dialogs, ClosingTheWindowAsksUnlessTheGameIsOver) {
     CloseWindow();
     Main::Pause();
     Click(ConfirmOk);
-    EXPECT_EQ(SceneState, State::End);
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::End) << "and what follows in the same frame does not bring the game back";
     SceneState = State::Game;
     GameWindows::OnGameOver();
     CloseWindow();
     EXPECT_EQ(SceneState, State::End) << "over the list there is nothing to lose";
+}
+
+// The game does not hear the button come up.
+TEST_F(Dialogs, EscapeLetsGoOfADraggedWindow) {
+    const GUI_Window& panel = *gui.Windows()[4];
+    ASSERT_STREQ(panel.caption, "GameState");
+    Main::Pause();
+    Move(0.2F, 0.8F);
+    Press();
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::Game);
+    Main::Pause();
+    const float left = panel.left;
+    Move(0.15F, 0.75F);
+    EXPECT_EQ(panel.left, left);
 }
 
 // The rules land the piece in the frame in which a key has paused the game.

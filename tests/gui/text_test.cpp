@@ -99,6 +99,16 @@ TEST_F(TextTest, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
     DrawFor(1012, 2);
     KeyUp(SDLK_BACKSPACE);
     EXPECT_STREQ(box.Text(), "");
+
+    // A key whose release another element hears types on neither here nor there.
+    KeyDown(SDLK_z);
+    gui.SetFocus(&memo.area);
+    KeyUp(SDLK_z);
+    KeyDown(SDLK_z);
+    gui.SetFocus(nullptr);
+    DrawFor(1000);
+    EXPECT_STREQ(box.Text(), "z");
+    EXPECT_STREQ(memo.Text(), "z");
 }
 
 TEST_F(TextTest, AFullEditBoxRefusesAndLogsEachCharacter) {
