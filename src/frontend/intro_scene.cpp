@@ -9,7 +9,7 @@
 #include "platform/platform.h"
 #include "world/camera.h"
 
-#include <SDL_opengl.h>
+#include <GL/gl.h>
 
 constinit IntroScene introScene;
 

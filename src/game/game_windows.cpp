@@ -7,7 +7,6 @@
 #include "game/game_scene.h"
 #include "game/kolvex.h"
 #include "graphics/font.h"
-#include "graphics/video.h"
 #include "input/input.h"
 
 #include <GL/gl.h>

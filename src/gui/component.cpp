@@ -4,8 +4,6 @@
 #include "gui/geometry.h"
 #include "gui/manager.h"
 
-#include <algorithm>
-
 void GUI_ComponentList::Add(GUI_Component& component, GUI_Element* parent) {
     if (component.list) std::erase(component.list->components, &component);
     components.push_back(&component);

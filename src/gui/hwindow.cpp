@@ -5,8 +5,6 @@
 #include "gui/items.h"
 #include "gui/manager.h"
 
-#include <GL/gl.h>
-
 bool GUI_HWindow::IsInside(float x, float y) {
     if (x > left && x < left + width && y > top && y < top + height) return true;
     if (!gui.GetStyles().Check(stid, "QEV_Gui::GUI_CheckBox::Draw() -")) stid = 0;

@@ -6,7 +6,6 @@
 
 #include <GL/gl.h>
 
-#include <algorithm>
 
 GUI_Element* GUI_Page::GetParent() const {
     return control;

@@ -3,7 +3,6 @@
 
 #include "core/log.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace {
