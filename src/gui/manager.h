@@ -93,7 +93,7 @@ private:
     std::vector<GUI_Window*> windows;
     GUI_Element* focus = nullptr;
     GUI_Element* hovered = nullptr;
-    GUI_Element* pressed = nullptr; // until the release
+    GUI_Element* pressed = nullptr;    // until the release
     AudioSample* hoverSound = nullptr; // handles of the audio object
     AudioSample* clickSound = nullptr;
     LoadingScreen loading;

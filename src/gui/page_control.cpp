@@ -6,7 +6,6 @@
 
 #include <GL/gl.h>
 
-
 GUI_Element* GUI_Page::GetParent() const {
     return control;
 }
