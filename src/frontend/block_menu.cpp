@@ -53,7 +53,7 @@ void BlockMenu::Reset() {
     angleY = 0.0F;
     logoAlpha = 0.0F;
     speed = StartSpeed;
-    hovered = -1;
+    hovered = MenuItem::None;
     glowLevel = 0.0F;
 }
 
@@ -119,7 +119,7 @@ void BlockMenu::Lock() {
 void BlockMenu::UpdateHover(float delta) {
     for (std::size_t i = 0; i < ItemCount; ++i) {
         Item& item = items[i];
-        if (static_cast<int>(i) == hovered)
+        if (static_cast<MenuItem>(i) == hovered)
             Grow(item, delta);
         else
             Shrink(item, delta);
@@ -173,14 +173,14 @@ void BlockMenu::Pick(float cursorX, float cursorY) {
 // A hit record is a count of names, the least and the greatest depth, and the names, here always one.
 void BlockMenu::ReadPick(int hits, std::span<const GLuint> records) {
     constexpr std::size_t RecordSize = 4;
-    hovered = -1;
+    hovered = MenuItem::None;
     phase = Phase::Ready;
     GLuint nearest = 0;
     for (std::size_t i = 0; i < static_cast<std::size_t>(hits < 0 ? 0 : hits); ++i) {
         const std::span<const GLuint> record = records.subspan(i * RecordSize, RecordSize);
         if (i > 0 && record[1] >= nearest) continue;
         nearest = record[1];
-        hovered = static_cast<int>(record[3]);
+        hovered = static_cast<MenuItem>(record[3]);
         phase = Phase::Hovered;
     }
 }

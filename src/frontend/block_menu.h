@@ -14,6 +14,7 @@ struct AudioSample;
 class KsmModel;
 class QEV_Textures;
 
+// What the boxes stand for, by their index.
 enum class MenuItem : int { None = -1, Options, Credits, NewGame, Quit };
 
 // A menu's boxes and their state. Nothing here decides what a picked box does.
@@ -61,8 +62,8 @@ public:
 
     void SetState(Phase newPhase) { phase = newPhase; }
     Phase GetState() const { return phase; }
-    MenuItem GetHovered() const { return static_cast<MenuItem>(hovered); }
-    void SetHovered(MenuItem item) { hovered = static_cast<int>(item); }
+    MenuItem GetHovered() const { return hovered; }
+    void SetHovered(MenuItem item) { hovered = item; }
 
     const Item& GetItem(std::size_t index) const { return items[index]; }
     float AngleX() const { return angleX; }
@@ -97,5 +98,5 @@ private:
     float angleY = 0.0F;
     float speed = 0.0F; // of gathering, in units a millisecond
     std::array<Item, ItemCount> items;
-    int hovered = -1;
+    MenuItem hovered = MenuItem::None;
 };

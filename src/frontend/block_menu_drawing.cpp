@@ -58,7 +58,7 @@ void BlockMenu::DrawBoxes() const {
     for (std::size_t i = 0; i < ItemCount; ++i) {
         const Item& item = items[i];
         glLoadName(static_cast<GLuint>(i));
-        const float other = static_cast<int>(i) == hovered ? 0.0F : 1.0F;
+        const float other = static_cast<MenuItem>(i) == hovered ? 0.0F : 1.0F;
         glColor3f(1.0F, other, other);
         glPushMatrix();
         glTranslatef(item.x, item.y, item.z);

@@ -80,7 +80,7 @@ public:
     void (*OnQuit)() = nullptr;              // the window is to be closed
 
 private:
-    // The topmost element under the pointer.
+    // The topmost element under the pointer; in a disabled window only when asked for.
     GUI_Element* HitElement(bool disabledToo) const;
     void DropFocus();
     void ForgetScreen();

@@ -17,6 +17,22 @@ constexpr int MaxMissing = 32;
 // Lines about missing blocks that one skin may write.
 constexpr int MaxLines = 512;
 
+// A key that holds a number of a record.
+template<class Record> struct NumberKey {
+    const char* key;
+    float Record::*field;
+};
+
+constexpr NumberKey<ShotVertex> VertexNumbers[] = {
+    {"r", &ShotVertex::r}, {"g", &ShotVertex::g}, {"b", &ShotVertex::b}, {"a", &ShotVertex::a},
+    {"u", &ShotVertex::u}, {"v", &ShotVertex::v}, {"x", &ShotVertex::x}, {"y", &ShotVertex::y}};
+
+constexpr NumberKey<GUI_Style> StyleNumbers[] = {
+    {"leftx", &GUI_Style::leftx},   {"lefty", &GUI_Style::lefty}, {"rightx", &GUI_Style::rightx},
+    {"righty", &GUI_Style::righty}, {"textx", &GUI_Style::textx}, {"texty", &GUI_Style::texty},
+    {"textr", &GUI_Style::textr},   {"textg", &GUI_Style::textg}, {"textb", &GUI_Style::textb},
+    {"texta", &GUI_Style::texta}};
+
 // Reports what shots lack, one line a block, so that no count in a file can fill the log.
 class MissingBlocks {
 public:
@@ -93,16 +109,8 @@ std::vector<BorderBox> ReadBorder(ConfigFile* file) {
 ShotVertex ReadVertex(ConfigFile* file) {
     ShotVertex vertex;
     vertex.fixed = ReadByte("fixed", file);
-    const std::array<std::pair<const char*, float*>, 8> fields = {{{"r", &vertex.r},
-                                                                   {"g", &vertex.g},
-                                                                   {"b", &vertex.b},
-                                                                   {"a", &vertex.a},
-                                                                   {"u", &vertex.u},
-                                                                   {"v", &vertex.v},
-                                                                   {"x", &vertex.x},
-                                                                   {"y", &vertex.y}}};
-    for (const auto& [key, field] : fields)
-        *field = INI_ReadFloat(key, file);
+    for (const auto& [key, field] : VertexNumbers)
+        vertex.*field = INI_ReadFloat(key, file);
     return vertex;
 }
 
@@ -169,18 +177,8 @@ void LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
 }
 
 void LoadStyle(ConfigFile* file, GUI_Style& style, MissingBlocks& missing) {
-    const std::array<std::pair<const char*, float*>, 10> numbers = {{{"leftx", &style.leftx},
-                                                                     {"lefty", &style.lefty},
-                                                                     {"rightx", &style.rightx},
-                                                                     {"righty", &style.righty},
-                                                                     {"textx", &style.textx},
-                                                                     {"texty", &style.texty},
-                                                                     {"textr", &style.textr},
-                                                                     {"textg", &style.textg},
-                                                                     {"textb", &style.textb},
-                                                                     {"texta", &style.texta}}};
-    for (const auto& [key, number] : numbers)
-        *number = INI_ReadFloat(key, file);
+    for (const auto& [key, field] : StyleNumbers)
+        style.*field = INI_ReadFloat(key, file);
 
     static constexpr std::array<const char*, 4> StateNames = {"normal", "hover", "clicked", "disabled"};
     bool recognised = false;
