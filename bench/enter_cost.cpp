@@ -1,7 +1,7 @@
 // Measures what entering the menu or a game costs: from the scene's start to its first picture, loading
-// screen and drawing included. bench/run holds it against the same entry with blank pictures of the same sizes,
-// which leaves what is on the pictures, and shows it beside the same entry with small ones. It counts the
-// processor time of all threads, because other programs' work would drown the difference.
+// screen and drawing included. bench/run holds it against the same entry with blank pictures of the same
+// sizes, which leaves what is on the pictures, and shows it beside the same entry with small ones. It counts
+// the processor time of all threads, because other programs' work would drown the difference.
 //
 // usage: enter_cost menu|game     prints nanoseconds
 #include "core/engine.h"

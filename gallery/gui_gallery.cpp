@@ -1,10 +1,11 @@
 // Shows a skin at a glance: a window of every kind, and every widget in every state. Run it in a folder laid
 // out as the game's; it draws once, writes gallery.bmp and shows the picture until a key is pressed or, with
 // the argument "once", ends.
+#include "window_picture.h"
+
 #include "audio/audio.h"
 #include "core/frame_clock.h"
 #include "core/log.h"
-#include "gallery/window_picture.h"
 #include "graphics/font.h"
 #include "graphics/video.h"
 #include "gui/check_box.h"

@@ -2,11 +2,12 @@
 // step a picture, with one effect at a time where they start it. Run it in a folder laid out as the game's;
 // it writes bitmaps and prints a line for each: file, part worth seeing, moment and row, with tabs between
 // them.
+#include "window_picture.h"
+
 #include "core/engine.h"
 #include "core/frame_clock.h"
 #include "core/log.h"
 #include "frontend/menu_scene.h"
-#include "gallery/window_picture.h"
 #include "game/game_scene.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
