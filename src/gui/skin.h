@@ -1,5 +1,6 @@
 // The skin: what every window and widget looks like. A table of styles, each with a picture for every state
-// of an element, and the sizes that windows and scroll bars share. Rests on the textures and the font.
+// of an element, and the sizes that windows and scroll bars share. Lengths are in GUI units, colours go from
+// 0 to 1. Rests on the textures and the font.
 #pragma once
 
 #include "graphics/textures.h"
