@@ -61,7 +61,8 @@ private:
 
     bool LoadMusicAndParticles() {
         Tell("Loading music...");
-        if (!audio.music.Load(INI_ReadString("Music", &file)))
+        // A map that names no track loads none, which the music takes for a success.
+        if (!audio.music.Load(INI_ReadString("Music", &file)) || !audio.music.IsLoaded())
             LogWrite("mainScene::LoadMap(%s) - [NOTICE] - no music\n", path);
         Tell("Loading particles...");
         if (!pengine->Load(INI_ReadString("Particles", &file)))

@@ -174,6 +174,7 @@ TEST_F(MapLoading, WithoutMusicParticlesAndCameraItGoesOn) {
     camera.SetPosition(1.0F, 2.0F, 3.0F);
     EXPECT_TRUE(Load("<map>\nBackground = \"maps/ground.txt\"\nObjects = \"maps/set.txt\"\n</map>\n"
                      "<entityes>\nnumber = 0\n</entityes>\n"));
+    EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt) - [NOTICE] - no music\n"));
     EXPECT_TRUE(Logged("[NOTICE] - no particles\n"));
     EXPECT_TRUE(Logged("mainScene::camera.Load() [WARNING] - Camera block not found\n"));
     EXPECT_EQ(camera.y, 2.0F);
