@@ -64,30 +64,28 @@ TEST_F(AudioStart, MissingKeysAskTheMixerForZero) {
 
 TEST_F(AudioStart, RefusedSettingsFallBackAndAreKept) {
     // Three channels the library refuses; the others it would take and never come back from.
-    for (const char* settings : {"22050 32784 3 512", "-1 32784 2 512", "22050 7 2 512", "22050 32784 -2 512",
-                                 "2147483647 32784 2 0", "22050 32784 2 -1", "22050 32784 2 65536"}) {
-        SCOPED_TRACE(settings);
+    using Text = const char*;
+    for (const auto& [rate, format, channels, buffers] :
+         std::initializer_list<std::array<Text, 4>>{{"22050", "32784", "3", "512"},
+                                                    {"-1", "32784", "2", "512"},
+                                                    {"22050", "7", "2", "512"},
+                                                    {"22050", "32784", "-2", "512"},
+                                                    {"2147483647", "32784", "2", "0"},
+                                                    {"22050", "32784", "2", "-1"},
+                                                    {"22050", "32784", "2", "65536"}}) {
         std::filesystem::remove("log.txt");
-        int rate = 0;
-        int format = 0;
-        int channels = 0;
-        int buffers = 0;
-        std::sscanf(settings, "%d %d %d %d", &rate, &format, &channels, &buffers);
         const std::string block =
-            "<audio>\n  audio_rate = " + std::to_string(rate) +
-            "\n  audio_format = " + std::to_string(format) +
-            "\n  audio_channels = " + std::to_string(channels) +
-            "\n  audio_buffers = " + std::to_string(buffers) +
+            std::string("<audio>\n  audio_rate = ") + rate + "\n  audio_format = " + format +
+            "\n  audio_channels = " + channels + "\n  audio_buffers = " + buffers +
             "\n  music_volume = 128\n  sound_volume = 12\n  highQuality = 1\n</audio>\n";
         WriteFile("config.cfg", block);
         sound.Load("config.cfg");
         EXPECT_TRUE(sound.IsEnabled());
-        const std::string asked =
-            "audio_rate=" + std::to_string(rate) + ", audio_format=" + std::to_string(format) +
-            ", audio_channels=" + std::to_string(channels) + ", audio_buffer=" + std::to_string(buffers);
-        EXPECT_EQ(ReadLog(), std::string(LoadLines) +
-                                 "QEV_Audio::Start() - [ERROR] - Unable to set audio support with " + asked +
-                                 " ! Setting audio with default parameters\n");
+        EXPECT_EQ(ReadLog(),
+                  std::string(LoadLines) +
+                      "QEV_Audio::Start() - [ERROR] - Unable to set audio support with audio_rate=" + rate +
+                      ", audio_format=" + format + ", audio_channels=" + channels +
+                      ", audio_buffer=" + buffers + " ! Setting audio with default parameters\n");
         int opened = 0;
         EXPECT_EQ(Mix_QuerySpec(&opened, nullptr, nullptr), 1);
         EXPECT_EQ(opened, 22050);

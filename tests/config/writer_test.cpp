@@ -85,10 +85,8 @@ TEST_F(Writer, RefusesWhatItCannotDoAndChangesNothing) {
     writer.CloseBlock("b");
     writer.Close();
     EXPECT_EQ(ReadFile("config.cfg"), "<a>\n  x = 1\n</a>\n");
-    EXPECT_NE(ReadLog().find("The specified blockname (a) or filename () are incorrect\n"),
-              std::string::npos);
-    EXPECT_NE(ReadLog().find("Cannot write to the output file no/such/folder/~tmpconfig.cfg\n"),
-              std::string::npos);
+    EXPECT_TRUE(Logged("The specified blockname (a) or filename () are incorrect\n"));
+    EXPECT_TRUE(Logged("Cannot write to the output file no/such/folder/~tmpconfig.cfg\n"));
 }
 
 TEST_F(Writer, ClosesInnerBlocksWithTheOuterAndASaveUnderWayWithTheNext) {
@@ -103,8 +101,7 @@ TEST_F(Writer, ClosesInnerBlocksWithTheOuterAndASaveUnderWayWithTheNext) {
     writer.Close();
     EXPECT_EQ(ReadFile("one.cfg"),
               "\n<a>\n  <outer>\n    <inner>\n    </inner>\n\n  </outer>\n\n  x = 3\n</a>\n");
-    EXPECT_NE(ReadLog().find("[WARNING] - File ~tmpone.cfg is already opened, closing it\n"),
-              std::string::npos);
+    EXPECT_TRUE(Logged("[WARNING] - File ~tmpone.cfg is already opened, closing it\n"));
     // A bad name, too, leaves the writer closed and what was under way finished.
     writer.WriteExistantFile("three.cfg", "c");
     writer.WriteExistantFile("four.cfg", "");
@@ -205,9 +202,7 @@ TEST_F(Writer, AFullDiskLeavesTheOldFileAndLogsTheError) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(ReadFile("config.cfg"), old);
     EXPECT_FALSE(std::filesystem::exists("~tmpconfig.cfg"));
-    EXPECT_NE(
-        ReadLog().find("INI_Writer::Close [ERROR] - Cannot write the file config.cfg, the old one stays\n"),
-        std::string::npos);
+    EXPECT_TRUE(Logged("INI_Writer::Close [ERROR] - Cannot write the file config.cfg, the old one stays\n"));
 }
 
 } // namespace

@@ -87,23 +87,20 @@ TEST(Timer, StopsOrRepeatsAndReportsItsShare) {
 }
 
 TEST(GameMode, RequestsSetModeAndStateAndTheirNames) {
-    GameMode = Mode::Menu;
-    SceneState = State::Game;
-    Main::GoPuzzle();
-    EXPECT_EQ(GameMode, Mode::Puzzle);
-    EXPECT_STREQ(Main::ModeName(), "PUZZLE");
-    EXPECT_STREQ(Main::StateName(), "CHANGE");
-    Main::GoIntro();
-    EXPECT_STREQ(Main::ModeName(), "INTRO");
-    Main::GoMenu();
-    EXPECT_STREQ(Main::ModeName(), "MENU");
-    Main::Quit();
-    EXPECT_STREQ(Main::ModeName(), "DESTROY");
-    EXPECT_STREQ(Main::StateName(), "END");
-    GameMode = Mode::Game;
-    Main::GoDestroy();
-    EXPECT_STREQ(Main::ModeName(), "DESTROY");
-    EXPECT_STREQ(Main::StateName(), "CHANGE");
+    struct Case {
+        void (*request)();
+        const char* mode;
+        const char* state;
+    };
+    for (const Case& c : {Case{Main::GoPuzzle, "PUZZLE", "CHANGE"}, Case{Main::GoIntro, "INTRO", "CHANGE"},
+                          Case{Main::GoMenu, "MENU", "CHANGE"}, Case{Main::Quit, "DESTROY", "END"},
+                          Case{Main::GoDestroy, "DESTROY", "CHANGE"}}) {
+        GameMode = Mode::Game;
+        SceneState = State::Game;
+        c.request();
+        EXPECT_STREQ(Main::ModeName(), c.mode);
+        EXPECT_STREQ(Main::StateName(), c.state);
+    }
     GameMode = static_cast<Mode>(7);
     EXPECT_STREQ(Main::ModeName(), "UNKNOWN");
 }

@@ -12,28 +12,27 @@
 #include "input/key_bindings.h"
 #include "particles/engine.h"
 #include "support/gl_fixture.h"
+#include "support/map_scene.h"
 #include "world/background_map.h"
 #include "world/camera.h"
 #include "world/entities.h"
-#include "world/map_loading.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
 #include <sstream>
-#include <string>
 
 namespace {
 
+constexpr char PagePath[] = QUARVELLO_SOURCE_DIR "/docs/data-formats.md";
+
 // The fenced examples of the page by the file name behind their language.
 std::map<std::string, std::string> Examples() {
-    std::ifstream page(QUARVELLO_SOURCE_DIR "/docs/data-formats.md");
+    std::ifstream page(PagePath);
     std::map<std::string, std::string> examples;
     std::string line, name;
     bool inside = false;
@@ -56,21 +55,6 @@ std::map<std::string, std::string> Examples() {
     return examples;
 }
 
-class MapScene : public mainScene {
-public:
-    void GameStart(int /*a*/, int /*b*/) override {}
-    void GameEnd() override {}
-    void Update() override {}
-    void Draw() override {}
-    bool LoadMap(const char* path) override { return LoadMapFile(*this, mapName, path, nullptr); }
-
-protected:
-    void GameFrame() override {}
-    void PauseFrame() override {}
-    void EndScene() override {}
-    void ChangeScene() override {}
-};
-
 // Each example is written to its place in a copy of the game's folder.
 class DataFormats : public GlTest {
 protected:
@@ -83,7 +67,7 @@ protected:
             if (copied.contains(name))
                 std::filesystem::copy(entry.path(), name, std::filesystem::copy_options::recursive);
             else if (entry.is_directory())
-                folder.LinkData(name.c_str());
+                folder.LinkData({name.c_str()});
         }
         for (const auto& [name, text] : Examples())
             WriteFile(name, text);
@@ -232,14 +216,12 @@ TEST_F(DataFormats, Models) {
 
 // What the loaders ask for is what the page tells of.
 TEST_F(DataFormats, EveryKeyThatIsReadIsOnThePage) {
-    std::ifstream page(QUARVELLO_SOURCE_DIR "/docs/data-formats.md");
-    const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+    const std::string text = ReadFile(PagePath);
     const std::regex reading("(?:INI_Read(?:Int|Float|String)|ReadPath|flag)\\(\"(\\w+)\"");
     std::set<std::string> keys;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(QUARVELLO_SOURCE_DIR "/src")) {
         if (entry.path().extension() != ".cpp") continue;
-        std::ifstream file(entry.path());
-        const std::string code((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+        const std::string code = ReadFile(entry.path());
         for (std::sregex_iterator found(code.begin(), code.end(), reading), end; found != end; ++found)
             keys.insert((*found)[1]);
     }
@@ -250,8 +232,7 @@ TEST_F(DataFormats, EveryKeyThatIsReadIsOnThePage) {
 
 // The files that the page names are there.
 TEST_F(DataFormats, NamedFilesExist) {
-    std::ifstream page(QUARVELLO_SOURCE_DIR "/docs/data-formats.md");
-    const std::string text((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+    const std::string text = ReadFile(PagePath);
     for (const char* name :
          {"gui/ravix.cfg", "default/blank.ksm", "default/blank.md2", "default/blank.png", "font/basic4.png",
           "icons/quarvello.bmp", "sounds/Logo.wav", "sounds/block_move.wav", "sounds/block_explotion.wav",

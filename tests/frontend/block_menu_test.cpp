@@ -10,7 +10,6 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
-#include <array>
 #include <cmath>
 
 namespace {
@@ -18,8 +17,7 @@ namespace {
 class Boxes : public GlTest {
 protected:
     void SetUp() override {
-        for (const char* name : {"models", "textures"})
-            folder.LinkData(name);
+        folder.LinkData({"models", "textures"});
         glEnable(GL_DEPTH_TEST);
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         models.Init();

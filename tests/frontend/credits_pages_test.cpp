@@ -24,7 +24,7 @@ TEST(PageLine, ScrollsUpAndIsBrightestInTheMiddle) {
 class Pages : public GlTest {
 protected:
     void SetUp() override {
-        folder.LinkData("font");
+        folder.LinkData({"font"});
         font.Load("font/basic4.png");
     }
     void TearDown() override { font.Destroy(); }

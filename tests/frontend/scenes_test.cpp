@@ -8,20 +8,7 @@
 
 namespace {
 
-// A menu that a test steers from inside its frames.
-class SteeredMenu : public MenuScene {
-public:
-    void Update() override {
-        MenuScene::Update();
-        if (steer) steer(*this);
-    }
-    void Draw() override {
-        MenuScene::Draw();
-        ++frames;
-    }
-    void (*steer)(SteeredMenu& menu) = nullptr;
-    int frames = 0;
-};
+using SteeredMenu = Steered<MenuScene>;
 
 class Scenes : public SceneTest {
 protected:
@@ -45,7 +32,7 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
         self.blockMenu.SetState(BlockMenu::Phase::Frozen);
         self.blockMenu.logoAlpha = 1.0F;
         self.blockMenu.logoFadeTimer.Stop();
-        if (self.frames == 3) {
+        if (self.frames == 4) {
             self.Draw();
             before = Light() / (640.0 * 480.0);
             video.SetMode(800, 600, false);
@@ -70,7 +57,7 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
 TEST_F(Scenes, ChangingTheModeFadesToBlackAndShowsNothingMore) {
     SteeredMenu menu;
     menu.steer = [](SteeredMenu& self) {
-        if (self.frames == 3 && SceneState == State::Game) {
+        if (self.frames == 4 && SceneState == State::Game) {
             WatchPictures();
             Main::GoPuzzle();
         }

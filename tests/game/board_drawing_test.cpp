@@ -18,8 +18,7 @@ QEV_MD2loader models;
 class BoardDrawing : public GlTest {
 protected:
     BoardDrawing() {
-        for (const char* name : {"textures", "models", "sounds"})
-            folder.LinkData(name);
+        folder.LinkData({"textures", "models", "sounds"});
         models.Init();
         for (int i = 1; i <= 16; i++) {
             models.AddKsm(("models/block" + std::to_string(i) + ".ksm").c_str(), "textures/floor1b.png");

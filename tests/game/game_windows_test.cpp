@@ -61,8 +61,7 @@ TEST_F(Dialogs, ANameIsAskedForUntilThereIsOne) {
     Score2400();
     GameWindows::OnGameOver();
     EXPECT_EQ(SceneState, State::Pause);
-    for (int i = 0; i < 12; ++i)
-        Type(SDLK_BACKSPACE);
+    TypeTimes(12, SDLK_BACKSPACE);
     Click(NameOk);
     EXPECT_STREQ(FirstName(), "") << "an empty field asks again";
     Click(NameOk);

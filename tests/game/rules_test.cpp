@@ -1,11 +1,12 @@
-// The rules, driven as a scene drives them: keys, frame times, landings, full rows, scores, and whole random
-// games held against the plainly written second game.
+// The rules: what a landing leaves, full rows, scores, the game's end; and whole random games, with keys and
+// frame times as a scene has them, held against the plainly written second game.
 #include "core/frame_clock.h"
 #include "game/kolvex.h"
 #include "support/plain_game.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <string>
@@ -71,101 +72,8 @@ protected:
         return text;
     }
 
-    // Clears rows with an upright bar in column 5 until the counter stands at `lines`.
-    void ClearSingles(int count) {
-        for (int i = 0; i < count; i++) {
-            rules.board.Clear();
-            FillRow(0, 5);
-            DropBar();
-        }
-    }
-
-    // Puts an upright bar down in column 5, whatever piece is falling.
-    void DropBar() {
-        while (rules.GetPiece().type != Piece::Bar) {
-            const Board kept = rules.board;
-            rules.board.Clear();
-            clearedRows.clear();
-            Drop();
-            rules.board = kept;
-        }
-        clearedRows.clear();
-        Drop();
-    }
-
-    int Column() const { return static_cast<int>(rules.GetPiece().blocks[0].x); }
-    int RowOfPiece() const { return static_cast<int>(rules.GetPiece().blocks[0].y); }
-
     Kolvex rules;
 };
-
-TEST_F(Rules, PieceFallsWhenTheWeightedTimePassesTheThreshold) {
-    for (int i = 0; i < 5; i++)
-        Update(200);
-    EXPECT_EQ(RowOfPiece(), 24) << "1000 is not more than 1000";
-    Update(1);
-    EXPECT_EQ(RowOfPiece(), 23);
-    for (int i = 0; i < 5; i++)
-        Update(200);
-    EXPECT_EQ(RowOfPiece(), 23) << "what was left over is dropped";
-    Update(200);
-    EXPECT_EQ(RowOfPiece(), 22);
-}
-
-TEST_F(Rules, SoftDropWeighsFiveTimesAndEndsOnRelease) {
-    rules.SoftDropPressed();
-    Update(200);
-    EXPECT_EQ(RowOfPiece(), 24);
-    Update(1);
-    EXPECT_EQ(RowOfPiece(), 23);
-    rules.LeftReleased();
-    rules.RightReleased();
-    EXPECT_EQ(rules.GetMoveState(), MoveState::SoftDrop);
-    rules.SoftDropReleased();
-    EXPECT_EQ(rules.GetMoveState(), MoveState::None);
-    for (int i = 0; i < 5; i++)
-        Update(200);
-    EXPECT_EQ(RowOfPiece(), 23);
-}
-
-TEST_F(Rules, HeldKeyMovesAtOnceAndThenEvery200Milliseconds) {
-    rules.LeftPressed();
-    Update(1);
-    EXPECT_EQ(Column(), 4);
-    Update(199);
-    EXPECT_EQ(Column(), 4);
-    Update(1);
-    EXPECT_EQ(Column(), 3);
-    rules.RightPressed();
-    Update(1);
-    EXPECT_EQ(Column(), 4);
-    rules.LeftReleased();
-    EXPECT_EQ(rules.GetMoveState(), MoveState::Right) << "only the key that moves ends the move";
-    rules.RightReleased();
-    Update(200);
-    EXPECT_EQ(Column(), 4);
-}
-
-TEST_F(Rules, DropFallsARowAFrameAndIgnoresAllButTurning) {
-    rules.DropPressed();
-    rules.LeftPressed();
-    rules.RightPressed();
-    rules.SoftDropPressed();
-    rules.SoftDropReleased();
-    EXPECT_EQ(rules.GetMoveState(), MoveState::Drop);
-    Update(1);
-    EXPECT_EQ(RowOfPiece(), 23);
-    EXPECT_EQ(Column(), 5);
-    rules.RotatePressed();
-    Update(1);
-    EXPECT_EQ(rules.GetPiece().angle, 90);
-    for (int i = 0; i < 21; i++)
-        Update(1);
-    EXPECT_EQ(Filled(), 0);
-    Update(1);
-    EXPECT_EQ(Row(0), "...####...");
-    EXPECT_EQ(rules.GetMoveState(), MoveState::None) << "the next piece starts at rest";
-}
 
 TEST_F(Rules, LandingLeavesTypeAngleAndTilesAndDealsTheNextPiece) {
     const int next = rules.GetNextPiece().type;
@@ -180,6 +88,11 @@ TEST_F(Rules, LandingLeavesTypeAngleAndTilesAndDealsTheNextPiece) {
     EXPECT_EQ(rules.GetPiece().type, next);
     EXPECT_EQ(rules.GetPiece().angle, 0);
     EXPECT_EQ(rules.GetScore(), 0);
+    Deal(Piece::Square); // which does not turn
+    rules.RotatePressed();
+    Drop();
+    EXPECT_EQ(rules.board.At(4, 0).angle, 0);
+    EXPECT_EQ(rules.board.At(5, 1).tile, 5);
 }
 
 TEST_F(Rules, AllFourClearsScoreByTheirNumberAndLevel) {
@@ -197,30 +110,6 @@ TEST_F(Rules, AllFourClearsScoreByTheirNumberAndLevel) {
         EXPECT_EQ(Filled(), 4 - rows);
     }
     EXPECT_EQ(clearedRows, (std::vector<int>{0, 1, 2, 3}));
-}
-
-TEST_F(Rules, TenLinesMakeALevelAndTheRestIsDropped) {
-    ClearSingles(9);
-    EXPECT_EQ(rules.GetLines(), 9);
-    EXPECT_EQ(rules.GetLevel(), 1);
-    EXPECT_EQ(rules.GetScore(), 9 * 80);
-    rules.board.Clear();
-    for (int row = 0; row < 3; row++)
-        FillRow(row, 5);
-    DropBar();
-    EXPECT_EQ(rules.GetLines(), 0);
-    EXPECT_EQ(rules.GetLevel(), 2);
-    EXPECT_EQ(rules.GetScore(), 9 * 80 + 600) << "scored at the level before";
-    ClearSingles(10);
-    EXPECT_EQ(rules.GetLevel(), 3);
-    const int before = rules.GetScore();
-    ClearSingles(1);
-    EXPECT_EQ(rules.GetScore() - before, 160);
-    // At level 3 a row takes a third of the time.
-    const int row = RowOfPiece();
-    Update(167);
-    Update(167);
-    EXPECT_EQ(RowOfPiece(), row - 1);
 }
 
 TEST_F(Rules, RowsSeparatedByAPartialRowMoveDownWhole) {
@@ -310,53 +199,6 @@ int DealRecorded() {
     return dealt[dealtNext++];
 }
 
-// Plays a column and a number of turns that leave the fewest holes and the lowest stack: games that clear
-// rows.
-struct Target {
-    int column = 0;
-    int turns = 0;
-};
-
-int Badness(const PlainGame& game) {
-    int sum = 0;
-    for (int column = 0; column < 10; column++) {
-        bool covered = false;
-        for (int row = 19; row >= 0; row--) {
-            const bool filled = game.grid[row][column] != '.';
-            if (filled) sum += row + 1;
-            if (covered && !filled) sum += 40;
-            covered |= filled;
-        }
-    }
-    return game.over ? 1 << 20 : sum - 4 * game.score;
-}
-
-Target BestTarget(const PlainGame& game) {
-    Target best;
-    int least = 1 << 30;
-    const std::size_t dealtBefore = dealtNext; // trying deals pieces, too
-    for (int turns = 0; turns < 4; turns++) {
-        PlainGame turned = game;
-        for (int i = 0; i < turns; i++)
-            turned.Turn();
-        for (int i = 0; i < 10; i++)
-            turned.Move(-1);
-        for (int column = 0; column < 10; column++) {
-            PlainGame dropped = turned;
-            while (!dropped.over && dropped.landings == game.landings)
-                dropped.StepDown();
-            dropped.ClearRows();
-            if (const int badness = Badness(dropped); badness < least) {
-                least = badness;
-                best = {column, turns};
-            }
-            turned.Move(1);
-        }
-    }
-    dealtNext = dealtBefore;
-    return best;
-}
-
 std::string Picture(const Kolvex& rules) {
     std::string text;
     for (int row = 19; row >= 0; row--) {
@@ -388,14 +230,15 @@ public:
         plain = PlainGame(DealRecorded);
     }
 
-    // Plays until the game is over: so many pieces well, the rest with random keys.
-    void Play(int goodPieces) {
+    // Plays with random keys until the game is over, but so many pieces on boards that have rows to clear.
+    void Play(int prepared) {
+        int landings = -1;
         for (int frame = 0; frame < 400000 && !plain.over; frame++) {
-            if (plain.landings < goodPieces) {
-                SteerToTarget();
-            } else {
-                RandomKeys();
+            if (plain.landings != landings && plain.landings < prepared) {
+                landings = plain.landings;
+                PrepareBoard();
             }
+            RandomKeys();
             frameClock.frameDelta = 1 + random() % 200;
             rules.Update();
             plain.Update(static_cast<int>(frameClock.frameDelta));
@@ -408,24 +251,19 @@ public:
     PlainGame plain{DealRecorded};
 
 private:
-    void SteerToTarget() {
-        if (targetFor != plain.landings) {
-            targetFor = plain.landings;
-            target = BestTarget(plain);
-            turnsLeft = target.turns;
-            stepsLeft = 10 + target.column;
+    // Up to ten rows without their block in the middle, where pieces are dealt, some with another hole; half
+    // of the pieces drop there at once.
+    void PrepareBoard() {
+        const unsigned height = random() % 11;
+        for (int row = 0; row < Board::Rows; row++) {
+            const auto hole = static_cast<int>(random() % 40); // mostly none of the columns
+            for (int column = 0; column < Board::Columns; column++) {
+                const bool filled = row < static_cast<int>(height) && column != 5 && column != hole;
+                rules.board.At(column, row) = {static_cast<std::uint8_t>(filled), 3, 0, 0};
+                plain.grid[row][column] = filled ? '3' : '.';
+            }
         }
-        if (turnsLeft > 0) {
-            turnsLeft--;
-            Turn();
-        } else if (stepsLeft > 0) {
-            const bool left = stepsLeft-- > target.column;
-            Left(false);
-            Right(false);
-            left ? Left(true) : Right(true);
-        } else {
-            Drop();
-        }
+        if (random() % 2 == 0) Drop();
     }
 
     void RandomKeys() {
@@ -489,10 +327,6 @@ private:
 
     Kolvex rules;
     std::mt19937 random;
-    Target target;
-    int targetFor = -1;
-    int turnsLeft = 0;
-    int stepsLeft = 0;
     int comparedLandings = -1;
 };
 

@@ -6,7 +6,6 @@
 #include <GL/gl.h>
 
 #include <algorithm>
-#include <array>
 #include <climits>
 
 namespace {

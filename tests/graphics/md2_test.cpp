@@ -9,7 +9,6 @@
 #include <GL/gl.h>
 
 #include <cmath>
-#include <filesystem>
 
 namespace {
 

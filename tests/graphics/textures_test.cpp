@@ -11,7 +11,6 @@
 #include <SDL.h>
 
 #include <cstdlib>
-#include <filesystem>
 
 namespace {
 
@@ -103,15 +102,14 @@ TEST_F(TexturesTest, OddKindsOfPixelsBecomePlainOnes) {
 TEST_F(TexturesTest, SizesBecomePowersOfTwoFilteredLinearlyAndRepeated) {
     const int index = Add("odd.png", MakePng(100, 50, [](int, int) { return Red; }));
     glBindTexture(GL_TEXTURE_2D, set.Get(index));
-    GLint width = 0;
-    GLint height = 0;
-    GLint smaller = 0;
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &height);
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 1, GL_TEXTURE_WIDTH, &smaller);
-    EXPECT_EQ(width, 128);
-    EXPECT_EQ(height, 64);
-    EXPECT_EQ(smaller, 64) << "the smaller levels are made";
+    const auto size = [](GLint level, GLenum which) {
+        GLint value = 0;
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, level, which, &value);
+        return value;
+    };
+    EXPECT_EQ(size(0, GL_TEXTURE_WIDTH), 128);
+    EXPECT_EQ(size(0, GL_TEXTURE_HEIGHT), 64);
+    EXPECT_EQ(size(1, GL_TEXTURE_WIDTH), 64) << "the smaller levels are made";
     for (const auto& [name, value] : {std::pair{GL_TEXTURE_MIN_FILTER, GL_LINEAR},
                                       {GL_TEXTURE_MAG_FILTER, GL_LINEAR},
                                       {GL_TEXTURE_WRAP_S, GL_REPEAT},

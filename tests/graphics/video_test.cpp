@@ -7,10 +7,8 @@
 #include <GL/gl.h>
 #include <SDL.h>
 
-#include <array>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 
 namespace {
 
@@ -40,30 +38,21 @@ TEST_F(VideoTest, LogsTheStartAndNumbersTheExtensions) {
     EXPECT_GT(number, 10);
 }
 
-TEST_F(VideoTest, KeysThatABlockLacksReadAsZero) {
-    QEV_Video read;
-    read.SetDefaults();
-    ConfigFile file = ConfigFile::FromMemory("<video>\nwidth = 800\n</video>\n");
-    read.ReadParameters(&file);
-    EXPECT_EQ(read.Width(), 800);
-    EXPECT_EQ(read.Height(), 0);
-    EXPECT_EQ(read.Bpp(), 0);
-    EXPECT_FALSE(read.Fullscreen());
-    EXPECT_FALSE(read.Lighting());
-    EXPECT_EQ(ReadLog(), "QEV_Video::ReadParameters()\n");
-}
-
-TEST_F(VideoTest, AFileWithoutTheBlockGivesDefaults) {
-    QEV_Video read;
-    ConfigFile file = ConfigFile::FromMemory("<audio>\nwidth = 800\n</audio>\n");
-    read.ReadParameters(&file);
-    EXPECT_EQ(read.Width(), 640);
-    EXPECT_EQ(read.Height(), 480);
-    EXPECT_EQ(read.Bpp(), 32);
-    EXPECT_TRUE(read.Fullscreen());
-    EXPECT_TRUE(read.Lighting());
-    EXPECT_EQ(ReadLog(), "QEV_Video::ReadParameters()\n"
-                         "QEV_Video::ReadParameters() [WARNING] - Video block not found\n");
+TEST_F(VideoTest, ALackingKeyReadsAsZeroAndALackingBlockAsItsDefaults) {
+    const std::string read = "QEV_Video::ReadParameters()\n";
+    const auto settings = [](const char* text) {
+        std::filesystem::remove("log.txt");
+        QEV_Video found;
+        found.SetDefaults();
+        ConfigFile file = ConfigFile::FromMemory(text);
+        found.ReadParameters(&file);
+        return std::array{found.Width(), found.Height(), found.Bpp(), int{found.Fullscreen()},
+                          int{found.Lighting()}};
+    };
+    EXPECT_EQ(settings("<video>\nwidth = 800\n</video>\n"), (std::array{800, 0, 0, 0, 0}));
+    EXPECT_EQ(ReadLog(), read);
+    EXPECT_EQ(settings("<audio>\nwidth = 800\n</audio>\n"), (std::array{640, 480, 32, 1, 1}));
+    EXPECT_EQ(ReadLog(), read + "QEV_Video::ReadParameters() [WARNING] - Video block not found\n");
 }
 
 TEST_F(VideoTest, SavesFlagsAsOneInTheFixedOrder) {
@@ -125,41 +114,34 @@ TEST_F(VideoTest, ObjectsAreKnownToLiveOrToBeGone) {
     EXPECT_EQ(glIsEnabled(GL_TEXTURE_2D), GL_TRUE) << "the initial state belongs to every new context";
 }
 
-// The next tests end a process of their own, which prints its log as its last act.
-class VideoDeathTest : public testing::Test {
-protected:
-    VideoDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-
-    static void LoadWith(const char* driver, const std::string& config) {
-        static TemporaryFolder folder;
-        std::atexit([] { std::fputs(ReadLog().c_str(), stderr); });
-        setenv("SDL_VIDEODRIVER", driver, 1);
-        WriteFile("config.cfg", config);
-        video.Load("config.cfg");
-    }
-};
-
-TEST_F(VideoDeathTest, WithoutAVideoDeviceTheProgramEnds) {
-    EXPECT_EXIT(LoadWith("nosuchdriver", ""), testing::ExitedWithCode(1),
-                "Video block not found\nQEV_Video::SetGLMode.. - \t.FAILED. Video initialization: .+\n"
-                "QEV_Video::SetGLMode.. - \tExit\n");
-}
-
-TEST_F(VideoDeathTest, WithoutOpenGlTheProgramEnds) {
-    EXPECT_EXIT(
-        LoadWith("dummy", "<video>\nwidth = 640\nheight = 480\n</video>\n"), testing::ExitedWithCode(1),
-        "Setting video mode: 640x480x0 f=0 \nQEV_Video::SetGLMode.. - \t.FAILED. OpenGL initialisation: .+\n"
-        "QEV_Video::SetGLMode.. - \tExit\n");
-}
-
-TEST_F(VideoDeathTest, AModeThatTheScreenDoesNotHaveEndsTheProgram) {
-    const auto change = [] {
-        LoadWith("x11", "<video>\nwidth = 640\nheight = 480\nbpp = 32\n</video>\n");
-        video.SetMode(9000, 9000, true);
+// Each loads the video object in a process of its own, which prints its log as its last act.
+TEST(VideoDeathTest, WithoutADeviceOpenGlOrTheModeTheProgramEnds) {
+    struct Case {
+        const char* driver;
+        const char* settings;
+        const char* log;
     };
-    EXPECT_EXIT(change(), testing::ExitedWithCode(1),
-                "Setting video mode: 9000x9000x32 f=1 \nQEV_Video::SetGLMode.. - \t.FAILED. OpenGL "
-                "initialisation: .+\nQEV_Video::SetGLMode.. - \tExit\n");
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    for (const Case& c :
+         {Case{"nosuchdriver", "",
+               "Video block not found\nQEV_Video::SetGLMode.. - \t.FAILED. Video initialization: "
+               ".+\nQEV_Video::SetGLMode.. - \tExit\n"},
+          Case{"dummy", "<video>\nwidth = 640\nheight = 480\n</video>\n",
+               "Setting video mode: 640x480x0 f=0 \nQEV_Video::SetGLMode.. - \t.FAILED. OpenGL "
+               "initialisation: .+\nQEV_Video::SetGLMode.. - \tExit\n"},
+          Case{"x11", "<video>\nwidth = 640\nheight = 480\nbpp = 32\n</video>\n",
+               "Setting video mode: 9000x9000x32 f=1 \nQEV_Video::SetGLMode.. - \t.FAILED. OpenGL "
+               "initialisation: .+\nQEV_Video::SetGLMode.. - \tExit\n"}}) {
+        const auto load = [&c] {
+            static TemporaryFolder folder;
+            std::atexit([] { std::fputs(ReadLog().c_str(), stderr); });
+            setenv("SDL_VIDEODRIVER", c.driver, 1);
+            WriteFile("config.cfg", c.settings);
+            video.Load("config.cfg");
+            video.SetMode(9000, 9000, true);
+        };
+        EXPECT_EXIT(load(), testing::ExitedWithCode(1), c.log) << c.driver;
+    }
 }
 
 } // namespace

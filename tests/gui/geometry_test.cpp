@@ -9,7 +9,6 @@
 #include <GL/gl.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
 #include <random>
@@ -338,14 +337,6 @@ TEST_F(GeometryTest, PointerAndWidgetsAgreeAtEveryScreenSize) {
     }
     video.SetMode(Width, Height, false);
     SDL_GL_SwapBuffers();
-}
-
-TEST_F(GeometryTest, ThePointersMiddleIsTheScreensMiddle) {
-    video.SetMode(800, 600, false);
-    MoveTo(400, 300);
-    EXPECT_FLOAT_EQ(gui.cursor.x, 0.5F);
-    EXPECT_FLOAT_EQ(gui.cursor.y, 0.5F);
-    video.SetMode(Width, Height, false);
 }
 
 } // namespace

@@ -14,9 +14,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <filesystem>
-#include <functional>
 
 namespace {
 
@@ -46,8 +43,7 @@ constexpr std::array States = {GuiState::Normal, GuiState::Hover, GuiState::Clic
 class RealSkinTest : public GuiTest {
 protected:
     RealSkinTest() {
-        folder.LinkData("gui");
-        folder.LinkData("font");
+        folder.LinkData({"gui", "font"});
         font.Load("font/basic4.png");
         std::remove("log.txt");
         gui.Start("gui/ravix.cfg");
@@ -122,7 +118,7 @@ TEST_F(RealSkinTest, LoadsWithoutAWarning) {
     EXPECT_FALSE(gui.GetStyles().focus.empty());
     EXPECT_EQ(CountInLog("warning"), 0) << ReadLog();
     EXPECT_EQ(CountInLog("failed"), 0) << ReadLog();
-    folder.LinkData("sounds");
+    folder.LinkData({"sounds"});
     ConfigFile file("gui/ravix.cfg");
     ASSERT_TRUE(INI_FindBlock("audio", &file));
     for (const char* key : {"hover", "click"})

@@ -4,8 +4,6 @@
 #include "gui/edit_box.h"
 #include "gui/memo.h"
 
-#include <cstring>
-
 namespace {
 
 const std::string FullEdit = "GUI_EditBox::AddText((x) - The string is to big already\n";
@@ -45,32 +43,21 @@ protected:
 
 TEST_F(TextTest, AnEditBoxStartsWithTestAndTakesPrintableKeys) {
     EXPECT_STREQ(GUI_EditBox().Text(), "test");
-    Type(SDLK_a);
-    Type(SDLK_SPACE);
-    Type(SDLK_2);
-    Type(SDLK_RETURN);
-    Type(SDLK_F1);
-    Type(SDLK_UP);
+    for (const SDLKey key : {SDLK_a, SDLK_SPACE, SDLK_2, SDLK_RETURN, SDLK_F1, SDLK_UP})
+        Type(key);
     EXPECT_STREQ(box.Text(), "a 2");
     Type(SDLK_BACKSPACE);
     EXPECT_STREQ(box.Text(), "a ");
-    for (int i = 0; i < 5; ++i)
-        Type(SDLK_BACKSPACE);
+    TypeTimes(5, SDLK_BACKSPACE);
     EXPECT_STREQ(box.Text(), "");
 }
 
 TEST_F(TextTest, OneShiftKeyGivesUpperCaseAndMovesSignsBySixteen) {
-    Type(SDLK_q, KMOD_LSHIFT);
-    Type(SDLK_q, KMOD_RSHIFT);
-    Type(SDLK_q, KMOD_LSHIFT | KMOD_RSHIFT);
-    Type(SDLK_q, KMOD_LCTRL);
-    Type(SDLK_q, KMOD_LSHIFT | KMOD_NUM);
-    Type(SDLK_q, KMOD_CAPS);
-    Type(SDLK_1, KMOD_LSHIFT);
-    Type(SDLK_2, KMOD_LSHIFT);
-    Type(SDLK_3, KMOD_RSHIFT);
-    Type(SDLK_SPACE, KMOD_LSHIFT);
-    Type(SDLK_COMMA, KMOD_LSHIFT);
+    for (const int modifiers : {0 | KMOD_LSHIFT, 0 | KMOD_RSHIFT, KMOD_LSHIFT | KMOD_RSHIFT, 0 | KMOD_LCTRL,
+                                KMOD_LSHIFT | KMOD_NUM, 0 | KMOD_CAPS})
+        Type(SDLK_q, modifiers);
+    for (const SDLKey key : {SDLK_1, SDLK_2, SDLK_3, SDLK_SPACE, SDLK_COMMA})
+        Type(key, key == SDLK_3 ? KMOD_RSHIFT : KMOD_LSHIFT);
     EXPECT_STREQ(box.Text(), "QQqqqq!\"# \x1C");
 }
 
@@ -149,8 +136,7 @@ TEST_F(TextTest, TheMemosCursorMovesInFourDirectionsOverWrappedAndEmptyLines) {
     // Display lines (11 characters at most): "first line\n" | "\n" | "abcdefghijk" | "lm\n" | "end"
     WriteMemo("first line\n\nabcdefghijklm\nend");
     const auto press = [&](SDLKey key, int times = 1) {
-        for (int i = 0; i < times; ++i)
-            Type(key);
+        TypeTimes(times, key);
         return memo.Cursor();
     };
     EXPECT_EQ(press(SDLK_LEFT), 0U);
@@ -170,31 +156,25 @@ TEST_F(TextTest, TheMemosCursorMovesInFourDirectionsOverWrappedAndEmptyLines) {
     Type(SDLK_x);
     Type(SDLK_RETURN);
     EXPECT_EQ(std::string(memo.Text()).substr(0, 7), "x\nfirst");
-    Type(SDLK_BACKSPACE);
-    Type(SDLK_BACKSPACE);
-    Type(SDLK_BACKSPACE);
+    TypeTimes(3, SDLK_BACKSPACE);
     EXPECT_STREQ(memo.Text(), "first line\n\nabcdefghijklm\nend");
 }
 
 TEST_F(TextTest, TheMemoScrollsWithItsCursor) {
     WriteMemo("1\n2\n3\n4\n5\n6\n7\n8\n9");
     EXPECT_EQ(memo.scroll.max, 8);
-    for (int i = 0; i < 8; ++i)
-        Type(SDLK_DOWN);
+    TypeTimes(8, SDLK_DOWN);
     Draw();
     const int bottom = memo.scroll.position;
     EXPECT_GT(bottom, 2);
     const Rgba redCursor = {CellColour('_' - 32).red, 0, 0};
     EXPECT_FALSE(Find(redCursor).IsEmpty()) << "the cursor's line is shown";
     EXPECT_TRUE(Find(CellColour('1' - 32)).IsEmpty());
-    for (int i = 0; i < 8; ++i)
-        Type(SDLK_UP);
+    TypeTimes(8, SDLK_UP);
     EXPECT_EQ(memo.scroll.position, 0);
     // Deleting lines from the end of a scrolled memo keeps the cursor in sight.
-    for (int i = 0; i < 16; ++i)
-        Type(SDLK_RIGHT);
-    for (int i = 0; i < 12; ++i)
-        Type(SDLK_BACKSPACE);
+    TypeTimes(16, SDLK_RIGHT);
+    TypeTimes(12, SDLK_BACKSPACE);
     Draw();
     EXPECT_STREQ(memo.Text(), "1\n2\n9");
     EXPECT_LE(memo.scroll.position, memo.scroll.max);
@@ -251,8 +231,7 @@ TEST_F(TextTest, AFullMemoRefusesAndLogs) {
     Type(SDLK_x);
     EXPECT_EQ(CountInLog(FullMemo), 1);
     EXPECT_EQ(std::strlen(memo.Text()), 511U);
-    for (int i = 0; i < 520; ++i)
-        Type(SDLK_RIGHT);
+    TypeTimes(520, SDLK_RIGHT);
     EXPECT_EQ(memo.Cursor(), 511U);
     Draw();
     KeyDown(SDLK_BACKSPACE);

@@ -141,8 +141,7 @@ TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
     horizontal.width = vertical.height = 0.4F;
     horizontal.height = vertical.width = 0.05F;
     vertical.left = 0.5F;
-    for (GUI_ScrollBar* scroll :
-         {static_cast<GUI_ScrollBar*>(&horizontal), static_cast<GUI_ScrollBar*>(&vertical)}) {
+    for (GUI_ScrollBar* scroll : std::initializer_list<GUI_ScrollBar*>{&horizontal, &vertical}) {
         scroll->max = 10;
         scroll->position = scroll->lastPosition = 5;
         scroll->OnChange = [](GUI_ScrollBar*) { ++changes; };
@@ -285,10 +284,8 @@ TEST_F(WidgetsTest, DrawingAllocatesNothing) {
     control.width = control.height = 0.3F;
     pages[0].AddComponent(&buttons[0]);
     control.AddPage(&pages[0]);
-    for (GUI_Component* widget : {static_cast<GUI_Component*>(&box), static_cast<GUI_Component*>(&list),
-                                  static_cast<GUI_Component*>(&vertical),
-                                  static_cast<GUI_Component*>(&horizontal), static_cast<GUI_Component*>(&bar),
-                                  static_cast<GUI_Component*>(&control), static_cast<GUI_Component*>(&label)})
+    for (GUI_Component* widget :
+         std::initializer_list<GUI_Component*>{&box, &list, &vertical, &horizontal, &bar, &control, &label})
         window.AddComponent(widget);
     gui.cursor.visible = true;
     gui.SetFocus(&list);

@@ -5,8 +5,6 @@
 
 #include <SDL.h>
 
-#include <string>
-
 namespace {
 
 std::string happened;

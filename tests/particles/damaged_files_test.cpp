@@ -6,8 +6,6 @@
 #include "support/gl_fixture.h"
 #include "world/world_grid.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <memory>
 

@@ -10,10 +10,8 @@
 
 #include <GL/gl.h>
 #include <dlfcn.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <numbers>

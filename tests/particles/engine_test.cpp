@@ -10,7 +10,6 @@
 #include "world/world_grid.h"
 
 #include <GL/gl.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
@@ -185,30 +184,6 @@ TEST_F(Engine, TheRandomTableIsFilledByEachLoad) {
     randomTable.cursors[RandomTable::KickX] = 255;
     EXPECT_EQ(randomTable.Next(RandomTable::KickX), randomTable.values[255]);
     EXPECT_EQ(randomTable.Next(RandomTable::KickX), randomTable.values[0]);
-}
-
-TEST_F(Engine, EndsAsDieSaysAndFreesWhatHasFinished) {
-    LoadOne({EmitterText({{"die", "1"}, {"totallife", "1000"}}), EmitterText({{"die", "2"}}, "other.png")});
-    EffectInstance* effect = Start();
-    EmitterInstance& timed = *effect->emitters[0];
-    EmitterInstance& single = *effect->emitters[1];
-    EXPECT_EQ(timed.emitTimer, 0U);
-    frameClock.frameDelta = 100;
-    for (int i = 0; i < 4; ++i)
-        engine.Update();
-    // At 400 ms all particles are dead; a die of 2 ends there, though the same update starts new ones.
-    EXPECT_FALSE(single.active);
-    EXPECT_TRUE(timed.active);
-    EXPECT_EQ(engine.Batches()[1].instances.size(), 0U);
-    for (int i = 4; i < 10; ++i)
-        engine.Update();
-    EXPECT_TRUE(timed.stopped);
-    EXPECT_TRUE(timed.active);
-    EXPECT_EQ(engine.RunningCount(), 1U);
-    for (int i = 10; i < 15; ++i)
-        engine.Update();
-    EXPECT_EQ(engine.RunningCount(), 0U);
-    EXPECT_EQ(engine.Batches()[0].instances.size(), 0U);
 }
 
 TEST_F(Engine, BurstsStartWhatFits) {

@@ -229,13 +229,6 @@ bool RunOne(const QEV_PTEmittor& emitter, const int (&frameTimes)[4], Totals& to
     return good;
 }
 
-std::string Describe(const QEV_PTEmittor& e) {
-    return "gravity " + std::to_string(e.gravity) + " border " + std::to_string(e.gravborder) +
-           " collision " + std::to_string(e.collision) + " dietype " + std::to_string(e.dietype) + " die " +
-           std::to_string(e.die) + " acceleration " + std::to_string(e.acceleration) + " framerandom " +
-           std::to_string(e.framerandom) + " updatepos " + std::to_string(e.updatepos);
-}
-
 class Simulation : public testing::TestWithParam<int> {};
 
 // Every fifth of all settings of one collision mode (of which the sanitizers, many times slower, take every
@@ -268,7 +261,7 @@ TEST_P(Simulation, AgreesWithThePlainModel) {
         e.updatepos = take(2) != 0;
         e.gravpower = e.gravity == 1 ? 0.000003F : 0.0009F;
         e.Prepare();
-        SCOPED_TRACE(Describe(e));
+        SCOPED_TRACE(combination);
         if (!RunOne(e, FrameTimes[run % 4], totals)) return;
     }
     std::printf("%ld particles, largest deviation %.3g, %ld updates made again, %ld believed\n",

@@ -164,6 +164,11 @@ void GuiTest::Type(SDLKey key, int modifiers) {
     KeyUp(key);
 }
 
+void GuiTest::TypeTimes(int times, SDLKey key) {
+    for (int i = 0; i < times; ++i)
+        Type(key);
+}
+
 void GuiTest::Draw() {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glMatrixMode(GL_MODELVIEW);

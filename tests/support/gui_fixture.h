@@ -48,6 +48,7 @@ protected:
     static void KeyDown(SDLKey key, int modifiers = KMOD_NONE);
     static void KeyUp(SDLKey key);
     static void Type(SDLKey key, int modifiers = KMOD_NONE);
+    static void TypeTimes(int times, SDLKey key);
 
     // One frame of the GUI over black, with the projection of a mode change.
     static void Draw();

@@ -33,9 +33,8 @@ extern "C" void SDL_GL_SwapBuffers() {
 void SceneTest::SetUp() {
     font.Destroy();
     gui.Destroy();
-    for (const char* name :
-         {"font", "gui", "models", "textures", "sounds", "maps", "particles", "music", "entities"})
-        folder.LinkData(name);
+    folder.LinkData(
+        {"font", "gui", "models", "textures", "sounds", "maps", "particles", "music", "entities"});
     modelState.Start();
     font.Load("font/basic4.png");
     audio.Load("config.cfg");
@@ -51,10 +50,6 @@ void SceneTest::TearDown() {
     SDL_WM_GrabInput(SDL_GRAB_OFF);
     GuiTest::TearDown();
     audio.Destroy();
-}
-
-bool SceneTest::Logged(const std::string& text) {
-    return ReadLog().find(text) != std::string::npos;
 }
 
 void SceneTest::CloseWindow() {

@@ -9,6 +9,18 @@
 #include <string>
 #include <vector>
 
+// A scene that a test steers from inside its frames.
+template<class Scene> class Steered : public Scene {
+public:
+    void Update() override {
+        Scene::Update();
+        ++frames;
+        if (steer) steer(*this);
+    }
+    void (*steer)(Steered& scene) = nullptr;
+    int frames = 0; // that were updated
+};
+
 class SceneTest : public GuiTest {
 public:
     // Puts the press of a key into SDL's queue, for the scene to find.
@@ -32,7 +44,6 @@ protected:
     // The window is to be closed; the GUI hears it.
     static void CloseWindow();
 
-    static bool Logged(const std::string& text);
     // Light of each picture shown since the watch began.
     static const std::vector<double>& ShownLight();
 };

@@ -21,9 +21,11 @@ TemporaryFolder::~TemporaryFolder() {
     fs::remove_all(path, ignored);
 }
 
-void TemporaryFolder::LinkData(const char* name) const {
-    fs::remove_all(path / name);
-    fs::create_symlink(fs::path(QUARVELLO_SOURCE_DIR) / "data" / name, path / name);
+void TemporaryFolder::LinkData(std::initializer_list<const char*> names) const {
+    for (const char* name : names) {
+        fs::remove_all(path / name);
+        fs::create_symlink(fs::path(QUARVELLO_SOURCE_DIR) / "data" / name, path / name);
+    }
 }
 
 void WriteFile(const fs::path& name, std::string_view content) {
@@ -45,4 +47,8 @@ std::string ReadLog() {
             log.erase(at--, StampLength);
     }
     return log;
+}
+
+bool Logged(std::string_view text) {
+    return ReadLog().find(text) != std::string::npos;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -14,8 +15,8 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path; }
-    // Links a folder of the game's data (for example "sounds") into this one, in place of one of that name.
-    void LinkData(const char* name) const;
+    // Links folders of the game's data (for example "sounds") into this one, in place of those of that name.
+    void LinkData(std::initializer_list<const char*> names) const;
 
 private:
     std::filesystem::path path;
@@ -28,3 +29,5 @@ void WriteFile(const std::filesystem::path& name, std::string_view content);
 std::string ReadFile(const std::filesystem::path& name);
 // The log of the working directory without its time stamps.
 std::string ReadLog();
+// Whether the log holds the text.
+bool Logged(std::string_view text);

@@ -71,11 +71,13 @@ struct WallCase {
     bool blockedX, blockedY;
 };
 
-// Cells (5, y) for y 4..6 form a wall whose near side lies at x = -5; cell (9, 9) stands alone.
+// Cells (5, y) for y 4..6 form a wall whose near side lies at x = -5; cell (9, 9) stands alone; the last
+// three make an inner corner.
 TEST_F(Motion, WallsBlockTheAxisAlongWhichTheObjectEnters) {
     for (int y = 4; y <= 6; ++y)
         Wall(5, y);
-    Wall(9, 9);
+    for (const auto& [x, y] : {std::pair{9, 9}, {20, 19}, {20, 20}, {19, 20}})
+        Wall(x, y);
     const WallCase cases[] = {
         {"straight into the wall", -4.75F, -5.5F, -0.1F, 0.0F, true, false},
         {"slanting into the wall", -4.75F, -5.5F, -0.1F, 0.1F, true, false},
@@ -86,6 +88,7 @@ TEST_F(Motion, WallsBlockTheAxisAlongWhichTheObjectEnters) {
         {"a lone corner from its end", -8.95F, -8.75F, 0.0F, -0.1F, false, true},
         {"a lone corner's side, moving slantwise", -8.75F, -9.1F, -0.1F, 0.02F, true, false},
         {"a lone corner's end, moving slantwise", -9.1F, -8.75F, 0.02F, -0.1F, false, true},
+        {"into an inner corner", -19.75F, -19.75F, -0.1F, -0.1F, true, true},
     };
     Add(0.0F, 0.0F);
     for (const WallCase& tested : cases) {
@@ -99,17 +102,6 @@ TEST_F(Motion, WallsBlockTheAxisAlongWhichTheObjectEnters) {
         EXPECT_EQ(blockedX, tested.blockedX);
         EXPECT_EQ(blockedY, tested.blockedY);
     }
-}
-
-TEST_F(Motion, AnInnerCornerBlocksBothAxes) {
-    Wall(5, 4);
-    Wall(5, 5);
-    Wall(4, 5);
-    Add(-4.75F, -4.75F);
-    Move(world->objects[0], -0.1F, -0.1F);
-    EXPECT_EQ(Test(0), Contact::Hit);
-    EXPECT_TRUE(blockedX);
-    EXPECT_TRUE(blockedY);
 }
 
 TEST_F(Motion, ObjectsTouchWithinTheSumOfTheirSizes) {
@@ -209,61 +201,41 @@ TEST_F(Motion, BlockedAxesReverseOrEndAsTheStatusSays) {
     EXPECT_FALSE(stopper.moving);
 }
 
+struct MeetingCase {
+    const char* name;
+    std::uint8_t status, otherStatus;
+    float impulseY;       // of the first, which comes with 0.4
+    float otherX, otherY; // impulse of the other; 0 where it is not pushed
+};
+
 // Object 0 moves along -x into object 1, which stands; both are alone in their layer.
-class Answers : public Motion {
-protected:
-    void Meet(std::uint8_t status, std::uint8_t otherStatus) {
-        Add(-3.0F, -3.0F, status);
-        Add(-3.45F, -3.0F, otherStatus);
+TEST_F(Motion, AMeetingIsAnsweredAsTheStatusSays) {
+    const MeetingCase cases[] = {
+        {"a pusher hands ten times its speed on", StatusPusher, StatusPusher, 0.2F, -1.0F, 0.2F},
+        {"a thrower throws by the difference in speed", StatusBouncer, StatusBlocked, 0.2F, -60.0F, 0.2F},
+        {"a blocked one only loses its impulse", StatusBlocked, StatusPusher, 0.2F, 0.0F, 0.0F},
+        {"and so does a wanderer", StatusWanderer, StatusPusher, 0.2F, 0.0F, 0.0F},
+        {"throwers are not pushed", StatusPusher, StatusBouncer, 0.2F, 0.0F, 0.0F},
+        {"nor are stoppers", StatusPusher, StatusStopper, 0.2F, 0.0F, 0.0F},
+        {"an unknown status does nothing", 77, StatusPusher, 0.4F, 0.0F, 0.0F},
+        {"two stoppers come to rest", StatusStopper, StatusStopper, 0.2F, 0.0F, 0.0F},
+    };
+    for (const MeetingCase& tested : cases) {
+        SCOPED_TRACE(tested.name);
+        SetUp();
+        Add(-3.0F, -3.0F, tested.status);
+        Add(-3.45F, -3.0F, tested.otherStatus);
         Move(world->objects[0], -0.1F, 0.0F);
         world->objects[0].impulse = {0.0F, 0.4F};
         UpdateLayer(*world, 0, 16);
+        const WorldObject& other = world->objects[1];
+        EXPECT_FLOAT_EQ(world->objects[0].impulse.y, tested.impulseY);
+        EXPECT_EQ(other.pushed, tested.otherX != 0.0F);
+        EXPECT_FLOAT_EQ(other.impulse.x, tested.otherX);
+        EXPECT_FLOAT_EQ(other.impulse.y, tested.otherY);
     }
-    const WorldObject& First() const { return world->objects[0]; }
-    const WorldObject& Other() const { return world->objects[1]; }
-};
-
-TEST_F(Answers, APusherHandsItsSpeedOn) {
-    Meet(StatusPusher, StatusPusher);
-    EXPECT_FLOAT_EQ(First().impulse.y, 0.2F);
-    EXPECT_TRUE(Other().pushed);
-    EXPECT_FLOAT_EQ(Other().impulse.x, -1.0F) << "ten times the speed";
-    EXPECT_FLOAT_EQ(Other().impulse.y, 0.2F);
-}
-
-TEST_F(Answers, AThrowerThrowsByTheDifferenceInSpeed) {
-    Meet(StatusBouncer, StatusBlocked);
-    EXPECT_FLOAT_EQ(Other().impulse.x, -60.0F);
-}
-
-TEST_F(Answers, BlockedOnesOnlyLoseTheirImpulse) {
-    for (const std::uint8_t status : {StatusBlocked, StatusWanderer}) {
-        SetUp();
-        Meet(status, StatusPusher);
-        EXPECT_FLOAT_EQ(First().impulse.y, 0.2F);
-        EXPECT_FALSE(Other().pushed);
-    }
-}
-
-TEST_F(Answers, ThrowersAreNotPushed) {
-    for (const std::uint8_t other : {StatusBouncer, StatusStopper}) {
-        SetUp();
-        Meet(StatusPusher, other);
-        EXPECT_FALSE(Other().pushed);
-        EXPECT_FLOAT_EQ(First().impulse.y, 0.2F);
-    }
-}
-
-TEST_F(Answers, TwoStoppersComeToRest) {
-    Meet(StatusStopper, StatusStopper);
-    EXPECT_EQ(First().velocity.x, 0.0F);
-    EXPECT_FALSE(First().moving);
-}
-
-TEST_F(Answers, AnUnknownStatusDoesNothing) {
-    Meet(77, StatusPusher);
-    EXPECT_FLOAT_EQ(First().impulse.y, 0.4F);
-    EXPECT_FALSE(Other().pushed);
+    EXPECT_EQ(world->objects[0].velocity.x, 0.0F);
+    EXPECT_FALSE(world->objects[0].moving);
 }
 
 // A corridor along x: cells 1 and 2 in sector 0, a portal at 3, cells from 4 in sector 1.

@@ -15,18 +15,7 @@
 
 namespace {
 
-// A world scene that a test steers from inside its frames.
-class SteeredWorld : public WorldScene {
-public:
-    void Update() override {
-        WorldScene::Update();
-        ++frames;
-        if (steer) steer(*this);
-    }
-    void (*steer)(SteeredWorld& world) = nullptr;
-    int frames = 0;
-};
-
+using SteeredWorld = Steered<WorldScene>;
 constexpr float Speed = 0.03125F; // plane units a frame, a number that adds up exactly
 
 class World : public SceneTest {
