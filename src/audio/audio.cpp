@@ -1,9 +1,11 @@
 // The sound object; see audio.h.
 #include "audio/audio.h"
 
+#include "audio/sound_check.h"
 #include "config/config_reader.h"
 #include "config/config_writer.h"
 #include "core/log.h"
+#include "platform/file_bytes.h"
 #include "platform/file_stream.h"
 
 #include <algorithm>
@@ -22,12 +24,13 @@ constexpr int NoTimeLimit = -1;
 // The library takes any number, but some make it wait for ever or divide by nothing. Zero stands for its own
 // default.
 bool MixerCanTake(int rate, std::uint16_t format, int channels, int buffers) {
+    constexpr int LowestRate = 4000; // at 44 Hz, meant as 44 kHz, one buffer takes half a minute
     constexpr int HighestRate = 192000;
     constexpr int LargestBuffer = 32768; // the library keeps 16 bits
     constexpr std::array<std::uint16_t, 7> Formats = {
         0, AUDIO_U8, AUDIO_S8, AUDIO_U16LSB, AUDIO_S16LSB, AUDIO_U16MSB, AUDIO_S16MSB};
-    return rate >= 0 && rate <= HighestRate && channels >= 0 && buffers >= 0 && buffers <= LargestBuffer &&
-           std::find(Formats.begin(), Formats.end(), format) != Formats.end();
+    return (rate == 0 || rate >= LowestRate) && rate <= HighestRate && channels >= 0 && buffers >= 0 &&
+           buffers <= LargestBuffer && std::find(Formats.begin(), Formats.end(), format) != Formats.end();
 }
 
 // "sounds/move.wav" gives "sounds/HQ_move.wav"; a name without a folder has no variant and gives nothing.
@@ -35,6 +38,15 @@ std::string HighQualityName(const std::string& name) {
     const std::size_t slash = name.rfind('/');
     if (slash == std::string::npos) return {};
     return name.substr(0, slash + 1) + "HQ_" + name.substr(slash + 1);
+}
+
+// Null when the file is missing or the mixer cannot take it.
+Mix_Chunk* LoadChunk(const char* name) {
+    constexpr std::uint64_t MostBytes = std::uint64_t{256} << 20U;
+    const platform::FileBytes bytes(name);
+    if (!bytes.IsOpen() || CheckSound(bytes.Bytes(), MostBytes) != SoundFile::Sane) return nullptr;
+    SDL_RWops* file = SDL_RWFromFile(name, "rb");
+    return file ? Mix_LoadWAV_RW(file, 1) : nullptr;
 }
 
 } // namespace
@@ -124,7 +136,7 @@ AudioSample* QEV_Audio::Sample_Add(const char* name) {
     if (AudioSample* known = Sample_Find(chosen.c_str())) return known;
 
     auto sample = std::make_unique<AudioSample>();
-    if (SDL_RWops* file = SDL_RWFromFile(chosen.c_str(), "rb")) sample->chunk.reset(Mix_LoadWAV_RW(file, 1));
+    sample->chunk.reset(LoadChunk(chosen.c_str()));
     if (!sample->chunk) LogWrite("QEV_Audio::Sample_Add(%s) - [ERROR] - Couldnt load sound\n", name);
     sample->name = std::move(chosen);
     samples.push_back(std::move(sample));

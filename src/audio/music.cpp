@@ -1,12 +1,25 @@
 // The music track; see music.h.
 #include "audio/music.h"
 
+#include "audio/sound_check.h"
 #include "core/log.h"
+#include "platform/file_bytes.h"
+
+#include <limits>
 
 namespace {
 
 constexpr int FadeOutTime = 4000; // ms
 constexpr int ForEver = -1;
+
+// Null when the file is missing or the mixer cannot take it. A track is unpacked piece by piece, so its
+// length does not matter.
+Mix_Music* LoadTrack(const char* name) {
+    constexpr auto AnyLength = std::numeric_limits<std::uint64_t>::max();
+    const platform::FileBytes bytes(name);
+    if (!bytes.IsOpen() || CheckSound(bytes.Bytes(), AnyLength) == SoundFile::Absurd) return nullptr;
+    return Mix_LoadMUS(name);
+}
 
 } // namespace
 
@@ -24,7 +37,7 @@ bool QEV_Music::Load(const char* name) {
     if (!enabled) return false;
     Free();
     if (!name || *name == '\0') return true;
-    handle = Mix_LoadMUS(name);
+    handle = LoadTrack(name);
     if (!handle) {
         LogWrite("loading failed - Music not found %s\n", name);
         return false;

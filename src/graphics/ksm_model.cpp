@@ -2,11 +2,13 @@
 #include "graphics/ksm_model.h"
 
 #include "core/log.h"
-#include "graphics/byte_cursor.h"
 #include "graphics/vector_math.h"
+#include "platform/byte_cursor.h"
 #include "platform/file_bytes.h"
 
 #include <array>
+
+using platform::ByteCursor;
 
 namespace {
 

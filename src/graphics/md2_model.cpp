@@ -2,11 +2,13 @@
 #include "graphics/md2_model.h"
 
 #include "core/log.h"
-#include "graphics/byte_cursor.h"
+#include "platform/byte_cursor.h"
 #include "platform/file_bytes.h"
 
 #include <algorithm>
 #include <cstring>
+
+using platform::ByteCursor;
 
 namespace {
 

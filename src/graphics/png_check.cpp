@@ -1,12 +1,14 @@
 // The PNG check; see png_check.h. The layout is that of ISO/IEC 15948.
 #include "graphics/png_check.h"
 
-#include "graphics/byte_cursor.h"
 #include "graphics/picture.h"
+#include "platform/byte_cursor.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
+
+using platform::ByteCursor;
 
 namespace {
 

@@ -71,6 +71,7 @@ TEST_F(AudioStart, RefusedSettingsFallBackAndAreKept) {
                                                     {"22050", "7", "2", "512"},
                                                     {"22050", "32784", "-2", "512"},
                                                     {"2147483647", "32784", "2", "0"},
+                                                    {"44", "32784", "2", "1024"},
                                                     {"22050", "32784", "2", "-1"},
                                                     {"22050", "32784", "2", "65536"}}) {
         std::filesystem::remove("log.txt");
@@ -177,8 +178,13 @@ TEST_F(Samples, FilesThatCannotBeLoadedGiveASilentHandle) {
     WriteFile("sounds/empty.wav", "");
     WriteFile("sounds/cut.wav", whole.substr(0, 30));
     WriteFile("sounds/noise.wav", std::string(3000, '\x81'));
+    // The library would write beyond its tables for these: one sample a second, and 128 channels.
+    WriteFile("sounds/slow.wav", std::string(whole).replace(24, 4, std::string("\1\0\0\0", 4)));
+    WriteFile("sounds/many.wav", std::string(whole).replace(22, 2, std::string("\x80\0", 2)));
     Open();
-    for (const char* name : {"sounds/none.wav", "sounds/empty.wav", "sounds/cut.wav", "sounds/noise.wav"}) {
+    EXPECT_FALSE(sound.music.Load("sounds/slow.wav"));
+    for (const char* name : {"sounds/none.wav", "sounds/empty.wav", "sounds/cut.wav", "sounds/noise.wav",
+                             "sounds/slow.wav", "sounds/many.wav"}) {
         std::filesystem::remove("log.txt");
         AudioSample* sample = sound.Sample_Add(name);
         ASSERT_NE(sample, nullptr) << name;

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <span>
 
+namespace platform {
+
 class ByteCursor {
 public:
     explicit constexpr ByteCursor(std::span<const std::byte> newBytes) : bytes(newBytes) {}
@@ -70,3 +72,5 @@ private:
     std::size_t position = 0;
     bool failed = false;
 };
+
+} // namespace platform
