@@ -40,23 +40,29 @@ bool StartsWith(std::span<const std::byte> file, std::string_view name) {
     return NextIs(cursor, name);
 }
 
-// Chunks follow each other without padding here, as the library walks them.
+void ReadWaveFormat(ByteCursor chunk, Header& header) {
+    constexpr unsigned Plain = 1;
+    const bool packed = chunk.U16() != Plain;
+    header.channels = chunk.U16();
+    header.rate = chunk.U32();
+    chunk.Take(6); // bytes a second, bytes a frame
+    header.format = chunk.U16() == 8 ? AUDIO_U8 : AUDIO_S16LSB;
+    header.unpacking = packed ? WidestUnpacking : 1;
+}
+
+// Without samples the library would look for them for ever. It does not know the byte that pads a chunk of
+// odd length, so no such chunk may stand before the samples.
 bool ReadWaveHeader(std::span<const std::byte> file, Header& header) {
     ByteCursor cursor(file);
     cursor.Seek(8);
     if (!NextIs(cursor, "WAVE")) return false;
     while (!cursor.Failed()) {
-        const bool isFormat = NextIs(cursor, "fmt ");
-        ByteCursor chunk(cursor.Take(cursor.U32()));
-        if (!isFormat) continue;
-        constexpr unsigned Plain = 1;
-        const bool packed = chunk.U16() != Plain;
-        header.channels = chunk.U16();
-        header.rate = chunk.U32();
-        chunk.Take(6); // bytes a second, bytes a frame
-        header.format = chunk.U16() == 8 ? AUDIO_U8 : AUDIO_S16LSB;
-        header.unpacking = packed ? WidestUnpacking : 1;
-        return !chunk.Failed();
+        const auto name = cursor.Take(4);
+        const std::span<const std::byte> content = cursor.Take(cursor.U32());
+        if (cursor.Failed()) return false;
+        if (StartsWith(name, "data")) return header.channels != 0;
+        if (content.size() % 2 != 0) return false;
+        if (StartsWith(name, "fmt ") && header.channels == 0) ReadWaveFormat(ByteCursor(content), header);
     }
     return false;
 }

@@ -181,8 +181,10 @@ TEST_F(Samples, FilesThatCannotBeLoadedGiveASilentHandle) {
     // The library would write beyond its tables for these: one sample a second, and 128 channels.
     WriteFile("sounds/slow.wav", std::string(whole).replace(24, 4, std::string("\1\0\0\0", 4)));
     WriteFile("sounds/many.wav", std::string(whole).replace(22, 2, std::string("\x80\0", 2)));
+    WriteFile("sounds/bare.wav", whole.substr(0, 36)); // the library would look for the samples for ever
     Open();
     EXPECT_FALSE(sound.music.Load("sounds/slow.wav"));
+    EXPECT_FALSE(sound.music.Load("sounds/bare.wav"));
     for (const char* name : {"sounds/none.wav", "sounds/empty.wav", "sounds/cut.wav", "sounds/noise.wav",
                              "sounds/slow.wav", "sounds/many.wav"}) {
         std::filesystem::remove("log.txt");
