@@ -79,13 +79,9 @@ protected:
 
     float Random(float low, float high) { return std::uniform_real_distribution<float>(low, high)(random); }
 
-    void PlaceWindow(GUI_Window& placed) {
-        placed.left = Random(0.02F, 0.4F);
-        placed.top = Random(0.05F, 0.4F);
-        placed.width = Random(0.25F, 0.55F);
-        placed.height = Random(0.2F, 0.5F);
+    void ShowSomewhere(GUI_Window& placed) {
         placed.caption = "";
-        gui.AddWindow(&placed);
+        Show(placed, {Random(0.02F, 0.4F), Random(0.05F, 0.4F), Random(0.25F, 0.55F), Random(0.2F, 0.5F)});
     }
 
     // The client area by which a window cuts its children while it draws them.
@@ -128,15 +124,12 @@ TEST_F(GeometryTest, RandomWidgetsInRandomWindows) {
     for (int round = 0; round < 40; ++round) {
         gui.Clear();
         GUI_Window& container = round % 2 ? window : panel;
-        PlaceWindow(container);
+        ShowSomewhere(container);
         container.AddComponent(&widget);
         widget.scissor = round % 3 != 0;
         container.scissor = round % 7 != 0 || !widget.scissor;
         widget.pos_id = static_cast<GuiCorner>(round / 3 % 4);
-        widget.left = Random(0.0F, 0.2F);
-        widget.top = Random(0.0F, 0.2F);
-        widget.width = Random(0.03F, 0.4F);
-        widget.height = Random(0.03F, 0.3F);
+        Place(widget, {Random(0.0F, 0.2F), Random(0.0F, 0.2F), Random(0.03F, 0.4F), Random(0.03F, 0.3F)});
         // Nothing is pointed at above or left of a window, which may still draw there.
         widget.width = std::min(widget.width, container.width - widget.left);
         widget.height = std::min(widget.height, container.height - widget.top);
@@ -154,7 +147,7 @@ TEST_F(GeometryTest, RandomWidgetsOnPages) {
     for (int round = 0; round < 20; ++round) {
         gui.Clear();
         page.ClearComponents();
-        PlaceWindow(window);
+        ShowSomewhere(window);
         window.AddComponent(&control);
         control.AddPage(&page);
         page.AddComponent(&list); // unclipped, it must not free what is drawn after it
@@ -165,10 +158,7 @@ TEST_F(GeometryTest, RandomWidgetsOnPages) {
         control.width = std::min(Random(0.15F, 0.5F), window.width - control.left - 2 * PlainSkin::RightX);
         control.height =
             std::min(Random(0.12F, 0.4F), window.height - control.top - PlainSkin::LeftY - PlainSkin::RightY);
-        widget.left = Random(0.0F, 0.1F);
-        widget.top = Random(0.05F, 0.1F);
-        widget.width = Random(0.03F, 0.4F);
-        widget.height = Random(0.03F, 0.3F);
+        Place(widget, {Random(0.0F, 0.1F), Random(0.05F, 0.1F), Random(0.03F, 0.4F), Random(0.03F, 0.3F)});
         // The control cuts with its own margins, which the plain skin makes those of the window.
         const float left = window.left + PlainSkin::LeftX + control.left;
         const float bottom = window.top + PlainSkin::LeftY + control.top + control.height - PlainSkin::RightY;
@@ -186,17 +176,15 @@ TEST_F(GeometryTest, TheTopmostOfRandomPilesIsHit) {
         std::array<GUI_Window*, 3> pile = {&window, &panel, &second};
         std::shuffle(pile.begin(), pile.end(), random);
         for (GUI_Window* holder : pile)
-            PlaceWindow(*holder);
+            ShowSomewhere(*holder);
         for (std::size_t i = 0; i < many.size(); ++i) {
             GUI_Button& button = many[i];
             button.caption = "";
             button.stid = static_cast<std::uint8_t>(1 + i % 7);
             button.visible = random() % 6 != 0;
             button.pos_id = static_cast<GuiCorner>(random() % 4);
-            button.left = Random(0.0F, 0.1F);
-            button.top = Random(0.0F, 0.1F);
-            button.width = Random(0.03F, 0.15F);
-            button.height = Random(0.03F, 0.1F);
+            Place(button,
+                  {Random(0.0F, 0.1F), Random(0.0F, 0.1F), Random(0.03F, 0.15F), Random(0.03F, 0.1F)});
             pile.at(i % pile.size())->AddComponent(&button);
         }
         MoveTo(0, 0);
@@ -217,14 +205,9 @@ TEST_F(GeometryTest, TheTopmostOfRandomPilesIsHit) {
 }
 
 TEST_F(GeometryTest, WidgetsHangOnTheClientAreaOrOnTheFrame) {
-    gui.AddWindow(&panel);
+    Show(panel, {0.1F, 0.1F, 0.5F, 0.5F});
     panel.AddComponent(&widget);
-    panel.left = panel.top = 0.1F;
-    panel.width = panel.height = 0.5F;
-    widget.left = 0.03F;
-    widget.top = 0.01F;
-    widget.width = 0.1F;
-    widget.height = 0.05F;
+    Place(widget, {0.03F, 0.01F, 0.1F, 0.05F});
     const auto expect = [&](GuiCorner corner, float left, float top) {
         widget.pos_id = corner;
         const GuiRect rect = DrawnRect(gui.GetStyles(), widget);
@@ -244,53 +227,43 @@ TEST_F(GeometryTest, WidgetsHangOnTheClientAreaOrOnTheFrame) {
 
 // Where a window's hooks may draw, at 640 x 480, and that nothing of it lasts.
 TEST_F(GeometryTest, HooksDrawInTheClientAreaUnderTheWidgets) {
-    static std::array<GLint, 4> viewport;
+    using Viewport = std::array<GLint, 4>;
+    static Viewport viewport;
     static constexpr Rgba Flat = {250, 250, 0};
-    const auto look = [](GUI_Window*) {
+    window.OnDraw3D = panel.OnDraw3D = [](GUI_Window*) {
         glGetIntegerv(GL_VIEWPORT, viewport.data());
         EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
     };
-    const auto paint = [](GUI_Window*) {
+    window.OnDraw2D = panel.OnDraw2D = [](GUI_Window*) {
         glDisable(GL_TEXTURE_2D);
         glColor4ub(Flat.red, Flat.green, Flat.blue, 255);
         glRectf(0, 0, 1, 1);
         glEnable(GL_TEXTURE_2D);
     };
-    for (GUI_Window* holder : {&window, static_cast<GUI_Window*>(&panel)}) {
+    widget.caption = "";
+    struct Case {
+        GUI_Window& holder;
+        bool scissor;
+        Viewport room;
+        int left, right; // of what is painted
+    };
+    for (const Case& c : {Case{window, true, {172, 110, 300, 201}, 160, 460},
+                          Case{panel, true, {160, 110, 320, 201}, 2, 638},     // the whole width
+                          Case{panel, false, {160, 110, 320, 249}, 2, 638}}) { // and the whole height
         gui.Clear();
-        holder->caption = widget.caption = "";
-        holder->left = holder->top = 0.25F;
-        holder->width = 0.5F;
-        holder->height = 0.52F;
-        holder->OnDraw3D = look;
-        gui.AddWindow(holder);
-        holder->AddComponent(&widget);
+        c.holder.caption = "";
+        c.holder.scissor = c.scissor;
+        Show(c.holder, {0.25F, 0.25F, 0.5F, 0.52F});
+        c.holder.AddComponent(&widget);
         Draw();
-        if (holder == &window) {
-            EXPECT_EQ(viewport, (std::array<GLint, 4>{172, 110, 300, 201}));
-        } else {
-            EXPECT_EQ(viewport, (std::array<GLint, 4>{160, 110, 320, 201})) << "the whole width";
-            panel.scissor = false;
-            Draw();
-            EXPECT_EQ(viewport, (std::array<GLint, 4>{160, 110, 320, 249})) << "and the whole height";
-            panel.scissor = true;
-        }
+        EXPECT_EQ(viewport, c.room);
         glGetIntegerv(GL_VIEWPORT, viewport.data());
-        EXPECT_EQ(viewport, (std::array<GLint, 4>{0, 0, Width, Height}));
+        EXPECT_EQ(viewport, (Viewport{0, 0, Width, Height}));
         EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
         EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST));
-
-        holder->OnDraw3D = nullptr;
-        holder->OnDraw2D = paint;
-        Draw();
-        const Box painted = Find(Flat);
-        if (holder == &window) {
-            EXPECT_EQ(painted.left, 160);
-            EXPECT_EQ(painted.right, 460);
-        } else {
-            EXPECT_LT(painted.left, 10) << "a panel's hook may draw anywhere";
-        }
-        EXPECT_FALSE(Find(PlainSkin::Colour(3, GuiState::Normal)).IsEmpty());
+        EXPECT_NEAR(Find(Flat).left, c.left, 1);
+        EXPECT_NEAR(Find(Flat).right, c.right, 1);
+        EXPECT_TRUE(IsSeen(PlainSkin::Colour(3, GuiState::Normal)));
     }
 }
 
@@ -303,33 +276,29 @@ TEST_F(GeometryTest, PointerAndWidgetsAgreeAtEveryScreenSize) {
         gui.ReloadTextures();
         gui.Clear();
         panel.caption = "";
-        panel.left = panel.top = 0.0F;
-        panel.width = panel.height = 1.0F;
-        gui.AddWindow(&panel);
+        Show(panel, {0, 0, 1, 1});
         panel.AddComponent(&widget);
         for (const GuiPoint place : {GuiPoint{0.05F, 0.05F}, {0.4F, 0.5F}, {0.72F, 0.82F}}) {
-            widget.left = place.x;
-            widget.top = place.y;
+            widget.Place(place.x, place.y);
             gui.cursor.visible = false;
             MoveTo(0, 0);
             Draw();
             const Box button = Find(PlainSkin::Colour(3, GuiState::Normal));
             ASSERT_FALSE(button.IsEmpty());
-            const int inY =
-                static_cast<int>((place.y + PlainSkin::LeftY + 0.02F) * static_cast<float>(height));
-            const int inX =
+            const auto inX =
                 static_cast<int>((place.x + PlainSkin::LeftX + 0.05F) * static_cast<float>(width));
-            int firstX = 0;
-            for (MoveTo(firstX, inY); gui.Hovered() != &widget; MoveTo(firstX, inY))
-                ASSERT_LT(++firstX, width);
+            const auto inY =
+                static_cast<int>((place.y + PlainSkin::LeftY + 0.02F) * static_cast<float>(height));
             gui.cursor.visible = true;
-            Draw();
-            EXPECT_NEAR(Find({255, 255, 0}).left, button.left, 1.01) << width << "x" << height;
-            int firstY = 0;
-            for (MoveTo(inX, firstY); gui.Hovered() != &widget; MoveTo(inX, firstY))
-                ASSERT_LT(++firstY, height);
-            Draw();
-            const Box tip = Find({255, 255, 0});
+            // Where the tip is drawn as it comes onto the widget.
+            const auto tipFrom = [&](int x, int y, int dx, int dy) {
+                for (MoveTo(x, y); gui.Hovered() != &widget && x < width && y < height; MoveTo(x, y))
+                    x += dx, y += dy;
+                Draw();
+                return Find({255, 255, 0});
+            };
+            EXPECT_NEAR(tipFrom(0, inY, 1, 0).left, button.left, 1.01) << width << "x" << height;
+            const Box tip = tipFrom(inX, 0, 0, 1);
             EXPECT_NEAR(tip.top, button.top, 1.01) << width << "x" << height;
             EXPECT_NEAR(tip.left, OnScreen(static_cast<double>(inX) / width, CoverX) * width, 1.01)
                 << "the picture fills a wide screen too";

@@ -51,12 +51,9 @@ protected:
     }
 
     // Puts the window alone on the screen.
-    static void Show(GUI_Window& holder) {
+    static void ShowAlone(GUI_Window& holder) {
         gui.Clear();
-        holder.left = holder.top = 0.2F;
-        holder.width = 0.6F;
-        holder.height = 0.5F;
-        gui.AddWindow(&holder);
+        Show(holder, {0.2F, 0.2F, 0.6F, 0.5F});
         gui.SetFocus(nullptr);
     }
 
@@ -128,45 +125,34 @@ TEST_F(RealSkinTest, LoadsWithoutAWarning) {
 TEST_F(RealSkinTest, TextIsReadableOnEveryStyleAndState) {
     for (GUI_Window* holder : {&window, static_cast<GUI_Window*>(&panel)}) {
         holder->caption = "";
-        for (const GuiState state : States) {
-            const std::string where = (holder == &panel ? ", panel, state " : ", window, state ") +
-                                      std::to_string(static_cast<int>(state));
-            Show(*holder);
-            holder->AddComponent(&widget);
-            widget.left = widget.top = 0.1F;
-            widget.state = state;
-            for (const std::uint8_t stid : {1, 2, 3, 14}) {
-                widget.stid = stid;
+        for (const GuiState state : States)
+            for (const std::uint8_t stid : {1, 2, 3, 14, 11, 12}) {
+                GUI_Component& shown = stid == 11 || stid == 12 ? box : widget; // written beside, or over it
+                ShowAlone(*holder);
+                holder->AddComponent(&shown);
+                shown.Place(0.1F, 0.1F);
+                shown.state = state;
+                shown.stid = stid;
                 ExpectReadable(
-                    stid, [&](const char* text) { widget.caption = text; },
-                    "style " + std::to_string(stid) + where);
+                    stid, [&](const char* text) { shown.caption = text; },
+                    "style " + std::to_string(stid) + (holder == &panel ? ", panel" : ", window") +
+                        ", state " + std::to_string(static_cast<int>(state)));
             }
-            Show(*holder);
-            holder->AddComponent(&box);
-            box.left = box.top = 0.1F;
-            box.state = state;
-            for (const std::uint8_t stid : {11, 12}) {
-                box.stid = stid;
-                ExpectReadable(
-                    stid, [&](const char* text) { box.caption = text; },
-                    "style " + std::to_string(stid) + where);
-            }
-        }
     }
 }
 
 TEST_F(RealSkinTest, TextIsReadableOnCaptionBarsAndOnMarkedRows) {
-    Show(window);
+    ShowAlone(window);
     for (const GuiState state : States) {
         window.state = state;
         ExpectReadable(
             9, [&](const char* text) { window.caption = text; },
             "caption bar, state " + std::to_string(static_cast<int>(state)));
     }
-    Show(panel);
+    ShowAlone(panel);
     panel.AddComponent(&list);
     list.caption = "";
-    list.left = list.top = 0.1F;
+    list.Place(0.1F, 0.1F);
     for (const GuiState state : {GuiState::Normal, GuiState::Hover, GuiState::Clicked}) {
         ExpectReadable(
             list.stid,

@@ -22,15 +22,12 @@ protected:
         std::fill(std::begin(clicks), std::end(clicks), 0);
         losses = outside = 0;
         // In GUI units: the window at 0.2..0.8, two buttons in its client area.
-        window.left = window.top = 0.2F;
-        window.width = window.height = 0.6F;
+        Show(window, {0.2F, 0.2F, 0.6F, 0.6F});
         window.OnClick = Count<0>;
-        first.left = first.top = 0.05F;
+        first.Place(0.05F, 0.05F);
         first.OnClick = Count<1>;
-        second.left = 0.3F;
-        second.top = 0.05F;
+        second.Place(0.3F, 0.05F);
         second.OnClick = Count<2>;
-        gui.AddWindow(&window);
         window.AddComponent(&first);
         window.AddComponent(&second);
     }
@@ -40,6 +37,14 @@ protected:
     static constexpr float ButtonY = 0.2F + PlainSkin::LeftY + 0.05F + 0.025F;
     static constexpr float FreeX = 0.5F;
     static constexpr float FreeY = 0.6F;
+    static void PressAt(float x, float y) {
+        Move(x, y);
+        Press();
+    }
+    static void ReleaseAt(float x, float y) {
+        Move(x, y);
+        Release();
+    }
 
     GUI_Window window;
     GUI_Button first;
@@ -61,34 +66,27 @@ TEST_F(RoutingTest, AClickIsAPressAndAReleaseOnTheSameElement) {
 
     // Pressed inside, released on the window, on the other button, and outside of everything.
     for (const auto& [x, y] : {GuiPoint{FreeX, FreeY}, GuiPoint{SecondX, ButtonY}, GuiPoint{0.05F, 0.05F}}) {
-        Move(FirstX, ButtonY);
-        Press();
+        PressAt(FirstX, ButtonY);
         Move(x, y);
         EXPECT_EQ(first.state, GuiState::Clicked) << "a drag keeps its target";
         Release();
         EXPECT_EQ(first.state, GuiState::Normal);
         Move(x, y);
     }
+    // Pressed outside, released inside.
+    PressAt(0.05F, 0.05F);
+    ReleaseAt(FirstX, ButtonY);
     EXPECT_EQ(clicks[0], 0);
     EXPECT_EQ(clicks[1], 1);
     EXPECT_EQ(clicks[2], 0);
-
-    // Pressed outside, released inside.
-    Move(0.05F, 0.05F);
-    Press();
-    Move(FirstX, ButtonY);
-    Release();
-    EXPECT_EQ(clicks[1], 1);
 }
 
 TEST_F(RoutingTest, AReleaseOutsideCallsTheSceneAndTakesTheFocus) {
     gui.OnReleaseOutside = [] { ++outside; };
     first.OnLostFocus = [](GUI_Element*) { ++losses; };
-    Move(FirstX, ButtonY);
-    Press();
+    PressAt(FirstX, ButtonY);
     EXPECT_EQ(gui.Focused(), &first);
-    Move(0.9F, 0.9F);
-    Release();
+    ReleaseAt(0.9F, 0.9F);
     EXPECT_EQ(outside, 1);
     EXPECT_EQ(losses, 1);
     EXPECT_EQ(gui.Focused(), nullptr);
@@ -98,10 +96,9 @@ TEST_F(RoutingTest, AReleaseOutsideCallsTheSceneAndTakesTheFocus) {
 }
 
 TEST_F(RoutingTest, AWindowIsDraggedBeyondTheScreenUntilTheRelease) {
-    Move(FreeX, FreeY);
-    Press();
-    for (int step = 1; step <= 8; ++step)
-        Move(FreeX - 0.05F * static_cast<float>(step), FreeY + 0.04F * static_cast<float>(step));
+    PressAt(FreeX, FreeY);
+    Move(FreeX - 0.1F, FreeY + 0.1F);
+    Move(FreeX - 0.4F, FreeY + 0.32F);
     EXPECT_NEAR(window.left, -0.2F, 0.002F);
     EXPECT_NEAR(window.top, 0.52F, 0.002F);
     Release();
@@ -114,8 +111,7 @@ TEST_F(RoutingTest, TheResizeButtonPullsTheCornerWithinTheSkinsLimits) {
     static int resized;
     resized = 0;
     window.OnResize = [](GUI_Window*) { ++resized; };
-    Move(0.79F, 0.79F);
-    Press();
+    PressAt(0.79F, 0.79F);
     Move(0.6F, 0.7F);
     EXPECT_NEAR(window.width, 0.4F, 0.002F);
     EXPECT_NEAR(window.height, 0.5F, 0.002F);
@@ -132,10 +128,8 @@ TEST_F(RoutingTest, TheResizeButtonPullsTheCornerWithinTheSkinsLimits) {
 }
 
 TEST_F(RoutingTest, TheUpperOfTwoWindowsIsHitAndAClickRaisesTheLower) {
-    other.left = other.top = 0.5F;
-    other.width = other.height = 0.4F;
+    Show(other, {0.5F, 0.5F, 0.4F, 0.4F});
     other.OnClick = Count<3>;
-    gui.AddWindow(&other);
     Click(FreeX + 0.1F, FreeY);
     EXPECT_EQ(clicks[3], 1);
     EXPECT_EQ(gui.Windows().back(), &other);
@@ -156,9 +150,8 @@ TEST_F(RoutingTest, DisabledAndHiddenElementsAreNotHit) {
     // A disabled window is passed over by presses.
     window.SetDisabled();
     first.state = GuiState::Normal;
-    Move(FirstX, ButtonY);
+    PressAt(FirstX, ButtonY);
     EXPECT_EQ(gui.Hovered(), nullptr);
-    Press();
     EXPECT_EQ(gui.Focused(), nullptr);
     Release();
     EXPECT_EQ(clicks[1], 0);
@@ -166,8 +159,7 @@ TEST_F(RoutingTest, DisabledAndHiddenElementsAreNotHit) {
 
 TEST_F(RoutingTest, WhatHasNoClippingLiesAboveLaterClippedWidgets) {
     over.scissor = false;
-    over.left = 0.3F + PlainSkin::LeftX;
-    over.top = 0.05F + PlainSkin::LeftY;
+    over.Place(0.3F + PlainSkin::LeftX, 0.05F + PlainSkin::LeftY);
     over.OnClick = Count<3>;
     window.ClearComponents();
     window.AddComponent(&over);
@@ -177,8 +169,7 @@ TEST_F(RoutingTest, WhatHasNoClippingLiesAboveLaterClippedWidgets) {
     EXPECT_EQ(clicks[2], 0);
     // Two clipped ones: the later.
     over.scissor = true;
-    over.left = 0.3F;
-    over.top = 0.05F;
+    over.Place(0.3F, 0.05F);
     Click(SecondX, ButtonY);
     EXPECT_EQ(clicks[2], 1);
 }
@@ -210,9 +201,7 @@ TEST_F(RoutingTest, KeysReachTheSceneFirstThenTheFocusedElement) {
     static int quits;
     quits = 0;
     gui.OnQuit = [] { ++quits; };
-    SDL_Event quit{};
-    quit.type = SDL_QUIT;
-    SDL_PushEvent(&quit);
+    PushEvent(SDL_QUIT);
     gui.ProcessEvents(1);
     EXPECT_EQ(quits, 1);
 }
@@ -225,7 +214,7 @@ TEST_F(RoutingTest, TheNineHooksComeInTheirOrder) {
         order += {static_cast<char>('0' + static_cast<int>(element.state)), letter, element.focus ? '+' : '-',
                   ' '};
     };
-    static GUI_Element* hovered = &first; // the hook without arguments
+    static GUI_Element* hovered; // for the hook without arguments
     order.clear();
     hovered = &first;
     first.OnHover = [] { note(*hovered, 'h'); };
@@ -237,10 +226,8 @@ TEST_F(RoutingTest, TheNineHooksComeInTheirOrder) {
     first.OnClick = [](GUI_Element* element) { note(*element, 'c'); };
     first.OnFocus = [](GUI_Element* element) { note(*element, 'f'); };
     first.OnLostFocus = [](GUI_Element* element) { note(*element, 'l'); };
-    Move(FirstX, ButtonY);
-    Press();
-    Move(FirstX + 0.01F, ButtonY);
-    Release();
+    PressAt(FirstX, ButtonY);
+    ReleaseAt(FirstX + 0.01F, ButtonY);
     Type(SDLK_a);
     Click(FreeX, FreeY);
     EXPECT_EQ(order, "0h- 1o- 1f- 2d+ 2o+ 2c+ 0u+ 0k+ 0K+ 0l+ ");
@@ -257,8 +244,7 @@ TEST_F(RoutingTest, TheNineHooksComeInTheirOrder) {
 TEST_F(RoutingTest, AReleaseEndsAPressEvenWhenTheFocusHasMovedAway) {
     first.OnMouseDown = [](GUI_Element*, float, float) { gui.SetFocus(nullptr); };
     for (const GuiPoint place : {GuiPoint{0.9F, 0.9F}, {FreeX, FreeY}}) {
-        Move(FirstX, ButtonY);
-        Press();
+        PressAt(FirstX, ButtonY);
         Move(place.x, place.y);
         EXPECT_EQ(first.state, GuiState::Clicked);
         Release();

@@ -11,12 +11,6 @@
 
 namespace {
 
-const std::string NoGeneral = "QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n";
-const std::string NoFocus = "QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n";
-const std::string NoBorder = "QEV_Gui::GUI_Styles::Load() [ warning ] - Border block wasn't found\n";
-const std::string NoVert = "QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n";
-const std::string NoPoly = "QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n";
-
 class SkinTest : public GuiTest {
 protected:
     // Reads the text as the inside of a skin block.
@@ -42,9 +36,7 @@ protected:
 
     // A window and a button with which the GUI must still work.
     void UseWindow() {
-        window.left = window.top = 0.2F;
-        window.width = window.height = 0.5F;
-        gui.AddWindow(&window);
+        Show(window, {0.2F, 0.2F, 0.5F, 0.5F});
         window.AddComponent(&button);
         window.AddComponent(&label);
         Draw();
@@ -67,7 +59,8 @@ TEST_F(SkinTest, AnEmptySkinGivesOneStyleAndNothingToHit) {
     EXPECT_FLOAT_EQ(skin.closeButton.width, 0.03F);
     EXPECT_TRUE(skin.focus.empty());
     EXPECT_TRUE(skin.boxes.empty());
-    EXPECT_EQ(ReadLog(), NoGeneral + NoFocus);
+    EXPECT_EQ(ReadLog(), "QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n"
+                         "QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n");
     EXPECT_FLOAT_EQ(skin.Get(0).leftx, 0.02F);
     EXPECT_FLOAT_EQ(skin.Get(0).texta, 1.0F);
 }
@@ -75,13 +68,12 @@ TEST_F(SkinTest, AnEmptySkinGivesOneStyleAndNothingToHit) {
 TEST_F(SkinTest, BordersAndButtons) {
     EXPECT_EQ(Read("<general>\nwin_min_width = 0.3\n</general>\n").boxes.size(), 1U);
     EXPECT_FLOAT_EQ(styles.win_min_width, 0.3F);
-    EXPECT_EQ(CountInLog(NoBorder), 1);
+    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Styles::Load() [ warning ] - Border block wasn't found\n"), 1);
     EXPECT_EQ(CountInLog("Close button block wasn't found\n"), 1);
     EXPECT_EQ(CountInLog("Resize button block wasn't found\n"), 1);
 
-    Read("<general>\n<border>\nbox_num = 2\n<box>\npos1x = 0.1\npos2x = 0.2\npos2y = 0.05\nfixed1 = "
-         "3\nfixed2 = "
-         "2\n</box>\n</border>\n<close button>\nstid = 7\n</close button>\n</general>\n");
+    Read("<general>\n<border>\nbox_num = 2\n<box>\npos1x = 0.1\npos2x = 0.2\npos2y = 0.05\nfixed1 = 3\n"
+         "fixed2 = 2\n</box>\n</border>\n<close button>\nstid = 7\n</close button>\n</general>\n");
     ASSERT_EQ(styles.boxes.size(), 2U);
     EXPECT_EQ(CountInLog("Box block N 1 wasn't found\n"), 1);
     EXPECT_STREQ(styles.closeButton.caption.data(), "");
@@ -122,9 +114,10 @@ TEST_F(SkinTest, MissingBlocksAreListedAndReplaced) {
                                  PlainSkin::Vertex(2, 0.5F, 0.5F) +
                                  "</vertlist>\n</poly>\n<poly>\nvnum = 9\n</poly>\n</polylist>\n</new shot>\n"
                                  "<new shot>\nmode = 0\npolynum = 4\n</new shot>\n")));
-    EXPECT_EQ(CountInLog(NoVert), 2);
+    const std::string start = "QEV_Gui::GUI_Style::LoadShot [ warning ] - No ";
+    EXPECT_EQ(CountInLog(start + "vert is found in vertlist\n"), 2);
     EXPECT_EQ(CountInLog("No vertlist is found in poly \n"), 1);
-    EXPECT_EQ(CountInLog(NoPoly), 1);
+    EXPECT_EQ(CountInLog(start + "poly is found in poly list \n"), 1);
     EXPECT_EQ(CountInLog("No polylist is found \n"), 1);
     const std::vector<ShotVertex>& verts = styles.Get(1).shots[0].at(0).polys.at(0).verts;
     ASSERT_EQ(verts.size(), 3U);
@@ -159,13 +152,13 @@ TEST_F(SkinTest, CountsOfNothingOf255AndOfABillion) {
 
 TEST_F(SkinTest, AnchorsStandOnTheRectangle) {
     const GuiRect rect = {0.1F, 0.1F, 0.2F, 0.1F};
-    const GuiPoint lowerMiddle = AnchorPoint(rect, 5);
-    EXPECT_FLOAT_EQ(lowerMiddle.x + 0.01F, 0.21F);
-    EXPECT_FLOAT_EQ(lowerMiddle.y - 0.01F, 0.19F);
-    EXPECT_FLOAT_EQ(AnchorPoint(rect, 8).x, 0.2F);
-    EXPECT_FLOAT_EQ(AnchorPoint(rect, 8).y, 0.15F);
-    EXPECT_FLOAT_EQ(AnchorPoint(rect, 9).x, 0.1F) << "no such anchor";
-    EXPECT_FLOAT_EQ(AnchorPoint(rect, 255).y, 0.1F);
+    for (const auto& [anchor, x, y] : {std::tuple{5, 0.2F, 0.2F},
+                                       {8, 0.2F, 0.15F},
+                                       {9, 0.1F, 0.1F}, // no such anchor
+                                       {255, 0.1F, 0.1F}}) {
+        EXPECT_FLOAT_EQ(AnchorPoint(rect, anchor).x, x) << anchor;
+        EXPECT_FLOAT_EQ(AnchorPoint(rect, anchor).y, y) << anchor;
+    }
 }
 
 TEST_F(SkinTest, ShotsAreDrawnByTheirModes) {
@@ -200,28 +193,21 @@ TEST_F(SkinTest, TheFocusFrameLiesRoundTheFocusedElementWithinItsWindow) {
     skin.insert(skin.find(end), PlainSkin::Rectangle(0, "g = 1\na = 1\n"));
     gui.Clear();
     Start(skin);
-    window.left = window.top = 0.25F;
-    window.width = window.height = 0.5F;
-    gui.AddWindow(&window);
+    Show(window, {0.25F, 0.25F, 0.5F, 0.5F});
     window.AddComponent(&button);
-    gui.SetFocus(nullptr);
     for (const float left : {0.1F, 0.4F}) { // the second stands over the window's edge
         button.left = left;
         gui.SetFocus(nullptr);
         Draw();
-        EXPECT_TRUE(Find(frame).IsEmpty());
+        EXPECT_FALSE(IsSeen(frame));
         const Box unframed = Find(PlainSkin::Colour(3, GuiState::Normal));
         gui.SetFocus(&button);
         Draw();
-        const Box framed = Find(frame);
-        EXPECT_EQ(framed.left, unframed.left);
-        EXPECT_EQ(framed.right, unframed.right);
-        EXPECT_EQ(framed.top, unframed.top);
-        EXPECT_EQ(framed.bottom, unframed.bottom);
+        EXPECT_EQ(Find(frame), unframed) << left;
     }
     button.visible = false;
     Draw();
-    EXPECT_TRUE(Find(frame).IsEmpty());
+    EXPECT_FALSE(IsSeen(frame));
 }
 
 TEST_F(SkinTest, StartLogsWhatIsMissing) {
@@ -234,9 +220,8 @@ TEST_F(SkinTest, StartLogsWhatIsMissing) {
                          "QEV_Gui::Start[ failed ] Loading nowhere.cfg - couldn't find skin block\n");
     UseWindow();
     // A picture that is not there is replaced by the blank one.
-    Start("<cursor>\nimage = \"gone.png\"\nsize = 0.1\n</cursor>\n<skin>\n<general>\nimage = "
-          "\"gone.png\"\n</general>\n"
-          "</skin>\n");
+    Start("<cursor>\nimage = \"gone.png\"\nsize = 0.1\n</cursor>\n"
+          "<skin>\n<general>\nimage = \"gone.png\"\n</general>\n</skin>\n");
     EXPECT_GE(CountInLog("loading blank texture\n"), 2);
     gui.cursor.visible = true;
     UseWindow();
@@ -246,9 +231,7 @@ TEST_F(SkinTest, UnknownStylesFallBackAndWindowsDoNotFillTheLog) {
     gui.Clear();
     Start("<skin>\n<general>\n</general>\n</skin>\n"); // only style 0
     std::remove("log.txt");
-    window.left = window.top = 0.2F;
-    window.width = window.height = 0.5F;
-    gui.AddWindow(&window);
+    Show(window, {0.2F, 0.2F, 0.5F, 0.5F});
     window.AddComponent(&button);
     button.stid = 200;
     for (int i = 0; i < 10; ++i) {
@@ -257,9 +240,10 @@ TEST_F(SkinTest, UnknownStylesFallBackAndWindowsDoNotFillTheLog) {
     }
     EXPECT_EQ(button.stid, 0);
     EXPECT_EQ(gui.Hovered(), nullptr) << "a window of an unknown style is not hit";
-    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Styles::Draw - Array out of range A.len = 1 , val = 200\n"), 1);
-    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Styles::Draw - Array out of range A.len = 1 , val = 8\n"), 1);
-    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Window::IsMouseOver - Array out of range A.len = 1 , val = 8\n"), 1);
+    for (const std::string line : {"Styles::Draw - Array out of range A.len = 1 , val = 200\n",
+                                   "Styles::Draw - Array out of range A.len = 1 , val = 8\n",
+                                   "Window::IsMouseOver - Array out of range A.len = 1 , val = 8\n"})
+        EXPECT_EQ(CountInLog("QEV_Gui::GUI_" + line), 1) << line;
     EXPECT_EQ(window.stid, 8);
 }
 

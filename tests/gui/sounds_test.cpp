@@ -16,7 +16,7 @@ protected:
         UseDiskDriver();
         WriteSquareWave("sounds/hover.wav", 0.05, HoverHeight);
         WriteSquareWave("sounds/click.wav", 0.05, ClickHeight);
-        button.left = button.top = 0.1F;
+        button.Place(0.1F, 0.1F);
     }
 
     void TearDown() override {
@@ -32,9 +32,7 @@ protected:
         audio.Load("config.cfg");
         ASSERT_TRUE(audio.IsEnabled());
         Start(skin);
-        panel.left = panel.top = 0.0F;
-        panel.width = panel.height = 0.8F;
-        gui.AddWindow(&panel);
+        Show(panel, {0, 0, 0.8F, 0.8F});
         panel.AddComponent(&button);
     }
 
@@ -42,6 +40,7 @@ protected:
     struct Count {
         int hovers = 0;
         int clicks = 0;
+        friend bool operator==(const Count&, const Count&) = default;
     };
     static Count Close() {
         EXPECT_TRUE(WaitUntilSilent());
@@ -94,29 +93,24 @@ TEST_F(SoundsTest, EnteringAButtonAndClickingItIsHeardOnceEach) {
     MoveAlone(X + 0.01F, Y); // still on it
     ClickAlone(X, Y);
     // Pressed, but let go beside it.
-    Move(X, Y);
-    EXPECT_TRUE(WaitUntilSilent());
+    MoveAlone(X, Y);
     Press();
     Move(0.6F, 0.6F);
     Release();
-    const Count heard = Close();
-    EXPECT_EQ(heard.hovers, 2) << "once before the click and, as that ends in the normal state, once after";
-    EXPECT_EQ(heard.clicks, 1);
+    // Once before the click and, as that ends in the normal state, once after.
+    EXPECT_EQ(Close(), (Count{2, 1}));
 }
 
 TEST_F(SoundsTest, ATabClicksAsAButtonDoes) {
     Open(Sounds());
-    control.left = 0.3F;
-    control.width = control.height = 0.4F;
+    Place(control, {0.3F, 0, 0.4F, 0.4F});
     panel.AddComponent(&control);
     control.AddPage(&page);
     const float left = 0.3F + 2 * PlainSkin::LeftX + 0.05F;
     const float top = 2 * PlainSkin::LeftY + 0.02F;
     MoveAlone(left, top);
     ClickAlone(left, top);
-    const Count heard = Close();
-    EXPECT_EQ(heard.hovers, 1);
-    EXPECT_EQ(heard.clicks, 1);
+    EXPECT_EQ(Close(), (Count{1, 1}));
 }
 
 TEST_F(SoundsTest, SilentButtonsAndSkinsAreSilent) {
@@ -137,8 +131,7 @@ TEST_F(SoundsTest, SilentButtonsAndSkinsAreSilent) {
     panel.ClearComponents();
     button.HoverEnter();
     button.Click();
-    Count heard = Close();
-    EXPECT_EQ(heard.hovers + heard.clicks, 0);
+    EXPECT_EQ(Close(), Count{});
 
     gui.Clear();
     UseDiskDriver();
@@ -146,8 +139,7 @@ TEST_F(SoundsTest, SilentButtonsAndSkinsAreSilent) {
     EXPECT_EQ(CountInLog("QEV_Gui::Start[ NOTICE ] Loading skin.cfg - audio block not found\n"), 2)
         << "the fixture's start and this one";
     ClickAlone(X, Y);
-    heard = Close();
-    EXPECT_EQ(heard.hovers + heard.clicks, 0);
+    EXPECT_EQ(Close(), Count{});
 }
 
 } // namespace

@@ -12,17 +12,13 @@ const std::string FullMemo = "GUI_Memo::AddText((x) - The string is to big alrea
 class TextTest : public GuiTest {
 protected:
     TextTest() {
-        window.left = window.top = 0.1F;
-        window.width = window.height = 0.8F;
         window.caption = "";
-        gui.AddWindow(&window);
+        Show(window, {0.1F, 0.1F, 0.8F, 0.8F});
         box.width = 0.3F;
         box.SetText("");
         window.AddComponent(&box);
         // 12 characters to a line of at most 11, four lines high.
-        memo.top = 0.2F;
-        memo.width = 0.2F + PlainSkin::ScrollSize;
-        memo.height = 0.14F + PlainSkin::TextY * 0.5F;
+        Place(memo, {0, 0.2F, 0.2F + PlainSkin::ScrollSize, 0.14F + PlainSkin::TextY * 0.5F});
         window.AddComponent(&memo);
         gui.SetFocus(&box);
         Draw();
@@ -53,8 +49,8 @@ TEST_F(TextTest, AnEditBoxStartsWithTestAndTakesPrintableKeys) {
 }
 
 TEST_F(TextTest, OneShiftKeyGivesUpperCaseAndMovesSignsBySixteen) {
-    for (const int modifiers : {0 | KMOD_LSHIFT, 0 | KMOD_RSHIFT, KMOD_LSHIFT | KMOD_RSHIFT, 0 | KMOD_LCTRL,
-                                KMOD_LSHIFT | KMOD_NUM, 0 | KMOD_CAPS})
+    for (const int modifiers : {int{KMOD_LSHIFT}, int{KMOD_RSHIFT}, KMOD_LSHIFT | KMOD_RSHIFT,
+                                int{KMOD_LCTRL}, KMOD_LSHIFT | KMOD_NUM, int{KMOD_CAPS}})
         Type(SDLK_q, modifiers);
     for (const SDLKey key : {SDLK_1, SDLK_2, SDLK_3, SDLK_SPACE, SDLK_COMMA})
         Type(key, key == SDLK_3 ? KMOD_RSHIFT : KMOD_LSHIFT);
@@ -101,8 +97,7 @@ TEST_F(TextTest, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
 TEST_F(TextTest, AFullEditBoxRefusesAndLogsEachCharacter) {
     box.SetText(std::string(600, 'm').c_str());
     EXPECT_EQ(std::strlen(box.Text()), 511U);
-    Type(SDLK_x);
-    Type(SDLK_x);
+    TypeTimes(2, SDLK_x);
     EXPECT_EQ(CountInLog(FullEdit), 2);
     EXPECT_EQ(std::strlen(box.Text()), 511U);
     Type(SDLK_BACKSPACE);
@@ -117,18 +112,17 @@ TEST_F(TextTest, AnEditBoxShowsTheEndOfItsTextAndABlinkingCursor) {
     box.SetText("abcdefghijklmnopqrstuvwxyz");
     gui.SetFocus(&box);
     Draw();
-    const auto isCell = [](char c) { return CellColour(c - 32); };
-    EXPECT_TRUE(Find(isCell('i')).IsEmpty());
-    EXPECT_FALSE(Find(isCell('j')).IsEmpty()) << "17 letters, j to z";
-    EXPECT_FALSE(Find(isCell('z')).IsEmpty());
-    EXPECT_FALSE(Find(isCell('_')).IsEmpty());
+    EXPECT_FALSE(IsSeen('i'));
+    EXPECT_TRUE(IsSeen('j')) << "17 letters, j to z";
+    EXPECT_TRUE(IsSeen('z'));
+    EXPECT_TRUE(IsSeen('_'));
     DrawFor(1020);
-    EXPECT_TRUE(Find(isCell('_')).IsEmpty()) << "off in every second second";
+    EXPECT_FALSE(IsSeen('_')) << "off in every second second";
     DrawFor(1020);
-    EXPECT_FALSE(Find(isCell('_')).IsEmpty());
+    EXPECT_TRUE(IsSeen('_'));
     gui.SetFocus(&window);
     Draw();
-    EXPECT_TRUE(Find(isCell('_')).IsEmpty());
+    EXPECT_FALSE(IsSeen('_'));
     EXPECT_STREQ(box.Text(), "abcdefghijklmnopqrstuvwxyz");
 }
 
@@ -165,11 +159,10 @@ TEST_F(TextTest, TheMemoScrollsWithItsCursor) {
     EXPECT_EQ(memo.scroll.max, 8);
     TypeTimes(8, SDLK_DOWN);
     Draw();
-    const int bottom = memo.scroll.position;
-    EXPECT_GT(bottom, 2);
+    EXPECT_GT(memo.scroll.position, 2);
     const Rgba redCursor = {CellColour('_' - 32).red, 0, 0};
-    EXPECT_FALSE(Find(redCursor).IsEmpty()) << "the cursor's line is shown";
-    EXPECT_TRUE(Find(CellColour('1' - 32)).IsEmpty());
+    EXPECT_TRUE(IsSeen(redCursor)) << "the cursor's line is shown";
+    EXPECT_FALSE(IsSeen('1'));
     TypeTimes(8, SDLK_UP);
     EXPECT_EQ(memo.scroll.position, 0);
     // Deleting lines from the end of a scrolled memo keeps the cursor in sight.
@@ -178,19 +171,18 @@ TEST_F(TextTest, TheMemoScrollsWithItsCursor) {
     Draw();
     EXPECT_STREQ(memo.Text(), "1\n2\n9");
     EXPECT_LE(memo.scroll.position, memo.scroll.max);
-    EXPECT_FALSE(Find(redCursor).IsEmpty());
+    EXPECT_TRUE(IsSeen(redCursor));
 }
 
 TEST_F(TextTest, AMemoAtPositionOneShowsItsSecondParagraphFirst) {
     WriteMemo("one\nsix");
     Draw();
-    const Box both = Find(CellColour('s' - 32));
+    const int below = Find(CellColour('s' - 32)).top;
     memo.scroll.position = 1;
     memo.scroll.SetPosition();
     Draw();
-    const Box scrolled = Find(CellColour('s' - 32));
-    EXPECT_LT(scrolled.top, both.top);
-    EXPECT_TRUE(Find(CellColour('o' - 32)).IsEmpty());
+    EXPECT_LT(Find(CellColour('s' - 32)).top, below);
+    EXPECT_FALSE(IsSeen('o'));
 }
 
 TEST_F(TextTest, AMemoWithUnknownStylesLogsThemAndGoesOn) {
@@ -203,12 +195,10 @@ TEST_F(TextTest, AMemoWithUnknownStylesLogsThemAndGoesOn) {
     Click(window.left + PlainSkin::LeftX + memo.area.left + 0.055F,
           window.top + PlainSkin::LeftY + 0.2F + 0.08F);
     EXPECT_EQ(memo.Cursor(), 6U);
-    EXPECT_EQ(CountInLog(
-                  "QEV_Gui::GUI_Memo::RefreshLineNum - Scroll 1 Array out of range A.len = 16 , val = 200\n"),
-              1);
-    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Styles::Draw - Array out of range A.len = 16 , val = 200\n"), 1);
-    EXPECT_EQ(CountInLog("QEV_Gui::GUI_Memo::RefreshLineNum - Array out of range A.len = 16 , val = 200\n"),
-              1);
+    for (const std::string where :
+         {"Memo::RefreshLineNum - Scroll 1", "Styles::Draw -", "Memo::RefreshLineNum -"})
+        EXPECT_EQ(CountInLog("QEV_Gui::GUI_" + where + " Array out of range A.len = 16 , val = 200\n"), 1)
+            << where;
 }
 
 TEST_F(TextTest, AClickPutsTheMemosCursor) {

@@ -21,9 +21,7 @@ protected:
     WidgetsTest() {
         changes = clicks = 0;
         chosen = -1;
-        window.left = window.top = 0.1F;
-        window.width = window.height = 0.8F;
-        gui.AddWindow(&window);
+        Show(window, {0.1F, 0.1F, 0.8F, 0.8F});
     }
 
     static constexpr float ClientX = 0.1F + PlainSkin::LeftX;
@@ -53,7 +51,7 @@ TEST_F(WidgetsTest, ACheckBoxTogglesAndClicksOnThePress) {
     EXPECT_EQ(clicks, 1);
     EXPECT_NE(box.state, GuiState::Clicked);
     Draw();
-    EXPECT_FALSE(Find(PlainSkin::Colour(11, GuiState::Clicked)).IsEmpty()) << "the mark";
+    EXPECT_TRUE(IsSeen(PlainSkin::Colour(11, GuiState::Clicked))) << "the mark";
     EXPECT_EQ(box.state, GuiState::Hover);
     Release();
     Press();
@@ -66,15 +64,10 @@ TEST_F(WidgetsTest, ACheckBoxTogglesAndClicksOnThePress) {
 }
 
 TEST_F(WidgetsTest, AListUnrollsOverItsWindowsEdgeAndTellsTheChosenRow) {
-    gui.AddWindow(&panel);
-    panel.left = 0.1F;
-    panel.top = 0.3F;
-    panel.width = 0.2F;
-    panel.height = 0.09F;
+    Show(panel, {0.1F, 0.3F, 0.2F, 0.09F});
     list.SetItems("A;B;C");
     list.caption = "";
-    list.left = 0.02F;
-    list.top = 0.01F;
+    list.Place(0.02F, 0.01F);
     list.OnClick = [](GUI_Element* element) { chosen = static_cast<GUI_Items*>(element)->HoveredIndex(); };
     panel.AddComponent(&list);
     EXPECT_EQ(list.Count(), 3);
@@ -99,12 +92,10 @@ TEST_F(WidgetsTest, AListUnrollsOverItsWindowsEdgeAndTellsTheChosenRow) {
         EXPECT_EQ(gui.Hovered(), &list);
         EXPECT_EQ(list.HoveredIndex(), row);
         Draw();
-        EXPECT_FALSE(Find(CellColour('A' + row - 32)).IsEmpty());
-        const Rgba plain = PlainSkin::Colour(14, GuiState::Hover);
+        EXPECT_TRUE(IsSeen(static_cast<char>('A' + row)));
         const Rgba marked = PixelAt(static_cast<int>(0.25 * Width), Height - static_cast<int>(y * Height));
-        EXPECT_GT(marked.red, plain.red) << "row " << row;
-        Press();
-        Release();
+        EXPECT_GT(marked.red, PlainSkin::Colour(14, GuiState::Hover).red) << "row " << row;
+        Click(0.15F, y);
         EXPECT_EQ(chosen, row);
     }
 
@@ -120,7 +111,6 @@ TEST_F(WidgetsTest, AListUnrollsOverItsWindowsEdgeAndTellsTheChosenRow) {
 
 TEST_F(WidgetsTest, AListOpenedByAClickTakesTheRowUnderThePointerAndAnEmptyOneStaysClosed) {
     list.SetItems("A;B;C");
-    panel.left = panel.top = 0.0F;
     window.AddComponent(&list);
     list.height = list.OpenHeight();
     const float y = 0.1F + 0.07F + 0.05F + 0.02F;
@@ -138,9 +128,8 @@ TEST_F(WidgetsTest, AListOpenedByAClickTakesTheRowUnderThePointerAndAnEmptyOneSt
 }
 
 TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
-    horizontal.width = vertical.height = 0.4F;
-    horizontal.height = vertical.width = 0.05F;
-    vertical.left = 0.5F;
+    Place(horizontal, {0, 0, 0.4F, 0.05F});
+    Place(vertical, {0.5F, 0, 0.05F, 0.4F});
     for (GUI_ScrollBar* scroll : std::initializer_list<GUI_ScrollBar*>{&horizontal, &vertical}) {
         scroll->max = 10;
         scroll->position = scroll->lastPosition = 5;
@@ -149,16 +138,13 @@ TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
     }
     Draw();
 
-    Click(ClientX + 0.02F, ClientY + 0.025F);
-    EXPECT_EQ(horizontal.position, 4);
-    Click(ClientX + 0.38F, ClientY + 0.025F);
-    Click(ClientX + 0.38F, ClientY + 0.025F);
-    EXPECT_EQ(horizontal.position, 6);
-    Click(ClientX + 0.525F, ClientY + 0.02F);
-    EXPECT_EQ(vertical.position, 4);
-    Click(ClientX + 0.525F, ClientY + 0.38F);
-    EXPECT_EQ(vertical.position, 5);
-    EXPECT_EQ(changes, 5);
+    for (const auto& [end, position] : {std::pair{0.02F, 4}, {0.38F, 5}, {0.38F, 6}}) {
+        Click(ClientX + end, ClientY + 0.025F);
+        EXPECT_EQ(horizontal.position, position);
+        Click(ClientX + 0.525F, ClientY + end);
+        EXPECT_EQ(vertical.position, position);
+    }
+    EXPECT_EQ(changes, 6);
 
     // The thumb goes where the pointer is, in eleven steps along the track.
     const float track = 0.4F - 2 * PlainSkin::ScrollSize - 0.004F;
@@ -170,36 +156,30 @@ TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
     const Box thumb = Find(PlainSkin::Colour(3, GuiState::Clicked));
     EXPECT_NEAR(thumb.left, (ClientX + place(2)) * Width, 2.5);
     EXPECT_NEAR(thumb.right, (ClientX + place(3)) * Width, 2.5);
-    Move(ClientX + place(9.5F), 0.9F);
-    EXPECT_EQ(horizontal.position, 9);
-    Move(0.99F, 0.9F);
-    EXPECT_EQ(horizontal.position, 10);
-    Move(0.01F, 0.9F);
-    EXPECT_EQ(horizontal.position, 0);
+    for (const auto& [x, position] : {std::pair{ClientX + place(9.5F), 9}, {0.99F, 10}, {0.01F, 0}}) {
+        Move(x, 0.9F);
+        EXPECT_EQ(horizontal.position, position);
+    }
     Release();
     vertical.thumb.stid = 200; // logged and replaced; the press counts all the same
     Move(ClientX + 0.525F, ClientY + place(7.5F));
     Press();
     EXPECT_EQ(vertical.position, 7);
     Release();
-    EXPECT_EQ(
-        CountInLog("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown - Array out of range A.len = 16 , val = 200\n"),
-        1);
+    const char* complaint =
+        "QEV_Gui::GUI_VScroll::VSbutton3_OnMDown - Array out of range A.len = 16 , val = 200\n";
+    EXPECT_EQ(CountInLog(complaint), 1);
     EXPECT_EQ(vertical.thumb.stid, 0);
 }
 
 TEST_F(WidgetsTest, SettingAPositionClampsAndReportsOnce) {
     horizontal.OnChange = [](GUI_ScrollBar*) { ++changes; };
-    horizontal.position = 99;
-    horizontal.SetPosition();
-    EXPECT_EQ(horizontal.position, 20);
-    EXPECT_EQ(changes, 1);
-    horizontal.SetPosition();
-    EXPECT_EQ(changes, 1);
-    horizontal.position = -3;
-    horizontal.SetPosition();
-    EXPECT_EQ(horizontal.position, 0);
-    EXPECT_EQ(changes, 2);
+    for (const auto& [asked, set, reports] : {std::tuple{99, 20, 1}, {20, 20, 1}, {-3, 0, 2}}) {
+        horizontal.position = asked;
+        horizontal.SetPosition();
+        EXPECT_EQ(horizontal.position, set);
+        EXPECT_EQ(changes, reports);
+    }
 }
 
 TEST_F(WidgetsTest, AProgressBarsFillIsItsShareOfTheWidth) {
@@ -220,8 +200,7 @@ TEST_F(WidgetsTest, PagesSwitchByTheirTabs) {
     control.width = control.height = 0.6F;
     window.AddComponent(&control);
     for (int i = 0; i < 3; ++i) {
-        buttons[i].left = 0.1F;
-        buttons[i].top = 0.2F;
+        buttons[i].Place(0.1F, 0.2F);
         buttons[i].stid = static_cast<std::uint8_t>(4 + i);
         buttons[i].OnClick = [](GUI_Element* element) { chosen = element->stid; };
         pages[i].AddComponent(&buttons[i]);
@@ -238,7 +217,7 @@ TEST_F(WidgetsTest, PagesSwitchByTheirTabs) {
         Move(0.05F, 0.05F);
         Draw();
         for (int other = 0; other < 3; ++other)
-            EXPECT_EQ(Find(PlainSkin::Colour(4 + other, GuiState::Normal)).IsEmpty(), other != i);
+            EXPECT_EQ(IsSeen(PlainSkin::Colour(4 + other, GuiState::Normal)), other == i);
         EXPECT_NEAR(Find(PlainSkin::Colour(14, GuiState::Clicked)).left,
                     (ClientX + PlainSkin::LeftX + 0.15F * static_cast<float>(i)) * Width, 2.5)
             << "the chosen tab looks pressed";
@@ -272,11 +251,11 @@ TEST_F(WidgetsTest, CaptionsAreCutToTheWidthOfAClippedWidget) {
     label.caption = "abcdefghijklmnopqrstuvwxyz";
     window.AddComponent(&label);
     Draw();
-    EXPECT_FALSE(Find(CellColour('r' - 32)).IsEmpty()) << "18 characters";
-    EXPECT_TRUE(Find(CellColour('s' - 32)).IsEmpty());
+    EXPECT_TRUE(IsSeen('r')) << "18 characters";
+    EXPECT_FALSE(IsSeen('s'));
     label.scissor = false;
     Draw();
-    EXPECT_FALSE(Find(CellColour('z' - 32)).IsEmpty());
+    EXPECT_TRUE(IsSeen('z'));
 }
 
 TEST_F(WidgetsTest, DrawingAllocatesNothing) {

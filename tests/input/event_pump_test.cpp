@@ -7,6 +7,7 @@
 
 namespace {
 
+// A letter for each call: presses are small, releases and hooks capital.
 std::string happened;
 
 class EventPump : public GlTest {
@@ -16,20 +17,16 @@ protected:
         happened.clear();
         for (const char* key : {"a", "LEFTARROW", "MOUSEL", "MWHEELUP"})
             input.AddKeyName(key, "+zoomin");
-        SetActions(
-            'a', [] { happened += "a down, "; }, [] { happened += "a up, "; });
-        SetActions(
-            SDLK_LEFT, [] { happened += "left down, "; }, nullptr);
-        SetActions(
-            SDL_BUTTON_LEFT, [] { happened += "button down, "; }, [] { happened += "button up, "; });
-        SetActions(
-            SDL_BUTTON_WHEELUP, [] { happened += "wheel, "; }, nullptr);
+        SetActions('a', Note<'a'>, Note<'A'>);
+        SetActions(SDLK_LEFT, Note<'l'>, nullptr);
+        SetActions(SDL_BUTTON_LEFT, Note<'b'>, Note<'B'>);
+        SetActions(SDL_BUTTON_WHEELUP, Note<'w'>, nullptr);
         SDL_PumpEvents();
-        SDL_Event event;
-        while (SDL_PollEvent(&event)) {
-        }
+        DropEvents();
     }
     ~EventPump() override { input.Destroy(); }
+
+    template<char Letter> static void Note() { happened += Letter; }
 
     // The nodes are the test's own to fill: the actions of the table go elsewhere.
     static void SetActions(int code, KeyAction down, KeyAction up) {
@@ -37,19 +34,6 @@ protected:
         ASSERT_NE(binding, nullptr);
         binding->keyDown = down;
         binding->keyUp = up;
-    }
-
-    static void PushKey(Uint8 type, SDLKey key) {
-        SDL_Event event{};
-        event.type = type;
-        event.key.keysym.sym = key;
-        SDL_PushEvent(&event);
-    }
-    static void PushButton(Uint8 type, Uint8 button) {
-        SDL_Event event{};
-        event.type = type;
-        event.button.button = button;
-        SDL_PushEvent(&event);
     }
 };
 
@@ -63,53 +47,47 @@ TEST_F(EventPump, DispatchesKeysAndButtonsInOrder) {
     PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
     PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_WHEELUP);
     PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_WHEELUP);
-    SDL_Event other{};
-    other.type = SDL_USEREVENT;
-    SDL_PushEvent(&other);
+    PushEvent(SDL_USEREVENT);
     input.ProcessEvents();
-    EXPECT_EQ(happened, "a down, left down, a up, button down, button up, wheel, ");
+    EXPECT_EQ(happened, "alAbBw");
     SDL_Event left;
     EXPECT_EQ(SDL_PollEvent(&left), 0) << "everything is drained";
 }
 
 TEST_F(EventPump, HooksAreCalledBeforeReleasesAndOnClosing) {
-    input.onRelease = [] { happened += "release, "; };
-    input.onQuit = [] { happened += "quit, "; };
+    input.onRelease = Note<'R'>;
+    input.onQuit = Note<'Q'>;
     PushKey(SDL_KEYDOWN, SDLK_a);
     PushKey(SDL_KEYUP, SDLK_a);
     PushKey(SDL_KEYUP, SDLK_b);
     PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT);
     PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
-    SDL_Event quit{};
-    quit.type = SDL_QUIT;
-    SDL_PushEvent(&quit);
+    PushEvent(SDL_QUIT);
     input.ProcessEvents();
-    EXPECT_EQ(happened, "a down, release, a up, release, button down, release, button up, quit, ");
+    EXPECT_EQ(happened, "aRARbRBQ");
     // A new scene starts without hooks and bindings.
     input.Start();
     happened.clear();
     PushKey(SDL_KEYDOWN, SDLK_a);
     PushKey(SDL_KEYUP, SDLK_a);
-    SDL_PushEvent(&quit);
+    PushEvent(SDL_QUIT);
     input.ProcessEvents();
     EXPECT_EQ(happened, "");
 }
 
 TEST_F(EventPump, DroppedEventsLeaveOnlyTheRequestToClose) {
-    input.onQuit = [] { happened += "quit, "; };
-    SDL_Event quit{};
-    quit.type = SDL_QUIT;
+    input.onQuit = Note<'Q'>;
     // More than the queue holds, were they kept.
     for (int round = 0; round < 3; ++round) {
         for (int i = 0; i < 40; ++i) {
             PushKey(SDL_KEYDOWN, SDLK_a);
             PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
         }
-        if (round == 0) SDL_PushEvent(&quit);
+        if (round == 0) PushEvent(SDL_QUIT);
         Input::DropEvents();
     }
     input.ProcessEvents();
-    EXPECT_EQ(happened, "quit, ");
+    EXPECT_EQ(happened, "Q");
 }
 
 TEST_F(EventPump, EverySecondMotionPutsTheMouseBackToTheMiddle) {
@@ -130,9 +108,7 @@ TEST_F(EventPump, EverySecondMotionPutsTheMouseBackToTheMiddle) {
     for (int i = 0; i < 4; i++) {
         SDL_WarpMouse(static_cast<Uint16>(10 + i), 10);
         ASSERT_TRUE(reaches(10 + i, 10));
-        SDL_Event event{};
-        event.type = SDL_MOUSEMOTION;
-        SDL_PushEvent(&event);
+        PushEvent(SDL_MOUSEMOTION);
         input.ProcessEvents();
         moves += reaches(video.HalfWidth(), video.HalfHeight()) ? 'm' : '-';
     }

@@ -6,7 +6,6 @@
 #include <GL/gl.h>
 #include <IL/il.h>
 #include <IL/ilu.h>
-#include <SDL.h>
 
 #include <cstdlib>
 #include <dlfcn.h>
@@ -48,6 +47,33 @@ GlTest::GlTest() {
     WriteDefaultFiles();
     OpenWindow();
     std::remove("log.txt");
+}
+
+void GlTest::PushEvent(Uint8 type) {
+    SDL_Event event{};
+    event.type = type;
+    SDL_PushEvent(&event);
+}
+
+void GlTest::PushKey(Uint8 type, SDLKey key, int modifiers) {
+    SDL_Event event{};
+    event.type = type;
+    event.key.keysym.sym = key;
+    event.key.keysym.mod = static_cast<SDLMod>(modifiers);
+    SDL_PushEvent(&event);
+}
+
+void GlTest::PushButton(Uint8 type, Uint8 button) {
+    SDL_Event event{};
+    event.type = type;
+    event.button.button = button;
+    SDL_PushEvent(&event);
+}
+
+void GlTest::DropEvents() {
+    SDL_Event dropped;
+    while (SDL_PollEvent(&dropped)) {
+    }
 }
 
 void GlTest::OpenWindow() {

@@ -5,6 +5,7 @@
 #include "support/file_makers.h"
 #include "support/temporary_folder.h"
 
+#include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -22,6 +23,12 @@ public:
     static constexpr int Height = 480;
 
     static Rgba CellColour(int cell);
+
+    // Put an event into SDL's queue; what is in it can be dropped.
+    static void PushEvent(Uint8 type);
+    static void PushKey(Uint8 type, SDLKey key, int modifiers = KMOD_NONE);
+    static void PushButton(Uint8 type, Uint8 button = SDL_BUTTON_LEFT);
+    static void DropEvents();
 
 protected:
     GlTest();

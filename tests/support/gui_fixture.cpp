@@ -12,24 +12,8 @@
 
 namespace {
 
-void Send(SDL_Event event) {
-    ASSERT_EQ(SDL_PushEvent(&event), 0) << SDL_GetError();
+void Hear() {
     gui.ProcessEvents(frameClock.frameDelta);
-}
-
-void SendKey(Uint8 type, SDLKey key, int modifiers) {
-    SDL_Event event{};
-    event.type = type;
-    event.key.keysym.sym = key;
-    event.key.keysym.mod = static_cast<SDLMod>(modifiers);
-    Send(event);
-}
-
-void SendButton(Uint8 type) {
-    SDL_Event event{};
-    event.type = type;
-    event.button.button = SDL_BUTTON_LEFT;
-    Send(event);
 }
 
 std::string Number(float value) {
@@ -103,9 +87,7 @@ std::string PlainSkin::Text() {
 }
 
 GuiTest::GuiTest() {
-    SDL_Event dropped;
-    while (SDL_PollEvent(&dropped)) {
-    }
+    DropEvents();
     WriteFile("cursor.png", MakePng(4, 4, [](int, int) { return Rgba{255, 255, 0}; }));
     font.Load("font/basic4.png");
     frameClock.frameDelta = 10;
@@ -124,12 +106,24 @@ void GuiTest::Start(const std::string& skin) {
     gui.cursor.visible = false;
 }
 
+void GuiTest::Place(GUI_Element& element, const GuiRect& rect) {
+    element.Place(rect.left, rect.top);
+    element.width = rect.width;
+    element.height = rect.height;
+}
+
+void GuiTest::Show(GUI_Window& window, const GuiRect& rect) {
+    Place(window, rect);
+    gui.AddWindow(&window);
+}
+
 void GuiTest::MoveTo(int x, int y) {
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
     event.motion.x = static_cast<Uint16>(x);
     event.motion.y = static_cast<Uint16>(y);
-    Send(event);
+    SDL_PushEvent(&event);
+    Hear();
 }
 
 void GuiTest::Move(float x, float y) {
@@ -138,11 +132,13 @@ void GuiTest::Move(float x, float y) {
 }
 
 void GuiTest::Press() {
-    SendButton(SDL_MOUSEBUTTONDOWN);
+    PushButton(SDL_MOUSEBUTTONDOWN);
+    Hear();
 }
 
 void GuiTest::Release() {
-    SendButton(SDL_MOUSEBUTTONUP);
+    PushButton(SDL_MOUSEBUTTONUP);
+    Hear();
 }
 
 void GuiTest::Click(float x, float y) {
@@ -152,11 +148,13 @@ void GuiTest::Click(float x, float y) {
 }
 
 void GuiTest::KeyDown(SDLKey key, int modifiers) {
-    SendKey(SDL_KEYDOWN, key, modifiers);
+    PushKey(SDL_KEYDOWN, key, modifiers);
+    Hear();
 }
 
 void GuiTest::KeyUp(SDLKey key) {
-    SendKey(SDL_KEYUP, key, KMOD_NONE);
+    PushKey(SDL_KEYUP, key);
+    Hear();
 }
 
 void GuiTest::Type(SDLKey key, int modifiers) {

@@ -39,6 +39,10 @@ protected:
     // Starts the GUI with that skin file's text.
     static void Start(const std::string& skin);
 
+    // Puts the element at a place with a size, in GUI units; a window also on the screen.
+    static void Place(GUI_Element& element, const GuiRect& rect);
+    static void Show(GUI_Window& window, const GuiRect& rect);
+
     // The pointer, in pixels of the screen and in GUI units (to the nearest pixel).
     static void MoveTo(int x, int y);
     static void Move(float x, float y);
@@ -62,8 +66,12 @@ protected:
         int right = 0;
         int bottom = 0;
         bool IsEmpty() const { return right <= left; }
+        friend bool operator==(const Box&, const Box&) = default;
     };
     static Box Find(Rgba colour);
+    static bool IsSeen(Rgba colour) { return !Find(colour).IsEmpty(); }
+    // Whether a glyph of the test's font is.
+    static bool IsSeen(char glyph) { return IsSeen(CellColour(glyph - ' ')); }
     // How often the predicate holds.
     static int CountPixels(const std::function<bool(Rgba)>& holds);
     static std::vector<Rgba> ReadScreen(); // rows from the top

@@ -53,17 +53,8 @@ void SceneTest::TearDown() {
 }
 
 void SceneTest::CloseWindow() {
-    SDL_Event event{};
-    event.type = SDL_QUIT;
-    SDL_PushEvent(&event);
+    PushEvent(SDL_QUIT);
     gui.ProcessEvents(0);
-}
-
-void SceneTest::PressKey(SDLKey key) {
-    SDL_Event event{};
-    event.type = SDL_KEYDOWN;
-    event.key.keysym.sym = key;
-    SDL_PushEvent(&event);
 }
 
 void SceneTest::WatchPictures() {

@@ -4,8 +4,6 @@
 
 #include "support/gui_fixture.h"
 
-#include <SDL.h>
-
 #include <string>
 #include <vector>
 
@@ -24,7 +22,7 @@ public:
 class SceneTest : public GuiTest {
 public:
     // Puts the press of a key into SDL's queue, for the scene to find.
-    static void PressKey(SDLKey key);
+    static void PressKey(SDLKey key) { PushKey(SDL_KEYDOWN, key); }
 
     // From now on every picture is read just before it is shown, which costs a frame's time.
     static void WatchPictures();
