@@ -7,23 +7,44 @@
 
 namespace {
 
-constexpr char LoadLines[] =
+const std::string LoadLines =
     "QEV_Audio::Load(config.cfg) - loading audio parameters\nQEV_Audio::ReadParameters()\n";
 
-class AudioStart : public SoundTest {};
+std::string AudioBlock(int rate, int format, int channels, int buffers, const std::string& more) {
+    std::string block = "<audio>\n";
+    for (const auto& [key, value] :
+         {std::pair{"rate", rate}, {"format", format}, {"channels", channels}, {"buffers", buffers}})
+        block += std::string("  audio_") + key + " = " + std::to_string(value) + "\n";
+    return block + more + "</audio>\n";
+}
+
+// How the log names the settings.
+std::string Named(int rate, int format, int channels, int buffers) {
+    return "audio_rate=" + std::to_string(rate) + ", audio_format=" + std::to_string(format) +
+           ", audio_channels=" + std::to_string(channels) + ", audio_buffer=" + std::to_string(buffers);
+}
+
+class AudioStart : public SoundTest {
+protected:
+    // Starts the sound and holds the log and the two volumes against what is expected.
+    void Load(const std::string& lines, int soundVolume, int musicVolume) {
+        std::filesystem::remove("log.txt");
+        sound.Load("config.cfg");
+        EXPECT_EQ(ReadLog(), LoadLines + lines);
+        EXPECT_TRUE(sound.IsEnabled());
+        EXPECT_EQ(sound.GetSoundVolume(), soundVolume);
+        EXPECT_EQ(sound.music.GetVolume(), musicVolume);
+    }
+    static std::string Started(const std::string& settings) {
+        return "QEV_Audio::Start() - Started audio with " + settings + " \n";
+    }
+};
 
 TEST_F(AudioStart, OpensAsConfigured) {
     WriteFile("config.cfg",
-              "<audio>\naudio_rate = 11025\naudio_format = 8\naudio_channels = 1\naudio_buffers = 256\n"
-              "highQuality = 3\nsound_volume = 300\nmusic_volume = 70\n</audio>\n");
-    sound.Load("config.cfg");
-    EXPECT_TRUE(sound.IsEnabled());
-    EXPECT_EQ(ReadLog(), std::string(LoadLines) +
-                             "QEV_Audio::Start() - Started audio with audio_rate=11025, audio_format=8, "
-                             "audio_channels=1, audio_buffer=256 \n");
+              AudioBlock(11025, 8, 1, 256, "highQuality = 3\nsound_volume = 300\nmusic_volume = 70\n"));
+    Load(Started(Named(11025, 8, 1, 256)), 300 - 256, 70);
     EXPECT_TRUE(sound.highQuality);
-    EXPECT_EQ(sound.GetSoundVolume(), 300 - 256);
-    EXPECT_EQ(sound.music.GetVolume(), 70);
     int rate = 0;
     Uint16 format = 0;
     int channels = 0;
@@ -34,59 +55,44 @@ TEST_F(AudioStart, OpensAsConfigured) {
 }
 
 TEST_F(AudioStart, WithoutBlockOrFileTheDefaultsHold) {
-    for (const bool fileThere : {true, false}) {
-        if (fileThere) WriteFile("config.cfg", "<video>\nwidth = 640\n</video>\n");
-        sound.Load("config.cfg");
-        EXPECT_EQ(ReadLog(),
-                  std::string(LoadLines) +
-                      "QEV_Audio::ReadParameters() [WARNING] - Audio block not found\n"
-                      "QEV_Audio::Start() - Started audio with audio_rate=22050, audio_format=32784, "
-                      "audio_channels=2, audio_buffer=4096 \n");
-        EXPECT_EQ(sound.GetSoundVolume(), 128);
-        EXPECT_EQ(sound.music.GetVolume(), 128);
+    WriteFile("config.cfg", "<video>\nwidth = 640\n</video>\n");
+    for (int start = 0; start < 2; ++start) {
+        Load("QEV_Audio::ReadParameters() [WARNING] - Audio block not found\n" +
+                 Started(Named(22050, 32784, 2, 4096)),
+             128, 128);
         EXPECT_FALSE(sound.highQuality);
         Close();
         std::filesystem::remove("config.cfg");
-        std::filesystem::remove("log.txt");
     }
 }
 
 TEST_F(AudioStart, MissingKeysAskTheMixerForZero) {
     WriteFile("config.cfg", "<audio>\naudio_rate = 44100\n</audio>\n");
-    sound.Load("config.cfg");
-    EXPECT_TRUE(sound.IsEnabled());
-    EXPECT_EQ(ReadLog(), std::string(LoadLines) +
-                             "QEV_Audio::Start() - Started audio with audio_rate=44100, audio_format=0, "
-                             "audio_channels=0, audio_buffer=0 \n");
-    EXPECT_EQ(sound.GetSoundVolume(), 0);
-    EXPECT_EQ(sound.music.GetVolume(), 0);
+    Load(Started(Named(44100, 0, 0, 0)), 0, 0);
 }
 
 TEST_F(AudioStart, RefusedSettingsFallBackAndAreKept) {
+    struct Settings {
+        int rate, format, channels, buffers;
+    };
     // Three channels the library refuses; the others it would take and never come back from.
-    using Text = const char*;
-    for (const auto& [rate, format, channels, buffers] :
-         std::initializer_list<std::array<Text, 4>>{{"22050", "32784", "3", "512"},
-                                                    {"-1", "32784", "2", "512"},
-                                                    {"22050", "7", "2", "512"},
-                                                    {"22050", "32784", "-2", "512"},
-                                                    {"2147483647", "32784", "2", "0"},
-                                                    {"44", "32784", "2", "1024"},
-                                                    {"22050", "32784", "2", "-1"},
-                                                    {"22050", "32784", "2", "65536"}}) {
-        std::filesystem::remove("log.txt");
+    for (const auto& [rate, format, channels, buffers] : {Settings{22050, 32784, 3, 512},
+                                                          {-1, 32784, 2, 512},
+                                                          {22050, 7, 2, 512},
+                                                          {22050, 32784, -2, 512},
+                                                          {2147483647, 32784, 2, 0},
+                                                          {44, 32784, 2, 1024},
+                                                          {22050, 32784, 2, -1},
+                                                          {22050, 32784, 2, 65536}}) {
+        const std::string asked = Named(rate, format, channels, buffers);
+        SCOPED_TRACE(asked);
         const std::string block =
-            std::string("<audio>\n  audio_rate = ") + rate + "\n  audio_format = " + format +
-            "\n  audio_channels = " + channels + "\n  audio_buffers = " + buffers +
-            "\n  music_volume = 128\n  sound_volume = 12\n  highQuality = 1\n</audio>\n";
+            AudioBlock(rate, format, channels, buffers,
+                       "  music_volume = 128\n  sound_volume = 12\n  highQuality = 1\n");
         WriteFile("config.cfg", block);
-        sound.Load("config.cfg");
-        EXPECT_TRUE(sound.IsEnabled());
-        EXPECT_EQ(ReadLog(),
-                  std::string(LoadLines) +
-                      "QEV_Audio::Start() - [ERROR] - Unable to set audio support with audio_rate=" + rate +
-                      ", audio_format=" + format + ", audio_channels=" + channels +
-                      ", audio_buffer=" + buffers + " ! Setting audio with default parameters\n");
+        Load("QEV_Audio::Start() - [ERROR] - Unable to set audio support with " + asked +
+                 " ! Setting audio with default parameters\n",
+             12, 128);
         int opened = 0;
         EXPECT_EQ(Mix_QuerySpec(&opened, nullptr, nullptr), 1);
         EXPECT_EQ(opened, 22050);
@@ -125,17 +131,13 @@ void DoEverything(QEV_Audio& sound) {
 TEST_F(AudioStart, WithoutADeviceSoundIsOffAndEverythingDoesNothing) {
     setenv("SDL_AUDIODRIVER", "none of them", 1);
     WriteSquareWave("sounds/tone.wav", 0.1, 1000);
-    const std::string block = "<audio>\naudio_rate = 44100\naudio_format = 32784\naudio_channels = 1\n"
-                              "audio_buffers = 64\nsound_volume = 128\nmusic_volume = 128\n</audio>\n";
+    const std::string block = AudioBlock(44100, 32784, 1, 64, "sound_volume = 128\nmusic_volume = 128\n");
     WriteFile("config.cfg", block);
     sound.Load("config.cfg");
-    EXPECT_EQ(
-        ReadLog(),
-        std::string(LoadLines) +
-            "QEV_Audio::Start() - [ERROR] - Unable to set audio support with audio_rate=44100, "
-            "audio_format=32784, audio_channels=1, audio_buffer=64 ! Setting audio with default parameters\n"
-            "QEV_Audio::Start() - [ERROR] - Unable to set audio support with default parameters "
-            "audio_rate=22050, audio_format=32784, audio_channels=2, audio_buffer=4096 audio is disabled!\n");
+    const std::string complaint = "QEV_Audio::Start() - [ERROR] - Unable to set audio support with ";
+    EXPECT_EQ(ReadLog(), LoadLines + complaint + Named(44100, 32784, 1, 64) +
+                             " ! Setting audio with default parameters\n" + complaint +
+                             "default parameters " + Named(22050, 32784, 2, 4096) + " audio is disabled!\n");
     DoEverything(sound);
     EXPECT_EQ(ReadFile("config.cfg"), block);
     // Another run with a device starts afresh.

@@ -63,6 +63,12 @@ std::vector<std::int16_t> SoundTest::Close() {
     return CloseDiskDriver();
 }
 
+int SoundTest::HeightOf(AudioSample* sample) {
+    sound.Simple_Play(sample);
+    EXPECT_TRUE(WaitUntilSilent());
+    return Measure(Close(), 0).height;
+}
+
 void WriteSquareWave(const char* path, double seconds, int height) {
     constexpr std::uint32_t WaveRate = 22050;
     const auto count = static_cast<std::uint32_t>(seconds * WaveRate);

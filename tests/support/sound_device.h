@@ -36,6 +36,8 @@ protected:
     void Open(const std::string& more = "sound_volume = 128\nmusic_volume = 128\n");
     // With CloseDiskDriver.
     std::vector<std::int16_t> Close();
+    // Plays the sample to its end and closes: the largest value on the left.
+    int HeightOf(AudioSample* sample);
 
     TemporaryFolder folder;
     QEV_Audio sound;
