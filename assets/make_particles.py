@@ -153,22 +153,39 @@ def bird(phase, size=64):
     return np.concatenate([colours, (alpha * edge(*grid(size)))[..., None]], -1)
 
 
-def dusk(length=1024, reach=4.0, middle=-4.0):
-    """The evening behind the menu, from the floor's dark over the last light to the night, with nothing across.
+def dusk(size=1024, reach=1.4, middle=(-2.0, -1.3)):
+    """The evening behind the menu: pyramids before the last light.
 
     It is seen only in the menu's lower left corner of 128 x 128 pixels, whose copies the program lays over the screen,
-    each larger than the one before, and which together are 2.1 times as bright. So it is as dark as that asks for, and its
-    horizon stands where it falls near the middle of the corner at every size of the window: at 0.074 of its height. The quad is
-    drawn around the height `middle`, `reach` to both sides, where half the window is 1.155 high. Its upper end is black, because
-    the eye passes it on the way to the credits.
+    each larger than the one before, and which together are 2.1 times as bright. So it is as dark as that asks for. What is
+    drawn stays sharp where its outline runs towards the corner's middle, as the horizon and the feet of the pyramids do; the
+    rest spreads outwards like haze. The corner is a tenth of the screen at 1280 pixels and a fifth at 640: the horizon falls
+    near its middle at 1024, and at every size two or three of the pyramids lie in it.
+
+    The quad is drawn around `middle`, `reach` to all sides, where half the window is 1.155 high. It ends in black above and to
+    the right, because the eye passes it on the way to the credits.
     """
-    heights = (0.0, 0.045, 0.06, 0.068, 0.074, 0.082, 0.093, 0.11, 0.145, 0.22, 0.27, 0.42)
-    colours = ("#06050C", "#0A070F", "#130D14", "#2C1A1A", "#4A2B20", "#432727", "#2A1B2F", "#17132C", "#0A0B20", "#050717",
-               "#030410", "#000000")
-    y = middle + reach * grid(length)[1][:, :1]
-    share = (y / 1.1547 + 1) / 2
-    rgb = np.stack([np.interp(share, heights, [int(c[i:i + 2], 16) / 255 for c in colours]) for i in (1, 3, 5)], -1)
-    return np.repeat(rgb, 8, 1)
+    horizon, slope = 0.078, 1.2
+    heights = (0.0, 0.06, horizon - 0.0005, horizon + 0.0002, 0.088, 0.102, 0.122, 0.155, 0.22, 0.42)
+    colours = ("#050409", "#0A070D", "#100B12", "#743A1A", "#6A3424", "#452440", "#241A40", "#0D0E28", "#050717", "#000000")
+    # Place of the top and half the width in widths of the screen, the side in shadow and the side towards the light.
+    pyramids = ((0.103, 0.035, "#0A0711", "#150D14"), (0.019, 0.038, "#08060E", "#1E1212"), (0.175, 0.034, "#0A0711", "#150D14"))
+
+    def rgb(colour):
+        return np.array([int(colour[i:i + 2], 16) for i in (1, 3, 5)]) / 255
+
+    multiple = 2
+    x, y = grid(size * multiple)
+    across = ((middle[0] + reach * x) / (1.1547 * 4 / 3) + 1) / 2
+    up = ((middle[1] + reach * y) / 1.1547 + 1) / 2
+    pixels = np.stack([np.interp(up, heights, channel) for channel in np.transpose([rgb(c) for c in colours])], -1)
+    for top, half, shadow, light in pyramids:
+        width = half * (1 - (up - horizon) / (half * slope))
+        inside = (up > horizon) & (np.abs(across - top) < width)
+        pixels[inside & (across - top <= 0.32 * width)] = rgb(shadow)
+        pixels[inside & (across - top > 0.32 * width)] = rgb(light)
+    pixels *= np.clip((0.235 - across) / 0.03, 0, 1)[..., None]
+    return pixels.reshape(size, multiple, size, multiple, 3).mean((1, 3))
 
 
 def main():
