@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::uint32_t PhaseDuration = 5000; // ms
 constexpr unsigned FrameWait = 2;             // ms
-constexpr float LastBright = 0.2F;            // opacity at either end of a part
+constexpr float EndOpacity = 0.2F;            // at either end of a part
 constexpr float PictureSplit = 0.65F;         // share of the picture's height that the first part shows
 
 // The program ends without the menu, whatever key follows in the same frame.
@@ -89,14 +89,15 @@ void IntroScene::Update() {
     frameClock.Update();
     phaseTimer.Update(frameClock.frameDelta);
     depth = 2.0F * static_cast<float>(phaseTimer.Progress());
-    alpha = static_cast<float>(phaseTimer.PingPong()) + LastBright;
+    alpha = static_cast<float>(phaseTimer.PingPong()) + EndOpacity;
     platform::Sleep(FrameWait);
 }
 
 void IntroScene::Draw() {
     camera.Apply();
     if (phase >= 2) {
-        Main::Quit();
+        // A window that was closed in the same frame stays closed.
+        if (SceneState == State::Game) Main::Quit();
         return;
     }
     glColor4f(1.0F, 1.0F, 1.0F, alpha);
