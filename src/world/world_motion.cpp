@@ -178,9 +178,9 @@ Contact TestContacts(Globalp& world, std::uint32_t index, std::uint32_t sector, 
                      bool& blockedX, bool& blockedY) {
     const WorldObject& object = world.objects[index];
     const float time = static_cast<float>(frameTime);
-    const float nextX = object.x + time * object.velocity.x + 0.05F * object.impulse.x;
-    const float nextY = object.y + time * object.velocity.y + 0.05F * object.impulse.y;
-    if (nextX == object.x && nextY == object.y) return Contact::NotMoving;
+    const Vector2 motion = object.Motion();
+    if (object.x + time * motion.x == object.x && object.y + time * motion.y == object.y)
+        return Contact::NotMoving;
     WallTest(world, object).Run(blockedX, blockedY);
     const bool touched = TestObjects(world, index, sector, blockedX, blockedY);
     return touched || blockedX || blockedY ? Contact::Hit : Contact::Free;

@@ -63,6 +63,10 @@ TEST_F(Motion, WhatDoesNotMoveHitsNothing) {
     // A velocity that a frame of no length does not show is no motion either.
     Move(world->objects[0], 0.01F, 0.0F);
     EXPECT_EQ(Test(0, 0), Contact::NotMoving);
+    // A push counts for the whole frame, as the velocity does: here it is ten times as strong, not equal.
+    world->objects[0].velocity = {0.5F, 0.0F};
+    world->objects[0].impulse = {-100.0F, 0.0F};
+    EXPECT_NE(Test(0, 10), Contact::NotMoving);
 }
 
 struct WallCase {
