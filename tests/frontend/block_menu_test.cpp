@@ -67,12 +67,11 @@ protected:
 
     // Whether red, which only the hovered box is, shows within a pixel of the place.
     static bool IsRedNear(float x, float y) {
-        for (int dx = -1; dx <= 1; ++dx) {
-            for (int dy = -1; dy <= 1; ++dy) {
-                const Rgba pixel = PixelAt(static_cast<int>(x * 640.0F) + dx,
-                                           Height - 1 - static_cast<int>(y * 480.0F) - dy);
-                if (pixel.red > 0 && pixel.green == 0) return true;
-            }
+        const auto left = static_cast<int>(x * 640.0F) - 1;
+        const auto bottom = Height - 2 - static_cast<int>(y * 480.0F);
+        for (int i = 0; i < 9; ++i) {
+            const Rgba pixel = PixelAt(left + i % 3, bottom + i / 3);
+            if (pixel.red > 0 && pixel.green == 0) return true;
         }
         return false;
     }
@@ -118,36 +117,27 @@ TEST_F(Boxes, GatherFasterAndFasterUntilTheyLock) {
     }
 }
 
-TEST_F(Boxes, LogosFadeInWhenTheyHaveLocked) {
+TEST_F(Boxes, SpinUnlessOneIsHoveredWhileTheLogosFadeIn) {
     GatherAll();
     EXPECT_EQ(menu.logoAlpha, 0.0F);
-    for (int i = 0; i < 10; ++i)
-        Frame(200);
-    EXPECT_FLOAT_EQ(menu.logoAlpha, 0.5F);
-}
-
-TEST_F(Boxes, SpinUnlessOneIsHovered) {
-    GatherAll();
-    const float ready = menu.AngleX();
-    Frame(100);
-    EXPECT_NEAR(menu.AngleX() - ready, 5.0F, 1e-3F);
-    menu.SetState(BlockMenu::Phase::Hovered);
-    const float hovered = menu.AngleX();
-    Frame(100);
-    EXPECT_EQ(menu.AngleX(), hovered);
-    menu.SetState(BlockMenu::Phase::Frozen);
-    Frame(100);
-    EXPECT_NEAR(menu.AngleX() - hovered, 5.0F, 1e-3F);
+    using enum BlockMenu::Phase;
+    for (const auto& [phase, turn] : {std::pair{Ready, 5.0F}, {Hovered, 0.0F}, {Frozen, 5.0F}}) {
+        menu.SetState(phase);
+        const float before = menu.AngleX();
+        Frame(100);
+        EXPECT_NEAR(menu.AngleX() - before, turn, 1e-3F);
+    }
+    for (int i = 0; i < 17; ++i)
+        Frame(100);
+    EXPECT_FLOAT_EQ(menu.logoAlpha, 0.5F) << "after two seconds";
 }
 
 TEST_F(Boxes, TheHoveredOneGrowsAndTheOthersShrink) {
     GatherAll();
     for (int i = 0; i < 100; ++i)
         Frame(10);
-    for (std::size_t i = 0; i < BlockMenu::ItemCount; ++i) {
-        EXPECT_GT(menu.GetItem(i).scale, 0.6F);
-        EXPECT_LE(menu.GetItem(i).scale, 0.641F);
-    }
+    for (std::size_t i = 0; i < BlockMenu::ItemCount; ++i)
+        EXPECT_NEAR(menu.GetItem(i).scale, 0.62F, 0.021F);
     menu.SetHovered(MenuItem::Credits);
     Frame(50);
     EXPECT_NEAR(menu.GetItem(1).scale, menu.GetItem(0).scale + 0.2F, 0.04F);
@@ -197,17 +187,17 @@ TEST_F(Boxes, NothingIsPickedWhileGatheringOrFrozen) {
 
 TEST_F(Boxes, PickingLeavesTheViewAsItWas) {
     GatherAll();
-    std::array<GLfloat, 16> before{};
-    std::array<GLfloat, 16> after{};
-    glGetFloatv(GL_PROJECTION_MATRIX, before.data());
+    const auto view = [] {
+        std::array<GLfloat, 18> found{};
+        glGetFloatv(GL_PROJECTION_MATRIX, found.data());
+        glGetFloatv(GL_RENDER_MODE, &found[16]);
+        glGetFloatv(GL_MATRIX_MODE, &found[17]);
+        return found;
+    };
+    glMatrixMode(GL_MODELVIEW);
+    const auto before = view();
     menu.Pick(0.5F, 0.5F);
-    glGetFloatv(GL_PROJECTION_MATRIX, after.data());
-    EXPECT_EQ(before, after);
-    GLint value = 0;
-    glGetIntegerv(GL_RENDER_MODE, &value);
-    EXPECT_EQ(value, GL_RENDER);
-    glGetIntegerv(GL_MATRIX_MODE, &value);
-    EXPECT_EQ(value, GL_MODELVIEW);
+    EXPECT_EQ(view(), before);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
@@ -221,19 +211,16 @@ TEST_F(Boxes, TheGlowKeepsASmallCopyAndLeavesTheScreenClear) {
     std::array<GLint, 4> viewport{};
     glGetIntegerv(GL_VIEWPORT, viewport.data());
     EXPECT_EQ(viewport[2], 640);
-    double last = 0.0;
-    for (const float level : {1.0F, 3.0F, 10.0F}) {
+    const auto lightAt = [&](float level) {
         glowLevel = level;
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         menu.glow.Draw();
-        const double light = Light();
-        EXPECT_GT(light, last * 1.5) << level;
-        last = light;
-    }
-    glowLevel = 0.9F;
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    menu.glow.Draw();
-    EXPECT_EQ(Light(), 0.0) << "the level is cut to whole copies";
+        return Light();
+    };
+    EXPECT_EQ(lightAt(0.9F), 0.0) << "the level is cut to whole copies";
+    EXPECT_GT(lightAt(1.0F), 0.0);
+    EXPECT_GT(lightAt(3.0F), lightAt(1.0F) * 1.5);
+    EXPECT_GT(lightAt(10.0F), lightAt(3.0F) * 1.5);
     // After a mode change it is made anew.
     video.SetMode(800, 600, false);
     menu.glow.Create();

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
+#include <map>
 
 namespace {
 
@@ -29,29 +29,21 @@ protected:
     }
     void TearDown() override { font.Destroy(); }
 
-    struct Line {
-        int left;
-        int y; // as the pages count it
-    };
-    // Where lines begin that a drawing prints, from the vertices of its glyphs; from the top.
-    static std::vector<Line> LinesOf(void (*draw)()) {
-        std::vector<Line> lines;
+    // Where the lines begin that a drawing prints: y as the pages count it, then the left edge; from the top.
+    // A line's glyphs show their lower and their upper edges, 16 apart.
+    static std::vector<std::pair<int, int>> LinesOf(void (*draw)()) {
+        std::map<int, int> edges;
         for (const Vertex& vertex : Record(draw)) {
-            const Line found{static_cast<int>(std::lround(vertex.x)),
-                             470 - static_cast<int>(std::lround(vertex.y))};
-            const auto same =
-                std::find_if(lines.begin(), lines.end(), [&](const Line& line) { return line.y == found.y; });
-            if (same == lines.end())
-                lines.push_back(found);
-            else
-                same->left = std::min(same->left, found.left);
+            const auto x = static_cast<int>(std::lround(vertex.x));
+            const auto [edge, fresh] = edges.try_emplace(470 - static_cast<int>(std::lround(vertex.y)), x);
+            edge->second = std::min(edge->second, x);
         }
-        // A line shows its glyphs' lower and upper edges, 16 apart.
-        std::sort(lines.begin(), lines.end(), [](const Line& a, const Line& b) { return a.y < b.y; });
-        std::vector<Line> lower;
-        for (std::size_t i = 1; i < lines.size(); i += 2)
-            lower.push_back(lines[i]);
-        return lower;
+        std::vector<std::pair<int, int>> lines;
+        for (bool lower = false; const auto& edge : edges) {
+            if (lower) lines.push_back(edge);
+            lower = !lower;
+        }
+        return lines;
     }
 };
 
@@ -63,14 +55,9 @@ TEST_F(Pages, CreditsStandGroupByGroupInTheMiddle) {
     pages.Add({"TITLE", {"First Name", "Second"}});
     pages.Add({"OTHER", {"Third"}});
     // Two fifths of a run: everything has moved up by 300.
-    const std::vector<Line> lines = LinesOf([] { pages.DrawCredits(0.4); });
-    const std::vector<int> heights = {180, 240, 280, 300, 320, 360, 380};
-    const std::vector<int> lefts = {260, 180, 295, 270, 290, 295, 295};
-    ASSERT_EQ(lines.size(), heights.size());
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        EXPECT_EQ(lines[i].y, heights[i]) << i;
-        EXPECT_EQ(lines[i].left, lefts[i]) << i;
-    }
+    const std::vector<std::pair<int, int>> expected = {{180, 260}, {240, 180}, {280, 295}, {300, 270},
+                                                       {320, 290}, {360, 295}, {380, 295}};
+    EXPECT_EQ(LinesOf([] { pages.DrawCredits(0.4); }), expected);
 }
 
 TEST_F(Pages, HighScoresLeaveEmptyRowsEmpty) {
@@ -78,13 +65,8 @@ TEST_F(Pages, HighScoresLeaveEmptyRowsEmpty) {
     table.Insert("Ada", 30);
     table.Insert("", 20);
     table.Insert("Eve", 10);
-    const std::vector<Line> lines = LinesOf([] { CreditsPages::DrawHighScores(table, 0.4); });
-    const std::vector<int> heights = {180, 240, 300};
-    ASSERT_EQ(lines.size(), heights.size());
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        EXPECT_EQ(lines[i].y, heights[i]) << i;
-    EXPECT_EQ(lines[0].left, 220);
-    EXPECT_EQ(lines[1].left, 200);
+    const std::vector<std::pair<int, int>> expected = {{180, 220}, {240, 200}, {300, 200}};
+    EXPECT_EQ(LinesOf([] { CreditsPages::DrawHighScores(table, 0.4); }), expected);
 }
 
 } // namespace

@@ -87,10 +87,9 @@ TEST_F(Windows, AResolutionIsSetAndSaved) {
     EXPECT_EQ(video.Width(), 800);
     EXPECT_EQ(video.Height(), 600);
     EXPECT_FALSE(video.Lighting());
-    EXPECT_EQ(Saved("video", "width"), 800);
-    EXPECT_EQ(Saved("video", "height"), 600);
-    EXPECT_EQ(Saved("video", "fullscreen"), 0);
-    EXPECT_EQ(Saved("video", "lighting"), 0);
+    for (const auto& [key, value] :
+         {std::pair{"width", 800}, {"height", 600}, {"fullscreen", 0}, {"lighting", 0}})
+        EXPECT_EQ(Saved("video", key), value) << key;
     EXPECT_TRUE(glIsTexture(menuScene.blockMenu.glow.Texture()));
     EXPECT_EQ(Phase(), BlockMenu::Phase::Ready);
     // A second OK without a click keeps the size, whatever it is.

@@ -102,12 +102,10 @@ TEST_F(KsmTest, DrawsItsListHereAndElsewhere) {
 
 TEST_F(KsmTest, NormalsReachTheLight) {
     // One triangle with its normal to the viewer, one with its back to him.
-    WriteFile("a.ksm", MakeKsm({{0, 0, 0, 0, 0},
-                                {0, 9, 0, 0, 0},
-                                {9, 0, 0, 0, 0},
-                                {0, 0, 0, 0, 0},
-                                {9, 0, 0, 0, 0},
-                                {0, 9, 0, 0, 0}}));
+    constexpr KsmCorner Foot{0, 0, 0, 0, 0};
+    constexpr KsmCorner Right{9, 0, 0, 0, 0};
+    constexpr KsmCorner Top{0, 9, 0, 0, 0};
+    WriteFile("a.ksm", MakeKsm({Foot, Top, Right, Foot, Right, Top}));
     store.Init();
     ASSERT_TRUE(store.AddKsm("a.ksm", "default/blank.png"));
     BeginFlat();

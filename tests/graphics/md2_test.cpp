@@ -181,14 +181,15 @@ TEST(Md2Instance, TagsAreBlendedAndTurnAllRound) {
         instance.Animate(10);
         return instance.TagAngle();
     };
-    EXPECT_NEAR(angle(0, -1), 0, 1e-3);
-    EXPECT_NEAR(angle(1, -1), 45, 1e-3);
-    EXPECT_NEAR(angle(-1, -1), -45, 1e-3);
-    EXPECT_NEAR(angle(1, 1), 135, 1e-3);
-    EXPECT_NEAR(angle(-1, 1), 225, 1e-3);
-    EXPECT_NEAR(angle(0, 1), 180, 1e-3);
+    for (const auto& [qx, qy, degrees] : {std::tuple{0, -1, 0},
+                                          {1, -1, 45},
+                                          {-1, -1, -45},
+                                          {1, 1, 135},
+                                          {-1, 1, 225},
+                                          {0, 1, 180},
+                                          {1, 0, 270}}) // as high as P counts as not below it
+        EXPECT_NEAR(angle(static_cast<float>(qx), static_cast<float>(qy)), degrees, 1e-3) << qx << ", " << qy;
     EXPECT_TRUE(std::isfinite(angle(0, 0)));
-    EXPECT_NEAR(angle(1, 0), 270, 1e-3) << "Q as high as P counts as not below it";
     std::vector<std::array<float, 6>> moving(34);
     moving[1] = {100, 0, 0, 0, 50, 0};
     const std::string file = MakeTags(moving);

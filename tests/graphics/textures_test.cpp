@@ -38,6 +38,8 @@ protected:
     }
     static std::vector<Rgba> Right() { return {Red, Green, Blue, White}; }
 
+    static std::vector<Rgba> All(Rgba colour) { return std::vector<Rgba>(4, colour); }
+
     int Add(const char* name, std::string_view content) {
         WriteFile(name, content);
         return set.Add(name);
@@ -124,7 +126,7 @@ TEST_F(TexturesTest, AMissingPictureIsBlankAndTriedAgainAtAReload) {
     EXPECT_EQ(set.Add("none.png"), 0);
     EXPECT_EQ(ReadLog(), "QEV_Textures::LoadGLTextures[ failed ] Loading none.png - could not open file\n"
                          "QEV_Textures::LoadGLTextures - loading blank texture\n");
-    EXPECT_EQ(Shown(set.Get(0)), std::vector<Rgba>(4, Blank));
+    EXPECT_EQ(Shown(set.Get(0)), All(Blank));
     EXPECT_EQ(set.GetName(0), "none.png");
     WriteFile("none.png", MakePng(16, 16, [](int x, int y) { return Quarters(x, y, 8); }));
     set.Reload();
@@ -164,14 +166,14 @@ TEST_F(TexturesTest, BrokenPicturesAreBlank) {
     int failures = 0;
     for (const auto& [name, content] : broken) {
         const int index = Add(name, content);
-        EXPECT_EQ(Shown(set.Get(index)), std::vector<Rgba>(4, Blank)) << name;
+        EXPECT_EQ(Shown(set.Get(index)), All(Blank)) << name;
         EXPECT_EQ(CountInLog(std::string("[ failed ] Loading ") + name + " - "), 1) << name;
         EXPECT_EQ(CountInLog("loading blank texture\n"), ++failures) << name;
     }
     std::filesystem::create_directory("folder.png");
-    EXPECT_EQ(Shown(set.Get(set.Add("folder.png"))), std::vector<Rgba>(4, Blank));
+    EXPECT_EQ(Shown(set.Get(set.Add("folder.png"))), All(Blank));
     // An error of one picture says nothing about the next.
-    EXPECT_EQ(Shown(set.Get(Add("good.png", good))), std::vector<Rgba>(4, Red));
+    EXPECT_EQ(Shown(set.Get(Add("good.png", good))), All(Red));
 }
 
 TEST_F(TexturesTest, NoCutAndNoFlippedByteOfAPngPassesTheCheck) {
@@ -218,11 +220,11 @@ TEST_F(TexturesTest, EntriesOfOneSetShareAPictureButNeverTheBlankOne) {
     WriteFile("none.png", MakePng(1, 1, [](int, int) { return Green; }));
     for (int load = 0; load < 2; ++load) {
         EXPECT_EQ(set.Get(0), set.Get(2));
-        EXPECT_EQ(Shown(set.Get(2)), std::vector<Rgba>(4, Red));
+        EXPECT_EQ(Shown(set.Get(2)), All(Red));
         if (load == 0) set.Reload();
     }
-    EXPECT_EQ(Shown(set.Get(1)), std::vector<Rgba>(4, Green));
-    EXPECT_EQ(Shown(set.Get(3)), std::vector<Rgba>(4, Green));
+    EXPECT_EQ(Shown(set.Get(1)), All(Green));
+    EXPECT_EQ(Shown(set.Get(3)), All(Green));
     const GLuint shared = set.Get(0);
     set.Free();
     EXPECT_EQ(glIsTexture(shared), GL_FALSE);
@@ -248,7 +250,7 @@ TEST_F(TexturesTest, SetsDeleteTheirTexturesButNeverThoseOfOthers) {
     set.Reload();
     for (int i = 0; i < 8; ++i)
         EXPECT_EQ(glIsTexture(other.Get(i)), GL_TRUE);
-    EXPECT_EQ(Shown(set.Get(0)), std::vector<Rgba>(4, Red));
+    EXPECT_EQ(Shown(set.Get(0)), All(Red));
 }
 
 TEST_F(TexturesTest, InitClampsTheBoundTexture) {
