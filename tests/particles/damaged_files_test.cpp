@@ -24,21 +24,9 @@ protected:
     ~DamagedFiles() override { globalp.reset(); }
 
     static std::string Emitter() {
-        return EmitterText({{"gravity", "1"},
-                            {"gravpower", "0.0001"},
-                            {"gravborder", "1"},
-                            {"bounce", "-0.5"},
-                            {"framerandom", "1"},
-                            {"collision", "3"},
-                            {"friction", "0.001"},
-                            {"power", "0.002"},
-                            {"dietype", "15"},
-                            {"acceleration", "2"},
-                            {"liferand", "0.2"},
-                            {"startz", "1"},
-                            {"updatepos", "1"},
-                            {"totallife", "900"},
-                            {"sectordependant", "0"}},
+        return EmitterText("gravity=1 gravpower=0.0001 gravborder=1 bounce=-0.5 framerandom=1 "
+                           "collision=3 friction=0.001 power=0.002 dietype=15 acceleration=2 "
+                           "liferand=0.2 startz=1 updatepos=1 totallife=900 sectordependant=0",
                            "dot.png", "4");
     }
 
@@ -92,7 +80,7 @@ TEST_F(DamagedFiles, Emitter) {
 // An emitter that cannot be animated simulates with zeros, and draws nothing that could be seen.
 TEST_F(DamagedFiles, NothingToAnimate) {
     for (const char* speed : {"0", "-100"}) {
-        WriteFile("emitter.txt", EmitterText({{"framespeed", speed}, {"framerandom", "1"}, {"die", "0"}}));
+        WriteFile("emitter.txt", EmitterText("framerandom=1 die=0 framespeed=" + std::string(speed)));
         QEV_PEngine engine;
         engine.Load("list.txt");
         EffectInstance* effect = engine.ActiveEffect(0, 255, {0, 0, 0}, {0, 1, 0});
@@ -111,15 +99,11 @@ TEST_F(DamagedFiles, NothingToAnimate) {
 TEST_F(DamagedFiles, AbsurdStates) {
     for (const char* form : {"1", "2", "3", "4", "5"}) {
         for (const char* collision : {"0", "1", "2", "3"}) {
-            WriteFile("emitter.txt", EmitterText({{"form", form},
-                                                  {"collision", collision},
-                                                  {"gravity", "1"},
-                                                  {"gravpower", "1e30"},
-                                                  {"dietype", "0"},
-                                                  {"die", "0"},
-                                                  {"framespeed", "1"},
-                                                  {"framerandom", "1"}},
-                                                 "dot.png", "16"));
+            WriteFile(
+                "emitter.txt",
+                EmitterText("gravity=1 gravpower=1e30 dietype=0 die=0 framespeed=1 framerandom=1 form=" +
+                                std::string(form) + " collision=" + collision,
+                            "dot.png", "16"));
             QEV_PEngine engine;
             engine.Load("list.txt");
             ParticleSlots& slots = engine.ActiveEffect(0, 255, {0, 0, 0}, {0, 1, 0})->emitters[0]->particles;

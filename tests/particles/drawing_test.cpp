@@ -114,10 +114,9 @@ protected:
     }
 
     // Starts one emitter of six slots with hand-made particles; slot 4 is dead.
-    EmitterInstance& StartEmitter(std::map<std::string, std::string> keys) {
-        keys.insert(
-            {{"particleNum", "6"}, {"emitnum", "6"}, {"framespeed", "100"}, {"dietype", "0"}, {"die", "0"}});
-        WriteFile("emitter.txt", EmitterText(keys, "dot.png", "4"));
+    EmitterInstance& StartEmitter(const std::string& keys) {
+        WriteFile("emitter.txt", EmitterText("particleNum=6 emitnum=6 framespeed=100 dietype=0 die=0 " + keys,
+                                             "dot.png", "4"));
         WriteFile("effect.txt", EffectText({"emitter.txt"}));
         WriteFile("list.txt", ListText({"effect.txt"}));
         EXPECT_TRUE(engine.Load("list.txt"));
@@ -200,7 +199,7 @@ protected:
 };
 
 TEST_F(Drawing, SpritesFaceTheViewer) {
-    EmitterInstance& instance = StartEmitter({{"form", "1"}, {"sfactor", "770"}, {"dfactor", "771"}});
+    EmitterInstance& instance = StartEmitter("form=1 sfactor=770 dfactor=771");
     const std::vector<Call> recorded = RecordCalls([&] { DrawParticles(instance); });
     float m[16];
     glGetFloatv(GL_MODELVIEW_MATRIX, m);
@@ -229,7 +228,7 @@ TEST_F(Drawing, SpritesFaceTheViewer) {
 }
 
 TEST_F(Drawing, RaysReachFromTheEmitter) {
-    EmitterInstance& instance = StartEmitter({{"form", "2"}});
+    EmitterInstance& instance = StartEmitter("form=2");
     const ParticleSlots& s = instance.particles;
     std::vector<Corner> expected;
     for (const std::size_t i : {0, 1, 2, 3, 5})
@@ -238,7 +237,7 @@ TEST_F(Drawing, RaysReachFromTheEmitter) {
 }
 
 TEST_F(Drawing, StreaksLieAlongTheLastMove) {
-    EmitterInstance& instance = StartEmitter({{"form", "3"}});
+    EmitterInstance& instance = StartEmitter("form=3");
     ParticleSlots& s = instance.particles;
     s.previousX[1] = s.x[1], s.previousY[1] = s.y[1], s.previousZ[1] = s.z[1]; // has not moved
     std::vector<Corner> expected;
@@ -253,7 +252,7 @@ TEST_F(Drawing, StreaksLieAlongTheLastMove) {
 }
 
 TEST_F(Drawing, BandsJoinLivingPairs) {
-    EmitterInstance& instance = StartEmitter({{"form", "4"}});
+    EmitterInstance& instance = StartEmitter("form=4");
     const ParticleSlots& s = instance.particles;
     std::vector<Corner> expected;
     for (const std::size_t i : {0, 2}) // of the pair 4, 5 one is dead
@@ -262,11 +261,11 @@ TEST_F(Drawing, BandsJoinLivingPairs) {
 }
 
 TEST_F(Drawing, TheRibbonRunsFromYoungToOld) {
-    // updatepos, dietype, whether the stretch from the emitter is drawn
-    const std::tuple<const char*, const char*, bool> cases[] = {
-        {"0", "0", true}, {"1", "2", true}, {"1", "0", false}};
-    for (const auto& [follows, dies, fromEmitter] : cases) {
-        EmitterInstance& instance = StartEmitter({{"form", "5"}, {"updatepos", follows}, {"dietype", dies}});
+    // Keys, and whether the stretch from the emitter is drawn.
+    const std::pair<const char*, bool> cases[] = {
+        {"updatepos=0 dietype=0", true}, {"updatepos=1 dietype=2", true}, {"updatepos=1 dietype=0", false}};
+    for (const auto& [keys, fromEmitter] : cases) {
+        EmitterInstance& instance = StartEmitter("form=5 " + std::string(keys));
         const std::vector<Call> recorded = RecordCalls([&] { DrawParticles(instance); });
         const ParticleSlots& s = instance.particles;
         const std::uint32_t sorted[] = {0, 7, 49, 50, 150, 450};
@@ -293,7 +292,7 @@ TEST_F(Drawing, TheRibbonRunsFromYoungToOld) {
 
 TEST_F(Drawing, WhatHasNoWidthOrStyleIsSkipped) {
     for (const char* form : {"2", "3", "4", "5"}) {
-        EmitterInstance& instance = StartEmitter({{"form", form}});
+        EmitterInstance& instance = StartEmitter("form=" + std::string(form));
         for (std::size_t i = 0; i < 6; ++i) // all on one line with the eye
             instance.particles.x[i] = 1.5F, instance.particles.y[i] = -10,
             instance.particles.z[i] = 5.5F - static_cast<float>(i);
@@ -305,16 +304,16 @@ TEST_F(Drawing, WhatHasNoWidthOrStyleIsSkipped) {
         engine.Release();
     }
     for (const char* form : {"0", "6"}) {
-        EmitterInstance& instance = StartEmitter({{"form", form}});
+        EmitterInstance& instance = StartEmitter("form=" + std::string(form));
         EXPECT_TRUE(Corners(RecordCalls([&] { DrawParticles(instance); })).empty());
         engine.Release();
     }
     // A primitive that OpenGL does not have, and one that it has.
-    EmitterInstance& odd = StartEmitter({{"form", "1"}, {"shape", "99"}});
+    EmitterInstance& odd = StartEmitter("form=1 shape=99");
     RecordCalls([&] { DrawParticles(odd); });
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     engine.Release();
-    EmitterInstance& points = StartEmitter({{"form", "1"}, {"shape", "0"}});
+    EmitterInstance& points = StartEmitter("form=1 shape=0");
     EXPECT_EQ(RecordCalls([&] { DrawParticles(points); })[2], (Call{"glBegin", {GL_POINTS}}));
 }
 
@@ -322,8 +321,8 @@ TEST_F(Drawing, CellsFollowTheAge) {
     // Six cells in 200 ms, 33 each; a period shorter than the number of cells shows the first only.
     const std::pair<const char*, std::array<int, 4>> cases[] = {{"100", {0, 1, 5, 0}}, {"1", {0, 0, 0, 0}}};
     for (const auto& [speed, cells] : cases) {
-        WriteFile("emitter.txt", EmitterText({{"framespeed", speed}, {"particleNum", "4"}, {"emitnum", "4"}},
-                                             "other.png", "6"));
+        WriteFile("emitter.txt",
+                  EmitterText("particleNum=4 emitnum=4 framespeed=" + std::string(speed), "other.png", "6"));
         WriteFile("effect.txt", EffectText({"emitter.txt"}));
         WriteFile("list.txt", ListText({"effect.txt"}));
         ASSERT_TRUE(engine.Load("list.txt"));
@@ -344,9 +343,9 @@ TEST_F(Drawing, CellsFollowTheAge) {
 }
 
 TEST_F(Drawing, ATextureIsBoundOnceForAllThatShowIt) {
-    WriteFile("a.txt", EmitterText({{"form", "1"}}));
-    WriteFile("b.txt", EmitterText({{"form", "2"}}, "other.png"));
-    WriteFile("c.txt", EmitterText({{"form", "3"}, {"sectordependant", "1"}}, "third.png"));
+    WriteFile("a.txt", EmitterText("form=1"));
+    WriteFile("b.txt", EmitterText("form=2", "other.png"));
+    WriteFile("c.txt", EmitterText("form=3 sectordependant=1", "third.png"));
     WriteFile("effect.txt", EffectText({"a.txt", "b.txt", "a.txt", "c.txt"}));
     WriteFile("list.txt", ListText({"effect.txt"}));
     ASSERT_TRUE(engine.Load("list.txt"));
@@ -371,7 +370,7 @@ TEST_F(Drawing, ATextureIsBoundOnceForAllThatShowIt) {
 
 // What the driver makes of it: polygons of four corners, and light that adds up.
 TEST_F(Drawing, ReachesTheScreen) {
-    EmitterInstance& instance = StartEmitter({{"form", "1"}, {"sfactor", "1"}, {"dfactor", "1"}});
+    EmitterInstance& instance = StartEmitter("form=1 sfactor=1 dfactor=1");
     ParticleSlots& s = instance.particles;
     BeginFlat();
     for (std::size_t i = 0; i < 6; ++i) {

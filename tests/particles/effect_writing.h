@@ -4,25 +4,25 @@
 #include "support/temporary_folder.h"
 
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
-// The text of an emitter file: a texture, two key frames, and plain keys, of which `keys` replace or add
-// some.
-inline std::string EmitterText(const std::map<std::string, std::string>& keys = {},
-                               const std::string& texture = "dot.png", const std::string& framenum = "1") {
-    std::map<std::string, std::string> all = {{"particleNum", "8"},  {"emitnum", "8"},   {"emittime", "100"},
-                                              {"framespeed", "100"}, {"life", "400"},    {"form", "1"},
-                                              {"shape", "7"},        {"sfactor", "770"}, {"dfactor", "1"},
-                                              {"dietype", "1"},      {"die", "2"},       {"dirx", "0.001"},
-                                              {"acceleration", "1"}};
-    for (const auto& [key, value] : keys)
-        all[key] = value;
+// The text of an emitter file: a texture, two key frames, and plain keys; `keys`, words such as "form=2",
+// replace or add some.
+inline std::string EmitterText(const std::string& keys = "", const std::string& texture = "dot.png",
+                               const std::string& framenum = "1") {
+    std::istringstream words("particleNum=8 emitnum=8 emittime=100 framespeed=100 life=400 form=1 shape=7 "
+                             "sfactor=770 dfactor=1 dietype=1 die=2 dirx=0.001 acceleration=1 " +
+                             keys);
+    std::map<std::string, std::string> values;
+    for (std::string word; words >> word;)
+        values[word.substr(0, word.find('='))] = word.substr(word.find('=') + 1);
     std::string text =
         "<TEmittor>\n<texture>\nfilename = \"" + texture + "\"\nframenum = " + framenum + "\n</texture>\n";
     text += "<Frames>\n<Frame>\nred = 1\ngreen = 0.5\nalpha = 1\nsize = 0.25\nrandx = 0.001\n</Frame>\n";
     text += "<Frame>\nblue = 1\nalpha = 0.5\nrota = 90\nsize = 0.5\n</Frame>\n</Frames>\n";
-    for (const auto& [key, value] : all)
+    for (const auto& [key, value] : values)
         text += key + " = " + value + "\n";
     return text + "</TEmittor>\n";
 }

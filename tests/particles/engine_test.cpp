@@ -53,8 +53,8 @@ protected:
 
 TEST_F(Engine, NumbersEffectsAndSharesEmittersAndTextures) {
     WriteFile("a.txt", EmitterText());
-    WriteFile("b.txt", EmitterText({}, "dot.png", "4")); // dot.png is one cell already
-    WriteFile("c.txt", EmitterText({}, "other.png", "5"));
+    WriteFile("b.txt", EmitterText("", "dot.png", "4")); // dot.png is one cell already
+    WriteFile("c.txt", EmitterText("", "other.png", "5"));
     WriteFile("one.txt", EffectText({"a.txt", "b.txt", "a.txt"}));
     WriteFile("two.txt", EffectText({"b.txt", "c.txt"}));
     WriteFile("list.txt", ListText({"one.txt", "One.txt", "one.txt", "two.txt"}));
@@ -83,16 +83,11 @@ TEST_F(Engine, NumbersEffectsAndSharesEmittersAndTextures) {
 }
 
 TEST_F(Engine, ReadsEveryKey) {
-    LoadOne({EmitterText({{"particleNum", "12"},  {"gravity", "1"},      {"gravpower", "0.5"},
-                          {"gravborder", "7"},    {"framerandom", "1"},  {"bounce", "-0.25"},
-                          {"updatepos", "1"},     {"collision", "3"},    {"framespeed", "90"},
-                          {"form", "5"},          {"shape", "4"},        {"emitnum", "2"},
-                          {"emittime", "33"},     {"dietype", "15"},     {"die", "3"},
-                          {"acceleration", "-4"}, {"friction", "0.125"}, {"sfactor", "1"},
-                          {"dfactor", "771"},     {"power", "2.5"},      {"sectordependant", "1"},
-                          {"life", "55"},         {"liferand", "0.75"},  {"totallife", "66"},
-                          {"dirx", "1"},          {"diry", "2"},         {"dirz", "3"},
-                          {"startx", "4"},        {"starty", "5"},       {"startz", "6"}},
+    LoadOne({EmitterText("particleNum=12 gravity=1 gravpower=0.5 gravborder=7 framerandom=1 "
+                         "bounce=-0.25 updatepos=1 collision=3 framespeed=90 form=5 shape=4 emitnum=2 "
+                         "emittime=33 dietype=15 die=3 acceleration=-4 friction=0.125 sfactor=1 "
+                         "dfactor=771 power=2.5 sectordependant=1 life=55 liferand=0.75 totallife=66 "
+                         "dirx=1 diry=2 dirz=3 startx=4 starty=5 startz=6",
                          "dot.png", "12"),
              "<TEmittor>\n<texture>\nfilename = \"other.png\"\n</texture>\n<Frames>\n<Frame>\nalpha = "
              "0.5\n</Frame>\n</Frames>\nform = 6\n</TEmittor>\n"});
@@ -128,8 +123,8 @@ TEST_F(Engine, LogsWhatIsMissing) {
     WriteFile("noTexture.txt", "<TEmittor>\n<Frames>\n</Frames>\nlife = 9\n</TEmittor>\n");
     WriteFile("noFrames.txt",
               "<TEmittor>\n<texture>\nfilename = \"gone.png\"\n</texture>\nlife = 9\n</TEmittor>\n");
-    WriteFile("lots.txt", EmitterText({{"particleNum", "1000000000"}}));
-    WriteFile("less.txt", EmitterText({{"particleNum", "-1"}}));
+    WriteFile("lots.txt", EmitterText("particleNum=1000000000"));
+    WriteFile("less.txt", EmitterText("particleNum=-1"));
     WriteFile("effect.txt",
               EffectText({"gone.txt", "empty.txt", "noTexture.txt", "noFrames.txt", "lots.txt", "less.txt"}));
     WriteFile("list.txt", ListText({"empty.txt", "effect.txt"}));
@@ -187,8 +182,8 @@ TEST_F(Engine, TheRandomTableIsFilledByEachLoad) {
 }
 
 TEST_F(Engine, BurstsStartWhatFits) {
-    LoadOne({EmitterText({{"emitnum", "3"}, {"emittime", "50"}, {"life", "100000"}, {"die", "0"}}),
-             EmitterText({{"emitnum", "0"}}), EmitterText({{"emitnum", "-3"}, {"particleNum", "0"}})});
+    LoadOne({EmitterText("emitnum=3 emittime=50 life=100000 die=0"), EmitterText("emitnum=0"),
+             EmitterText("emitnum=-3 particleNum=0")});
     EffectInstance* effect = Start();
     const auto living = [&](std::size_t i) {
         const ParticleSlots& slots = effect->emitters[i]->particles;
@@ -207,7 +202,7 @@ TEST_F(Engine, BurstsStartWhatFits) {
 }
 
 TEST_F(Engine, LaunchesAlongTheDirection) {
-    LoadOne({EmitterText({{"dirx", "0"}, {"power", "0.01"}, {"die", "0"}, {"startx", "0"}})});
+    LoadOne({EmitterText("dirx=0 power=0.01 die=0 startx=0")});
     const Vec3 directions[] = {{0, 0, 0}, {0, 2, 0}, {3, 0, 0}, {0, -1, 0}};
     const Vec3 expected[] = {{0, 0.01F, 0}, {0, 0.01F, 0}, {0.01F, 0, 0}, {0, -0.01F, 0}};
     for (std::size_t i = 0; i < 4; ++i) {
@@ -222,7 +217,7 @@ TEST_F(Engine, LaunchesAlongTheDirection) {
 }
 
 TEST_F(Engine, FollowsAnOwnerThatIsThere) {
-    LoadOne({EmitterText({{"updatepos", "1"}, {"die", "0"}})});
+    LoadOne({EmitterText("updatepos=1 die=0")});
     EffectInstance* orphan = Start(0, 0); // no world
     engine.Update();
     EXPECT_EQ(orphan->emitters[0]->position.x, 1.0F);
@@ -242,8 +237,8 @@ TEST_F(Engine, FollowsAnOwnerThatIsThere) {
 
 // What the start of a hundred row effects left behind is what ten thousand leave behind.
 TEST_F(Engine, NeitherMemoryNorWorkGrowsWithTheGame) {
-    LoadOne({EmitterText({{"particleNum", "60"}, {"emittime", "100000"}}),
-             EmitterText({{"die", "1"}, {"totallife", "50"}}, "other.png"), "<TEmittor>\n</TEmittor>\n"});
+    LoadOne({EmitterText("particleNum=60 emittime=100000"), EmitterText("die=1 totallife=50", "other.png"),
+             "<TEmittor>\n</TEmittor>\n"});
     const auto play = [this](int rows) {
         for (int row = 0; row < rows; ++row) {
             Start();
@@ -272,8 +267,7 @@ TEST_F(Engine, NeitherMemoryNorWorkGrowsWithTheGame) {
 
 // However many emitters ask for as many particles as one may have, the machine's memory is not theirs.
 TEST_F(Engine, AllEmittersTogetherAreHeldToALimit) {
-    const std::string greedy =
-        EmitterText({{"particleNum", "1048576"}, {"emittime", "100000"}, {"die", "2"}});
+    const std::string greedy = EmitterText("particleNum=1048576 emittime=100000 die=2");
     LoadOne(std::vector<std::string>(40, greedy));
     for (int round = 0; round < 2; ++round) {
         const EffectInstance* effect = Start();
@@ -293,17 +287,11 @@ TEST_F(Engine, UpdateAndDrawAllocateNothing) {
     std::vector<std::string> texts;
     for (int form = 0; form < 6; ++form)
         for (int gravity = 0; gravity < 3; ++gravity)
-            texts.push_back(EmitterText({{"form", std::to_string(form)},
-                                         {"gravity", std::to_string(gravity)},
-                                         {"collision", std::to_string((form + gravity) % 4)},
-                                         {"gravpower", "0.001"},
-                                         {"framerandom", "1"},
-                                         {"emittime", "20"},
-                                         {"die", std::to_string(form % 4)},
-                                         {"totallife", "300"},
-                                         {"particleNum", "300"},
-                                         {"emitnum", "40"}},
-                                        form % 2 ? "dot.png" : "other.png"));
+            texts.push_back(EmitterText(
+                "gravpower=0.001 framerandom=1 emittime=20 totallife=300 particleNum=300 emitnum=40 form=" +
+                    std::to_string(form) + " gravity=" + std::to_string(gravity) +
+                    " collision=" + std::to_string((form + gravity) % 4) + " die=" + std::to_string(form % 4),
+                form % 2 ? "dot.png" : "other.png"));
     LoadOne(texts);
     globalp = std::make_unique<Globalp>();
     // OpenGL's driver prepares itself for what it has not drawn before.
