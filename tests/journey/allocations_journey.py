@@ -1,7 +1,4 @@
-#!/usr/bin/env python3
 """Pictures of a menu at rest, of open windows and of a paused game are made without taking memory."""
-import unittest
-
 from journey import Journey
 
 QUIET = 60    # pictures in a row, from which on the scene counts as settled
@@ -46,7 +43,3 @@ class Allocations(Journey):
         game.pause()
         self.assert_none(game, "paused game")
         self.assertGreater(self.counts(game)[1], 0, "the count counts: loading took memory")
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,7 +1,5 @@
-#!/usr/bin/env python3
 """The game's windows: pausing, leaving with and without a second thought, the list of scores, windows moved and found again."""
 import re
-import unittest
 
 from course_journey import FADE, PAUSE_ROWS, choose, open_drop_down
 from journey import Journey, small
@@ -20,25 +18,9 @@ class Dialogs(Journey):
         game.to_game()
         return game
 
-    def await_state(self, game, state, act):
-        """Waits for one more line of that change of state."""
-        line = f"[PUZZLE] State mode Change - [{state}]"
-        before = game.log().count(line)
-        game.await_true(lambda: game.log().count(line) > before, f"another {line}", act=act, pause=0.1)
-
-    def resume(self, game):
-        """One Escape: a second one would pause the game again."""
-        line = "[PUZZLE] State mode Change - [GAME]"
-        before = game.log().count(line)
-        game.key("Escape")
-        game.await_log(line, before + 1)
-
     def open_confirmation(self, game, row):
         open_drop_down(game)
         game.await_text(*CONFIRM_TITLE, act=lambda: game.click(*PAUSE_ROWS[row]))
-
-    def play_to_the_end(self, game):
-        self.await_state(game, "PAUSE", lambda: game.key("space"))
 
     def await_end_with_fade(self, game):
         game.await_end()
@@ -51,10 +33,10 @@ class Dialogs(Journey):
     def test_pause_and_second_thoughts(self):
         game = self.begin()
         game.pause()
-        self.resume(game)
+        game.resume()
         game.pause()
 
-        self.await_state(game, "GAME", lambda: self.click_resume(game))
+        game.await_another("[PUZZLE] State mode Change - [GAME]", lambda: self.click_resume(game))
         game.pause()
         self.open_confirmation(game, "Menu")
         states = game.state_lines()
@@ -64,7 +46,7 @@ class Dialogs(Journey):
         self.assertTrue(sees(game.look(), *CONFIRM_TITLE), "keys leave the question open")
         self.assertEqual(game.state_lines(), states)
         game.await_text(*CONFIRM_TITLE, gone=True, act=lambda: game.click(*CONFIRM_CANCEL))
-        self.resume(game)
+        game.resume()
         # Closing the window asks without pausing: the piece falls on, and the answer waits for a pause.
         states = game.state_lines()
         game.close_window()
@@ -79,15 +61,15 @@ class Dialogs(Journey):
         game = self.begin(config=lambda text: small(text).replace("<highscores>\n", SCORES))
         config = game.folder / "config.cfg"
         game.pause()
-        self.resume(game)
-        self.play_to_the_end(game)
+        game.resume()
+        game.play_to_the_end()
         game.await_text(*LIST_TITLE)
         for key in ("Escape", "p"):
             game.key(key)
         self.assertTrue(sees(game.look(), *LIST_TITLE), "keys leave the list open")
-        self.await_state(game, "GAME", lambda: game.click(*RESTART))
+        game.await_another("[PUZZLE] State mode Change - [GAME]", lambda: game.click(*RESTART))
         game.await_text(*LIST_TITLE, gone=True)
-        self.play_to_the_end(game)
+        game.play_to_the_end()
         game.await_text(*LIST_TITLE)
         self.await_state_of_menu(game)
         game.await_log("Game mode Change - [MENU]", 2)
@@ -95,8 +77,8 @@ class Dialogs(Journey):
         game.menu_item("NEW GAME")
         game.await_log("starting debugger", 2)
         game.pause()
-        self.resume(game)
-        self.play_to_the_end(game)
+        game.resume()
+        game.play_to_the_end()
         game.await_text(*LIST_TITLE)
         game.close_window()  # over the list there is nothing to lose and nothing to ask
         self.await_end_with_fade(game)
@@ -140,7 +122,3 @@ class Dialogs(Journey):
         found = re.findall(r"<(hform1|Next:|GameState)>\n    left = (\S+)\n    top = (\S+)\n", text)
         self.assertEqual([name for name, _, _ in found], ["hform1", "Next:", "GameState"])
         return [(float(left), float(top)) for _, left, top in found]
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -349,11 +349,25 @@ class Game:
         self.await_log("Game mode Change - [PUZZLE]", times)
         self.await_log("starting debugger", times)
 
+    def await_another(self, line, act, pause=0.1):
+        """Waits for one more of a line of the log, doing `act` before each look."""
+        before = self.log().count(line)
+        self.await_true(lambda: self.log().count(line) > before, f"another {line}", act=act, pause=pause)
+
     def pause(self):
         """Presses p until the game pauses, which it does once the picture has faded in."""
-        paused = self.log().count("State mode Change - [PAUSE]")
-        self.await_true(lambda: self.log().count("State mode Change - [PAUSE]") > paused, "the pause",
-                        act=lambda: self.key("p"), pause=0.3)
+        self.await_another("State mode Change - [PAUSE]", lambda: self.key("p"), pause=0.3)
+
+    def resume(self):
+        """One Escape: a second one would pause the game again."""
+        line = "[PUZZLE] State mode Change - [GAME]"
+        before = self.log().count(line)
+        self.key("Escape")
+        self.await_log(line, before + 1)
+
+    def play_to_the_end(self):
+        """Drops one piece after the other until the game is over, which pauses it."""
+        self.await_another("State mode Change - [PAUSE]", lambda: self.key("space"))
 
 
 class ClientMessage(ctypes.Structure):

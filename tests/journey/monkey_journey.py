@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Two minutes of the monkey; the nightly run gives it ten (tests/journey/monkey 600)."""
 import pathlib
 import subprocess
@@ -11,7 +10,3 @@ MONKEY = pathlib.Path(__file__).resolve().parent / "monkey"
 class Monkey(unittest.TestCase):
     def test_two_minutes(self):
         self.assertEqual(subprocess.run([sys.executable, str(MONKEY), "120"], check=False).returncode, 0)
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,7 +1,5 @@
-#!/usr/bin/env python3
 """The menu's four boxes, its windows and its ways out, and what the options change: picture, sound and config.cfg."""
 import array
-import unittest
 
 from journey import Display, Journey, set_key, small
 from labels import sees
@@ -84,18 +82,9 @@ class Options(Journey):
     def test_grid_and_lighting(self):
         game = self.begin()
         before = (game.folder / "config.cfg").read_bytes()
-        self.open_options(game)
-        game.click(*SHOW_GRID)
-        game.await_text(*FIRST_LINES["Video"], act=lambda: game.click(*TABS["Video"]))
-        game.click(*LIGHTING)
-        self.leave(game, CANCEL)
+        self.switch_grid_and_lighting(game, CANCEL)
         self.assertEqual((game.folder / "config.cfg").read_bytes(), before, "Cancel writes nothing")
-        # Cancel has put both marks back, so one more click takes them away.
-        self.open_options(game)
-        game.click(*SHOW_GRID)
-        game.await_text(*FIRST_LINES["Video"], act=lambda: game.click(*TABS["Video"]))
-        game.click(*LIGHTING)
-        self.leave(game, OK)
+        self.switch_grid_and_lighting(game, OK)  # Cancel has put both marks back, so one more click takes them away
         self.await_setting(game, "lighting", "0")
         self.await_setting(game, "showgrid", "0")
         self.assertNotIn("SetGLMode() Setting video mode", game.log().split("Game mode Change - [INTRO]")[1], "the mode stays")
@@ -109,6 +98,13 @@ class Options(Journey):
         game.close_window()
         game.click(0.42, 0.59)
         game.await_end()
+
+    def switch_grid_and_lighting(self, game, button):
+        self.open_options(game)
+        game.click(*SHOW_GRID)
+        game.await_text(*FIRST_LINES["Video"], act=lambda: game.click(*TABS["Video"]))
+        game.click(*LIGHTING)
+        self.leave(game, button)
 
     def redness(self, game):
         """How much redder than green the lower half of the well is."""
@@ -239,7 +235,3 @@ class Options(Journey):
             file.seek(begin)
             samples = array.array("h", file.read(end - begin))
         return max(map(abs, samples), default=0)
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,7 +1,4 @@
-#!/usr/bin/env python3
 """A game played to its end: rows cleared, the name entered, the table in config.cfg and back after a restart."""
-import unittest
-
 from course_journey import FADE
 from journey import HURRY, Journey
 
@@ -28,15 +25,12 @@ class Play(Journey):
         game = self.start(preload=["same_rand"])
         game.to_game()
         game.pause()
-        game.key("Escape")
-        game.await_log("[PUZZLE] State mode Change - [GAME]")
+        game.resume()
         game.clock.run(SLOW)
         for column in (0, 2, 4, 6, 8):
             self.play_square(game, column)
-        over = game.log().count("State mode Change - [PAUSE]")
         game.clock.run(HURRY)
-        game.await_true(lambda: game.log().count("State mode Change - [PAUSE]") > over, "the end of the game",
-                        act=lambda: game.key("space"), pause=0.1)
+        game.play_to_the_end()
         game.pictures()  # the dialog's first
         game.key(*["BackSpace"] * 30)  # also the drops that came too late
         game.type("Nefer")
@@ -53,15 +47,9 @@ class Play(Journey):
         again = self.start(folder=game.folder, preload=["same_rand"])
         again.to_game()
         again.pause()
-        again.key("Escape")
-        over = again.log().count("State mode Change - [PAUSE]")
-        again.await_true(lambda: again.log().count("State mode Change - [PAUSE]") > over, "the end of the second game",
-                         act=lambda: again.key("space"), pause=0.1)
+        again.resume()
+        again.play_to_the_end()
         again.await_text(*ROW)
         again.click(*LIST_QUIT)
         again.await_end()
         self.assertIn('name = "Nefer"', config.read_text(), "a game without points leaves the table alone")
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

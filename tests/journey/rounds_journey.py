@@ -1,7 +1,5 @@
-#!/usr/bin/env python3
 """Ten rounds of menu, game, menu in one process: what the process holds at the end of a round stays the same."""
 import statistics
-import unittest
 
 from course_journey import choose
 from journey import Journey
@@ -44,7 +42,3 @@ class Rounds(Journey):
         self.assertEqual(len({threads for _, threads, _ in held}), 1, "threads")
         growth = statistics.median(after[0] - before[0] for before, after in zip(held[SETTLED:], held[SETTLED + 1:]))
         self.assertLess(growth, GROWTH, "bytes of the heap that most rounds leave behind")
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,7 +1,4 @@
-#!/usr/bin/env python3
 """The world scene: creatures that move, its statistics, its three windows, and the way from it into the game."""
-import unittest
-
 from course_journey import choose
 from journey import Journey
 
@@ -71,7 +68,3 @@ class World(Journey):
     def pause(self, game, times):
         """The key is heard only while the scene runs, so it may be pressed again and again."""
         game.await_true(lambda: game.log().count(COURSE[1]) >= times, "the pause", act=lambda: game.key("p"), pause=0.5)
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)
