@@ -29,6 +29,7 @@ class Dialogs(Journey):
     def click_resume(self, game):
         open_drop_down(game)
         game.click(*PAUSE_ROWS["Resume"])
+        game.pictures()  # so that it is heard before anyone looks whether it was
 
     def test_pause_and_second_thoughts(self):
         game = self.begin()

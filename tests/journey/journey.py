@@ -365,9 +365,9 @@ class Game:
         self.key("Escape")
         self.await_log(line, before + 1)
 
-    def play_to_the_end(self):
+    def play_to_the_end(self, pause=0.1):
         """Drops one piece after the other until the game is over, which pauses it."""
-        self.await_another("State mode Change - [PAUSE]", lambda: self.key("space"))
+        self.await_another("State mode Change - [PAUSE]", lambda: self.key("space"), pause)
 
 
 class ClientMessage(ctypes.Structure):
