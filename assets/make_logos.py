@@ -26,6 +26,7 @@ GAME_SOFTNESS, MAKER_SOFTNESS, MEDAL_SOFTNESS = 0.5, 1.0, 0.8
 MEDAL_REDUCTION = 2
 # Where the maker's picture is cut in two.
 MAKER_CUT = 0.65
+STARS = 110  # behind the game's name
 # The stones of the pieces, from dark to bright.
 STONES = ["#1B2A8A", "#7A4F96", "#9A2018", "#16906E", "#2FC0C4", "#E0AE20", "#F1E7CF"]
 
@@ -205,6 +206,41 @@ def finished(canvas, radius, strength, softness, reduction=1):
     return paint.to_image(np.dstack([colours, total]))
 
 
+def evening_sky(width, height):
+    """Stars about the name, premultiplied: the menu clears its screen behind the glow, so this picture is the one place for
+    anything sharp in its sky.
+
+    They thin out towards the edges, so that no rectangle shows, and are wide enough not to flicker where the picture is reduced.
+    """
+    y, x = np.mgrid[0:height, 0:width]
+    random = np.random.RandomState(11)
+    light = np.zeros((height, width))
+    for _ in range(STARS):
+        across, down, bright = random.rand(3)
+        reach = min(across, 1 - across, 0.6 * (1 - down), 0.5 * down + 0.1) / 0.12
+        place_x, place_y = 12 + across * (width - 24), 12 + down * (height - 24)
+        large = bright > 0.9
+        level = min(reach, 1) * (1.0 if large else 0.30 + 0.5 * bright)
+        r2 = (x - place_x) ** 2 + (y - place_y) ** 2
+        light = np.maximum(light, level * np.exp(-r2 / (2 * (1.6 if large else 1.15) ** 2)))
+        if large:
+            for along, over in ((x - place_x, y - place_y), (y - place_y, x - place_x)):
+                light = np.maximum(light, 0.7 * level * np.exp(-np.abs(along) / 3.2 - over ** 2 / 2.4))
+    border = np.minimum(np.minimum(x, width - 1 - x), np.minimum(y, height - 1 - y))
+    return (light * (border > 4))[..., None] * np.append(rgb("#E6EAFF"), 1.0)
+
+
+def before_sky(image):
+    """The picture with the evening sky behind it."""
+    near = np.asarray(image).astype(float) / 255
+    near[..., :3] *= near[..., 3:]
+    sky = evening_sky(image.width, image.height)
+    pixels = near + sky * (1 - near[..., 3:])
+    colours = pixels[..., :3] / np.maximum(pixels[..., 3:], 1e-6)
+    shade = np.asarray(image)[..., :3] / 255
+    return paint.to_image(np.dstack([np.where(pixels[..., 3:] > 0, colours, shade), pixels[..., 3]]))
+
+
 def game_logo():
     canvas = paint.Canvas(1024, 512)
     c = canvas.context
@@ -225,7 +261,7 @@ def game_logo():
                 c.new_path()
                 c.arc(x + 46 + 13 * k, 429, radius, 0, 2 * math.pi)
                 c.fill()
-    return finished(canvas, 14, 1.5, GAME_SOFTNESS)
+    return before_sky(finished(canvas, 14, 1.5, GAME_SOFTNESS))
 
 
 def course(c, y, count, side, first, second):

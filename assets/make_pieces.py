@@ -37,6 +37,9 @@ PALETTES = {
 # Which inlay colour the bright rim leans to, and how far. The menu multiplies the box under the pointer by pure red, so
 # the rims of the blue and the green stones are warm: they keep the box visible then.
 RIM_TINTS = {"bar": ("light", 0.42), "S": ("light", 0.62), "square": ("light", 0.65), "T": ("light", 0.55)}
+# Only the menu's box shows the tiles that neither motif meets: there these stones get a large bright star in a bright frame, for the
+# same reason.
+WARM_STARS = ("bar", "S", "square")
 JOINT_OF_IVORY, RIM_OF_IVORY = rgb("#D3BE96"), rgb("#FFFDF5")
 
 
@@ -73,9 +76,10 @@ def inlays(kind, palette):
             if (column, row) not in shown | opposite:
                 colours.context.rectangle(column + 0.27, row + 0.27, 0.46, 0.46)
                 colours.context.set_line_width(0.05)
-                colours.context.set_source_rgba(*palette["cut"], 0.5)
+                colours.context.set_source_rgba(*(palette["light"] if kind in WARM_STARS else palette["cut"]), 0.5)
                 colours.context.stroke()
-                inlay.fill(star(column + 0.5, row + 0.5, 0.17, 4, 0.5), "mid", 0.02)
+                size, metal = (0.24, "light") if kind in WARM_STARS else (0.17, "mid")
+                inlay.fill(star(column + 0.5, row + 0.5, size, 4, 0.5), metal, 0.02)
     for turned in (False, True):
         for canvas in (colours, marks):
             c = canvas.context
