@@ -88,15 +88,14 @@ TEST_F(KsmTest, DrawsItsListHereAndElsewhere) {
         model.Draw();
     });
     ASSERT_EQ(drawn.size(), 12U);
-    EXPECT_NEAR(drawn[1].x, 80, 0.01);
     EXPECT_NEAR(drawn[1].s, 1, 1e-5);
-    EXPECT_NEAR(drawn[2].y, 120, 0.01);
     EXPECT_NEAR(drawn[2].t, 0, 1e-5);
-    EXPECT_NEAR(drawn[4].x, 180, 0.01);
-    EXPECT_NEAR(drawn[4].y, 90, 0.01);
     EXPECT_NE(drawn[4].z, drawn[1].z);
-    EXPECT_NEAR(drawn[7].x, 77, 0.01);
-    EXPECT_NEAR(drawn[10].x, 80, 0.01) << "the moves are undone";
+    for (const auto& [vertex, x, y] :
+         {std::tuple{1, 80, 40}, {2, 20, 120}, {4, 180, 90}, {7, 77, 45}, {10, 80, 40}}) {
+        EXPECT_NEAR(drawn[static_cast<std::size_t>(vertex)].x, x, 0.01) << vertex;
+        EXPECT_NEAR(drawn[static_cast<std::size_t>(vertex)].y, y, 0.01) << vertex;
+    }
     EXPECT_EQ(ReadLog(), "");
 }
 

@@ -28,6 +28,15 @@ protected:
 
     template<char Letter> static void Note() { happened += Letter; }
 
+    static void Tap(SDLKey key) {
+        PushKey(SDL_KEYDOWN, key);
+        PushKey(SDL_KEYUP, key);
+    }
+    static void TapButton(Uint8 button) {
+        PushButton(SDL_MOUSEBUTTONDOWN, button);
+        PushButton(SDL_MOUSEBUTTONUP, button);
+    }
+
     // The nodes are the test's own to fill: the actions of the table go elsewhere.
     static void SetActions(int code, KeyAction down, KeyAction up) {
         auto* binding = const_cast<KeyBinding*>(input.Find(code));
@@ -40,13 +49,10 @@ protected:
 TEST_F(EventPump, DispatchesKeysAndButtonsInOrder) {
     PushKey(SDL_KEYDOWN, SDLK_a);
     PushKey(SDL_KEYDOWN, SDLK_b); // not bound
-    PushKey(SDL_KEYDOWN, SDLK_LEFT);
-    PushKey(SDL_KEYUP, SDLK_LEFT);
+    Tap(SDLK_LEFT);
     PushKey(SDL_KEYUP, SDLK_a);
-    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT);
-    PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
-    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_WHEELUP);
-    PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_WHEELUP);
+    TapButton(SDL_BUTTON_LEFT);
+    TapButton(SDL_BUTTON_WHEELUP);
     PushEvent(SDL_USEREVENT);
     input.ProcessEvents();
     EXPECT_EQ(happened, "alAbBw");
@@ -57,19 +63,16 @@ TEST_F(EventPump, DispatchesKeysAndButtonsInOrder) {
 TEST_F(EventPump, HooksAreCalledBeforeReleasesAndOnClosing) {
     input.onRelease = Note<'R'>;
     input.onQuit = Note<'Q'>;
-    PushKey(SDL_KEYDOWN, SDLK_a);
-    PushKey(SDL_KEYUP, SDLK_a);
+    Tap(SDLK_a);
     PushKey(SDL_KEYUP, SDLK_b);
-    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT);
-    PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
+    TapButton(SDL_BUTTON_LEFT);
     PushEvent(SDL_QUIT);
     input.ProcessEvents();
     EXPECT_EQ(happened, "aRARbRBQ");
     // A new scene starts without hooks and bindings.
     input.Start();
     happened.clear();
-    PushKey(SDL_KEYDOWN, SDLK_a);
-    PushKey(SDL_KEYUP, SDLK_a);
+    Tap(SDLK_a);
     PushEvent(SDL_QUIT);
     input.ProcessEvents();
     EXPECT_EQ(happened, "");

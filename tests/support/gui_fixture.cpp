@@ -16,34 +16,29 @@ void Hear() {
     gui.ProcessEvents(frameClock.frameDelta);
 }
 
-std::string Number(float value) {
-    return std::to_string(value);
+std::string Key(const char* name, float value) {
+    return std::string(name) + " = " + std::to_string(value) + "\n";
 }
 
 std::string ColourKeys(Rgba colour) {
-    const auto channel = [](std::uint8_t value) { return Number(static_cast<float>(value) / 255.0F); };
-    return "r = " + channel(colour.red) + "\ng = " + channel(colour.green) + "\nb = " + channel(colour.blue) +
-           "\na = 1\n";
+    const auto share = [](std::uint8_t value) { return static_cast<float>(value) / 255.0F; };
+    return Key("r", share(colour.red)) + Key("g", share(colour.green)) + Key("b", share(colour.blue)) +
+           Key("a", 1);
 }
 
 std::string Style(int number) {
     static constexpr const char* States[] = {"normal", "hover", "clicked", "disabled"};
-    const bool holds = number == 8 || number == 13;
-    std::string text = "<New style>\n";
-    text += "leftx = " + Number(holds ? PlainSkin::LeftX : 0) +
-            "\nlefty = " + Number(holds ? PlainSkin::LeftY : 0);
-    text += "\nrightx = " + Number(holds ? PlainSkin::RightX : 0) +
-            "\nrighty = " + Number(holds ? PlainSkin::RightY : 0);
-    text += "\ntextx = " + Number(PlainSkin::TextX) + "\ntexty = " + Number(PlainSkin::TextY);
-    text += "\ntextr = 1\ntextg = 1\ntextb = 1\ntexta = 1\n";
+    const float margin = number == 8 || number == 13 ? 1.0F : 0.0F;
+    std::string text = "<New style>\ntextr = 1\ntextg = 1\ntextb = 1\ntexta = 1\n" +
+                       Key("leftx", margin * PlainSkin::LeftX) + Key("lefty", margin * PlainSkin::LeftY) +
+                       Key("rightx", margin * PlainSkin::RightX) + Key("righty", margin * PlainSkin::RightY) +
+                       Key("textx", PlainSkin::TextX) + Key("texty", PlainSkin::TextY);
     for (int state = 0; state < 4; ++state) {
         text += std::string("<mode>\nstate = \"") + States[state] + "\"\n";
         // The caption bar lies over the body; here it leaves it free.
-        if (number != 9)
-            text +=
-                PlainSkin::Rectangle(0, ColourKeys(PlainSkin::Colour(number, static_cast<GuiState>(state))));
-        else
-            text += "<new shot>\nmode = 0\npolynum = 0\n</new shot>\n";
+        text += number == 9 ? "<new shot>\nmode = 0\npolynum = 0\n</new shot>\n"
+                            : PlainSkin::Rectangle(
+                                  0, ColourKeys(PlainSkin::Colour(number, static_cast<GuiState>(state))));
         text += "</mode>\n";
     }
     return text + "</New style>\n";
@@ -57,8 +52,8 @@ Rgba PlainSkin::Colour(int style, GuiState state) {
 }
 
 std::string PlainSkin::Vertex(int anchor, float x, float y, const std::string& colour) {
-    return "<vert>\nfixed = " + std::to_string(anchor) + "\nx = " + Number(x) + "\ny = " + Number(y) + "\n" +
-           colour + "</vert>\n";
+    return "<vert>\nfixed = " + std::to_string(anchor) + "\n" + Key("x", x) + Key("y", y) + colour +
+           "</vert>\n";
 }
 
 std::string PlainSkin::Rectangle(int mode, const std::string& colour) {
@@ -72,15 +67,14 @@ std::string PlainSkin::Rectangle(int mode, const std::string& colour) {
 std::string PlainSkin::Text() {
     std::string text =
         "<cursor>\nimage = \"cursor.png\"\nsize = 0.02\n</cursor>\n<skin>\n<general>\n"
-        "win_min_width = 0.2\nwin_min_height = 0.1\nwin_max_width = 1.1\nwin_max_height = 1.1\n";
-    text += "scroll_width = " + Number(ScrollSize) + "\nscroll_height = " + Number(ScrollSize) + "\n";
-    text += "image = \"cursor.png\"\n<border>\nbox_num = 1\n<box>\nfixed1 = 0\nfixed2 = "
-            "2\n</box>\n</border>\n"
-            "<close button>\ncaption = \"\"\nwidth = 0.03\nheight = 0.03\nstid = 10\nleft = 0.01\ntop = "
-            "0.01\npos_id = 1\n"
-            "</close button>\n<resize button>\ncaption = \"\"\nwidth = 0.02\nheight = 0.02\nstid = "
-            "15\npos_id = 2\n"
-            "</resize button>\n</general>\n<focus style>\n</focus style>\n";
+        "win_min_width = 0.2\nwin_min_height = 0.1\nwin_max_width = 1.1\nwin_max_height = 1.1\n" +
+        Key("scroll_width", ScrollSize) + Key("scroll_height", ScrollSize) +
+        "image = \"cursor.png\"\n"
+        "<border>\nbox_num = 1\n<box>\nfixed1 = 0\nfixed2 = 2\n</box>\n</border>\n"
+        "<close button>\ncaption = \"\"\nwidth = 0.03\nheight = 0.03\nstid = 10\nleft = 0.01\n"
+        "top = 0.01\npos_id = 1\n</close button>\n"
+        "<resize button>\ncaption = \"\"\nwidth = 0.02\nheight = 0.02\nstid = 15\npos_id = 2\n"
+        "</resize button>\n</general>\n<focus style>\n</focus style>\n";
     for (int number = 1; number <= 15; ++number)
         text += Style(number);
     return text + "</skin>\n";
