@@ -38,13 +38,16 @@ constexpr auto Sheet9 = MakeCells<3, 3>(Thirds, Thirds);
 constexpr auto Sheet12 = MakeCells<4, 3>(Quarters, FineThirds);
 constexpr auto Sheet16 = MakeCells<4, 4>(Quarters, Quarters);
 
+// What a picture that is missing, or not even named, is replaced by.
+constexpr char BlankPicture[] = "default/blank.png";
+
 void LoadPicture(TextureEntry& entry) {
     entry.textureId = 0;
     entry.generation = video.ContextGeneration();
     // Without a window effects are simulated and not seen.
-    if (!video.ContextHolds(entry.generation) || entry.filename.empty()) return;
-    entry.textureId =
-        static_cast<GLuint>(QEV_Textures::LoadGLTextures(IL_TYPE_UNKNOWN, entry.filename.c_str()));
+    if (!video.ContextHolds(entry.generation)) return;
+    const char* path = entry.filename.empty() ? BlankPicture : entry.filename.c_str();
+    entry.textureId = static_cast<GLuint>(QEV_Textures::LoadGLTextures(IL_TYPE_UNKNOWN, path));
 }
 
 void FreePicture(TextureEntry& entry) {
@@ -87,7 +90,7 @@ TextureEntry* AniTextures::AddTexture(ConfigFile* file) {
     TextureEntry& entry = *entries.emplace_back(std::make_unique<TextureEntry>());
     entry.filename = filename;
     LoadPicture(entry);
-    if (!ConfigFile(filename.c_str()).IsOpen()) entry.filename = "default/blank.png";
+    if (!ConfigFile(filename.c_str()).IsOpen()) entry.filename = BlankPicture;
     entry.cells = CellsOfSheet(INI_ReadInt("framenum", file));
     entry.framenum = static_cast<int>(entry.cells.size());
     INI_SkipBlock("texture", file);

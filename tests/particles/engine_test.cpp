@@ -125,8 +125,9 @@ TEST_F(Engine, LogsWhatIsMissing) {
               "<TEmittor>\n<texture>\nfilename = \"gone.png\"\n</texture>\nlife = 9\n</TEmittor>\n");
     WriteFile("lots.txt", EmitterText("particleNum=1000000000"));
     WriteFile("less.txt", EmitterText("particleNum=-1"));
-    WriteFile("effect.txt",
-              EffectText({"gone.txt", "empty.txt", "noTexture.txt", "noFrames.txt", "lots.txt", "less.txt"}));
+    WriteFile("noName.txt", EmitterText("", ""));
+    WriteFile("effect.txt", EffectText({"gone.txt", "empty.txt", "noTexture.txt", "noFrames.txt", "lots.txt",
+                                        "less.txt", "noName.txt"}));
     WriteFile("list.txt", ListText({"empty.txt", "effect.txt"}));
     ASSERT_TRUE(engine.Load("list.txt"));
     const char* lines[] = {"QEV_PEngine::Load(none.txt) - [ERROR] Couldn't open main file - none.txt \n",
@@ -141,7 +142,7 @@ TEST_F(Engine, LogsWhatIsMissing) {
     for (const char* line : lines)
         EXPECT_EQ(CountInLog(line), 1) << line;
     const auto& emitters = engine.Effect(1).emitters;
-    ASSERT_EQ(emitters.size(), 6U);
+    ASSERT_EQ(emitters.size(), 7U);
     EXPECT_TRUE(emitters[0]->gravborder);
     EXPECT_EQ(emitters[0]->form, 1);
     EXPECT_EQ(emitters[2]->texture, nullptr);
@@ -150,6 +151,7 @@ TEST_F(Engine, LogsWhatIsMissing) {
     EXPECT_NE(emitters[3]->texture->textureId, 0U);
     EXPECT_EQ(emitters[3]->life, 9);
     EXPECT_EQ(emitters[4]->particleNum, 0);
+    EXPECT_NE(emitters[6]->texture->textureId, 0U) << "blank, as after a mode change";
 
     EXPECT_EQ(Start(2), nullptr);
     EXPECT_EQ(CountInLog("QEV_PEngine::ActiveEffect(2) - [WARNING] - Particle effect not found !\n"), 1);
