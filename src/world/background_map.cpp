@@ -5,7 +5,7 @@
 #include "core/game_mode.h"
 #include "core/log.h"
 
-#include <SDL_opengl.h>
+#include <GL/gl.h>
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include "core/log.h"
 #include "world/world_grid.h"
 
-#include <SDL_opengl.h>
+#include <GL/gl.h>
 
 constinit Camera camera;
 

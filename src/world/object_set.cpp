@@ -6,7 +6,7 @@
 #include "core/log.h"
 #include "world/world_grid.h"
 
-#include <SDL_opengl.h>
+#include <GL/gl.h>
 
 constinit std::unique_ptr<Objects> objects;
 

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr float ImpulseShare = 0.05F; // of the impulse that moves an object in one step
 constexpr float SpentImpulse = 0.01F; // below it on both axes a push is over
 
 Vector2 TurnedBy(const Vector2& local, float degrees) {
@@ -19,7 +18,7 @@ Vector2 TurnedBy(const Vector2& local, float degrees) {
 
 // Gives way on one axis: free motion uses up what it moves, a blocked one comes back.
 void GiveWayOn(float& position, float& impulse, float time, bool blocked) {
-    const float moved = time * ImpulseShare * impulse;
+    const float moved = time * WorldObject::ImpulseShare * impulse;
     position += moved;
     impulse = blocked ? moved - impulse : impulse - moved;
 }

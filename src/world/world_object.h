@@ -23,16 +23,19 @@ struct WorldObject {
     static constexpr std::uint8_t NoPendingSector = 255;
     static constexpr std::uint16_t NoModel = 0xFFFF;
     static constexpr std::size_t MaxContacts = 5;
+    static constexpr float ImpulseShare = 0.05F; // of the impulse that moves it in a whole step
 
     // Moves by one step of `time` (1 for a whole step): turns, moves by the velocity, and gives way to pushes
-    // at 0.05 of the impulse. A blocked axis reverses or ends the motion along it as the status says.
+    // by a share of the impulse. A blocked axis reverses or ends the motion along it as the status says.
     void Step(float time, bool blockedX, bool blockedY);
 
     // Adds to the impulse.
     void Push(float pushX, float pushY);
 
-    // Displacement of the next millisecond: velocity and a twentieth of the impulse.
-    Vector2 Motion() const { return {velocity.x + 0.05F * impulse.x, velocity.y + 0.05F * impulse.y}; }
+    // Displacement of the next millisecond, by velocity and push.
+    Vector2 Motion() const {
+        return {velocity.x + ImpulseShare * impulse.x, velocity.y + ImpulseShare * impulse.y};
+    }
 
     // An object without velocity does not count as moving.
     void StopIfResting();
