@@ -44,9 +44,9 @@ std::string HighQualityName(const std::string& name) {
 Mix_Chunk* LoadChunk(const char* name) {
     constexpr std::uint64_t MostBytes = std::uint64_t{256} << 20U;
     const platform::FileBytes bytes(name);
-    if (!bytes.IsOpen() || CheckSound(bytes.Bytes(), MostBytes) != SoundFile::Sane) return nullptr;
-    SDL_RWops* file = SDL_RWFromFile(name, "rb");
-    return file ? Mix_LoadWAV_RW(file, 1) : nullptr;
+    const auto content = bytes.Bytes();
+    if (!bytes.IsOpen() || CheckSound(content, MostBytes) != SoundFile::Sane) return nullptr;
+    return Mix_LoadWAV_RW(SDL_RWFromConstMem(content.data(), static_cast<int>(content.size())), 1);
 }
 
 } // namespace

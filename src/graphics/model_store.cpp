@@ -4,7 +4,6 @@
 namespace {
 
 constexpr char BlankModel[] = "default/blank.md2";
-constexpr char BlankSkin[] = "default/blank.png";
 
 // Models and instances are counted with 16 bits, and the highest index means none.
 constexpr std::size_t MaxEntries = QEV_MD2loader::None;
@@ -48,7 +47,7 @@ std::uint16_t QEV_MD2loader::FindOrAddMD2(const char* path, const char* skin) {
     if (index != None) return index;
     if (!AddMD2(path, skin)) return None;
     index = FindMD2(path, skin);
-    if (index == None) index = FindMD2(BlankModel, BlankSkin);
+    if (index == None) index = FindMD2(BlankModel, QEV_Textures::BlankPicture);
     return index != None ? index : std::uint16_t{0};
 }
 

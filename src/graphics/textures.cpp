@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr char BlankPicture[] = "default/blank.png";
-
 // Every texture of the system repeats and is filtered linearly; its smaller levels exist, but are not used.
 GLuint Upload(const Picture& picture) {
     GLuint id = 0;
@@ -45,7 +43,7 @@ GLuint LoadOrBlank(ILenum type, const char* path, bool& blank) {
     if (!blank) return Upload(picture);
     LogFailure(path, error);
     LogWrite("QEV_Textures::LoadGLTextures - loading blank texture\n");
-    return static_cast<GLuint>(QEV_Textures::LoadBlank(type, BlankPicture));
+    return static_cast<GLuint>(QEV_Textures::LoadBlank(type, QEV_Textures::BlankPicture));
 }
 
 } // namespace

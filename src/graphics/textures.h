@@ -12,6 +12,8 @@ class QEV_Textures {
 public:
     // Entries that a set holds at most; their count has eight bits.
     static constexpr int MaxEntries = 255;
+    // Stands in for what cannot be loaded.
+    static constexpr char BlankPicture[] = "default/blank.png";
 
     constexpr QEV_Textures() = default;
     QEV_Textures(QEV_Textures&&) noexcept = default;
@@ -41,7 +43,7 @@ public:
     // normally IL_TYPE_UNKNOWN: the type follows the file. A picture that cannot be loaded gives the blank
     // one and two log lines. -1 for an empty path.
     static int LoadGLTextures(GLenum type, const char* path);
-    // The same for the blank picture itself, "default/blank.png": if it cannot be loaded, the program ends
+    // The same for the blank picture itself: if it cannot be loaded, the program ends
     // with status 1.
     static int LoadBlank(GLenum type, const char* path);
 

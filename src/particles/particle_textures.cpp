@@ -38,15 +38,12 @@ constexpr auto Sheet9 = MakeCells<3, 3>(Thirds, Thirds);
 constexpr auto Sheet12 = MakeCells<4, 3>(Quarters, FineThirds);
 constexpr auto Sheet16 = MakeCells<4, 4>(Quarters, Quarters);
 
-// What a picture that is missing, or not even named, is replaced by.
-constexpr char BlankPicture[] = "default/blank.png";
-
 void LoadPicture(TextureEntry& entry) {
     entry.textureId = 0;
     entry.generation = video.ContextGeneration();
     // Without a window effects are simulated and not seen.
     if (!video.ContextHolds(entry.generation)) return;
-    const char* path = entry.filename.empty() ? BlankPicture : entry.filename.c_str();
+    const char* path = entry.filename.empty() ? QEV_Textures::BlankPicture : entry.filename.c_str();
     entry.textureId = static_cast<GLuint>(QEV_Textures::LoadGLTextures(IL_TYPE_UNKNOWN, path));
 }
 
@@ -90,7 +87,7 @@ TextureEntry* AniTextures::AddTexture(ConfigFile* file) {
     TextureEntry& entry = *entries.emplace_back(std::make_unique<TextureEntry>());
     entry.filename = filename;
     LoadPicture(entry);
-    if (!ConfigFile(filename.c_str()).IsOpen()) entry.filename = BlankPicture;
+    if (!ConfigFile(filename.c_str()).IsOpen()) entry.filename = QEV_Textures::BlankPicture;
     entry.cells = CellsOfSheet(INI_ReadInt("framenum", file));
     entry.framenum = static_cast<int>(entry.cells.size());
     INI_SkipBlock("texture", file);
