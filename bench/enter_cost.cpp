@@ -4,8 +4,8 @@
 // the processor time of all threads, because other programs' work would drown the difference.
 //
 // usage: enter_cost menu|game     prints nanoseconds
-#include "core/engine.h"
-#include "core/log.h"
+#include "app/engine.h"
+#include "base/log.h"
 #include "frontend/menu_scene.h"
 #include "game/game_scene.h"
 

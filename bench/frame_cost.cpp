@@ -5,7 +5,7 @@
 //
 // usage: frame_cost menu|game     prints CPU nanoseconds a picture, ours and played back, of the fastest
 // blocks
-#include "core/engine.h"
+#include "app/engine.h"
 
 #include <GL/gl.h>
 #include <SDL.h>

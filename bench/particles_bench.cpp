@@ -1,7 +1,7 @@
 // Particles: time per update of all live particles, beside hand-written loops over plain arrays that do the
 // same arithmetic in separate passes; what a cleared row costs late in a game beside early in it; and what it
 // costs to hand a particle to OpenGL in each of the five styles.
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "particles/drawing.h"
 #include "particles/emitter.h"
 #include "particles/engine.h"

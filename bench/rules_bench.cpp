@@ -1,7 +1,7 @@
 // The rules' update beside a plain array model of the same rules: the same pieces, keys and frame times.
 #include "../tests/support/plain_game.h"
-#include "core/frame_clock.h"
-#include "game/kolvex.h"
+#include "base/frame_clock.h"
+#include "play/kolvex.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,8 +2,8 @@
 // the same.
 #include "config/config_file.h"
 #include "config/config_writer.h"
-#include "game/high_scores.h"
 #include "own_folder.h"
+#include "rules/high_scores.h"
 
 #include <cstdint>
 #include <cstdio>

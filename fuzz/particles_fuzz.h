@@ -2,7 +2,7 @@
 // loaded.
 #pragma once
 
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "particles/engine.h"
 
 #include <algorithm>

@@ -4,9 +4,9 @@
 // them.
 #include "window_picture.h"
 
-#include "core/engine.h"
-#include "core/frame_clock.h"
-#include "core/log.h"
+#include "app/engine.h"
+#include "base/frame_clock.h"
+#include "base/log.h"
 #include "frontend/menu_scene.h"
 #include "game/game_scene.h"
 #include "gui/manager.h"

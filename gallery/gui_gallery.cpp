@@ -4,8 +4,8 @@
 #include "window_picture.h"
 
 #include "audio/audio.h"
-#include "core/frame_clock.h"
-#include "core/log.h"
+#include "base/frame_clock.h"
+#include "base/log.h"
 #include "graphics/font.h"
 #include "graphics/video.h"
 #include "gui/check_box.h"

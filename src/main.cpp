@@ -1,5 +1,5 @@
 // The game: starts with the intro.
-#include "core/engine.h"
+#include "app/engine.h"
 
 #include <SDL.h> // its entry library renames main where a system needs another entry
 

@@ -1,5 +1,5 @@
 // The world stage: the same engine, started in the world scene.
-#include "core/engine.h"
+#include "app/engine.h"
 
 #include <SDL.h> // its entry library renames main where a system needs another entry
 

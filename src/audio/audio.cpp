@@ -2,9 +2,9 @@
 #include "audio/audio.h"
 
 #include "audio/sound_check.h"
+#include "base/log.h"
 #include "config/config_reader.h"
 #include "config/config_writer.h"
-#include "core/log.h"
 #include "platform/file_bytes.h"
 #include "platform/file_stream.h"
 

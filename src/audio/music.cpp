@@ -2,7 +2,7 @@
 #include "audio/music.h"
 
 #include "audio/sound_check.h"
-#include "core/log.h"
+#include "base/log.h"
 #include "platform/file_bytes.h"
 
 #include <limits>

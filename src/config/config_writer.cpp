@@ -1,8 +1,8 @@
 // The block writer; see config_writer.h.
 #include "config/config_writer.h"
 
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 #include "platform/platform.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "frontend/block_menu.h"
 
 #include "audio/audio.h"
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "particles/engine.h"

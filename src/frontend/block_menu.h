@@ -3,7 +3,7 @@
 // boxes.
 #pragma once
 
-#include "core/timer.h"
+#include "base/timer.h"
 #include "frontend/radial_glow.h"
 
 #include <array>

@@ -2,7 +2,7 @@
 // Rests on the font and on the table of scores.
 #pragma once
 
-#include "game/high_scores.h"
+#include "rules/high_scores.h"
 
 #include <string>
 #include <vector>

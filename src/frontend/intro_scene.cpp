@@ -2,11 +2,11 @@
 #include "frontend/intro_scene.h"
 
 #include "audio/audio.h"
-#include "core/frame_clock.h"
-#include "core/game_mode.h"
-#include "core/log.h"
+#include "base/frame_clock.h"
+#include "base/log.h"
 #include "input/input.h"
 #include "platform/platform.h"
+#include "scene/game_mode.h"
 #include "world/camera.h"
 
 #include <GL/gl.h>

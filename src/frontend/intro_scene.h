@@ -2,9 +2,9 @@
 // Rests on textures, one sound, the camera and the key bindings.
 #pragma once
 
-#include "core/scene.h"
-#include "core/timer.h"
+#include "base/timer.h"
 #include "graphics/textures.h"
+#include "scene/scene.h"
 
 struct AudioSample;
 

@@ -2,11 +2,11 @@
 // Rests on the map, the particle engine, the GUI and everything that the options set.
 #pragma once
 
-#include "core/scene.h"
-#include "core/timer.h"
+#include "base/timer.h"
 #include "frontend/block_menu.h"
 #include "frontend/credits_pages.h"
 #include "graphics/textures.h"
+#include "scene/scene.h"
 
 #include <array>
 

@@ -2,11 +2,11 @@
 #include "frontend/menu_windows.h"
 
 #include "audio/audio.h"
-#include "core/game_mode.h"
 #include "frontend/menu_scene.h"
-#include "game/kolvex.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 
 #include <algorithm>
 #include <cstdio>

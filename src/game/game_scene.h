@@ -3,8 +3,8 @@
 // with the windows of game_windows.h, and the frame loop of all scenes.
 #pragma once
 
-#include "core/scene.h"
-#include "core/timer.h"
+#include "base/timer.h"
+#include "scene/scene.h"
 
 #include <array>
 #include <cstdint>

@@ -3,11 +3,11 @@
 
 #include "audio/audio.h"
 #include "config/config_writer.h"
-#include "core/game_mode.h"
 #include "game/game_scene.h"
-#include "game/kolvex.h"
 #include "graphics/font.h"
 #include "input/input.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 
 #include <GL/gl.h>
 

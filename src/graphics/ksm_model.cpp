@@ -1,7 +1,7 @@
 // KSM models; see ksm_model.h.
 #include "graphics/ksm_model.h"
 
-#include "core/log.h"
+#include "base/log.h"
 #include "graphics/vector_math.h"
 #include "platform/byte_cursor.h"
 #include "platform/file_bytes.h"

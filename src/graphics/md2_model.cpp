@@ -1,7 +1,7 @@
 // MD2 models; see md2_model.h.
 #include "graphics/md2_model.h"
 
-#include "core/log.h"
+#include "base/log.h"
 #include "platform/byte_cursor.h"
 #include "platform/file_bytes.h"
 

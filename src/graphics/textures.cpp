@@ -1,7 +1,7 @@
 // Texture sets; see textures.h.
 #include "graphics/textures.h"
 
-#include "core/log.h"
+#include "base/log.h"
 #include "graphics/picture.h"
 #include "graphics/video.h"
 

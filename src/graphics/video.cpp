@@ -1,9 +1,9 @@
 // The screen; see video.h.
 #include "graphics/video.h"
 
+#include "base/log.h"
 #include "config/config_reader.h"
 #include "config/config_writer.h"
-#include "core/log.h"
 
 #include <GL/gl.h>
 #include <GL/glu.h>

@@ -1,8 +1,8 @@
 // Edit boxes; see edit_box.h.
 #include "gui/edit_box.h"
 
-#include "core/frame_clock.h"
-#include "core/log.h"
+#include "base/frame_clock.h"
+#include "base/log.h"
 #include "graphics/font.h"
 #include "gui/geometry.h"
 #include "gui/manager.h"

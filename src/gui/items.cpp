@@ -1,7 +1,7 @@
 // Drop-down lists; see items.h.
 #include "gui/items.h"
 
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "graphics/font.h"
 #include "gui/geometry.h"
 #include "gui/manager.h"

@@ -2,8 +2,8 @@
 #include "gui/manager.h"
 
 #include "audio/audio.h"
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 #include "graphics/video.h"
 
 #include <GL/gl.h>

@@ -1,8 +1,8 @@
 // Memos; see memo.h.
 #include "gui/memo.h"
 
-#include "core/frame_clock.h"
-#include "core/log.h"
+#include "base/frame_clock.h"
+#include "base/log.h"
 #include "graphics/font.h"
 #include "gui/geometry.h"
 #include "gui/manager.h"

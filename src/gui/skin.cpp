@@ -1,7 +1,7 @@
 // The skin's table and defaults; see skin.h.
 #include "gui/skin.h"
 
-#include "core/log.h"
+#include "base/log.h"
 
 #include <cstring>
 

@@ -2,8 +2,8 @@
 // there, but for missing vertices, which have a default and are filled up to a sensible number.
 #include "gui/skin.h"
 
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // The event pump; see input.h.
 #include "input/input.h"
 
-#include "core/log.h"
+#include "base/log.h"
 #include "graphics/video.h"
 
 #include <SDL.h>

@@ -1,8 +1,8 @@
 // The tree of bindings and its reader; see key_bindings.h.
 #include "input/key_bindings.h"
 
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 
 #include <string>
 

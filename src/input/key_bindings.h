@@ -17,7 +17,7 @@ struct KeyFunction {
 };
 
 // The action of that exact name, null when there is none. The table knows the rules and the mode requests and
-// lies above this file, in key_actions.cpp.
+// lies above this file, in play/key_actions.cpp.
 const KeyFunction* FindKeyFunction(std::string_view name);
 
 struct KeyBinding {

@@ -1,8 +1,8 @@
 // Effect and emitter files; see effect_files.h.
 #include "particles/effect_files.h"
 
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 #include "particles/engine.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Running emitters; see emitter.h.
 #include "particles/emitter.h"
 
-#include "core/log.h"
+#include "base/log.h"
 #include "particles/key_frames.h"
 #include "particles/motion.h"
 #include "particles/random_table.h"

@@ -1,9 +1,9 @@
 // The particle engine; see engine.h.
 #include "particles/engine.h"
 
+#include "base/frame_clock.h"
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/frame_clock.h"
-#include "core/log.h"
 #include "particles/drawing.h"
 #include "particles/random_table.h"
 

@@ -1,8 +1,8 @@
 // Particle pictures; see particle_textures.h.
 #include "particles/particle_textures.h"
 
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 #include "graphics/textures.h"
 #include "graphics/video.h"
 

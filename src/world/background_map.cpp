@@ -1,9 +1,9 @@
 // The ground of a map; see background_map.h.
 #include "world/background_map.h"
 
+#include "base/log.h"
 #include "config/config_file.h"
-#include "core/game_mode.h"
-#include "core/log.h"
+#include "scene/game_mode.h"
 
 #include <GL/gl.h>
 

@@ -1,8 +1,8 @@
 // The eye; see camera.h.
 #include "world/camera.h"
 
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 #include "world/world_grid.h"
 
 #include <GL/gl.h>

@@ -2,8 +2,8 @@
 #include "world/entities.h"
 
 #include "audio/audio.h"
+#include "base/log.h"
 #include "config/config_reader.h"
-#include "core/log.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
 

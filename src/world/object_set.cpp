@@ -1,9 +1,9 @@
 // The object set of a map; see object_set.h.
 #include "world/object_set.h"
 
+#include "base/log.h"
 #include "config/config_file.h"
-#include "core/game_mode.h"
-#include "core/log.h"
+#include "scene/game_mode.h"
 #include "world/world_grid.h"
 
 #include <GL/gl.h>

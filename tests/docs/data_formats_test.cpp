@@ -1,9 +1,8 @@
 // The page about the data files: every example it shows is taken from the page itself, loaded by the game's
 // own loaders, and means what the page says.
 #include "audio/audio.h"
+#include "base/frame_clock.h"
 #include "config/config_reader.h"
-#include "core/frame_clock.h"
-#include "game/kolvex.h"
 #include "graphics/ksm_model.h"
 #include "graphics/md2_model.h"
 #include "graphics/video.h"
@@ -11,6 +10,7 @@
 #include "gui/window.h"
 #include "input/key_bindings.h"
 #include "particles/engine.h"
+#include "play/kolvex.h"
 #include "support/gl_fixture.h"
 #include "support/map_scene.h"
 #include "world/background_map.h"

@@ -1,5 +1,5 @@
 // The menu's boxes: gathering and locking, growing, picking in a real window, and the glow behind them.
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "frontend/block_menu.h"
 #include "graphics/model_store.h"
 #include "graphics/video.h"

@@ -2,12 +2,12 @@
 // real window with the game's own skin.
 #include "audio/audio.h"
 #include "config/config_reader.h"
-#include "core/game_mode.h"
 #include "frontend/menu_scene.h"
 #include "frontend/menu_windows.h"
-#include "game/kolvex.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 #include "support/scene_fixture.h"
 
 #include <GL/gl.h>

@@ -1,9 +1,9 @@
 // The menu run to its end with the game's own data: through a mode change, its fade, and a missing map.
-#include "core/game_mode.h"
 #include "frontend/menu_scene.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "input/input.h"
+#include "scene/game_mode.h"
 #include "support/scene_fixture.h"
 
 namespace {

@@ -1,12 +1,12 @@
 // The game's scene run to its end with the game's own data: the camera's swing, the keys that the fade
 // swallows, pausing, the way out, and what happens when its data are missing.
-#include "core/frame_clock.h"
-#include "core/game_mode.h"
+#include "base/frame_clock.h"
 #include "game/game_scene.h"
-#include "game/kolvex.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 #include "support/scene_fixture.h"
 #include "world/camera.h"
 

@@ -1,11 +1,11 @@
 // The game's dialogs: what a game's end asks, entering a name or not, the list of scores, and leaving; real
 // events on a real window with the game's own skin.
-#include "core/frame_clock.h"
-#include "core/game_mode.h"
+#include "base/frame_clock.h"
 #include "game/game_scene.h"
 #include "game/game_windows.h"
-#include "game/kolvex.h"
 #include "gui/manager.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 #include "support/scene_fixture.h"
 
 namespace {

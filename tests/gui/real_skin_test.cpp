@@ -7,8 +7,8 @@
 #include "gui/hwindow.h"
 #include "gui/items.h"
 #include "gui/text_entry.h"
+#include "stage/world_windows.h"
 #include "support/gui_fixture.h"
-#include "world/world_windows.h"
 
 #include <GL/gl.h>
 

@@ -1,8 +1,8 @@
 // Key names, binding lines with every complaint they can cause, the tree, and what bound keys do.
 #include "config/config_file.h"
-#include "core/game_mode.h"
-#include "game/kolvex.h"
 #include "input/input.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 #include "support/map_scene.h"
 #include "support/temporary_folder.h"
 

@@ -1,6 +1,6 @@
 // Effect lists, effects and emitters that are damaged in every way: whatever stands in them, the engine
 // loads, runs and draws what it can.
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "particles/effect_writing.h"
 #include "particles/engine.h"
 #include "support/gl_fixture.h"

@@ -2,7 +2,7 @@
 // allocates.
 #include "particles/engine.h"
 
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "particles/effect_writing.h"
 #include "particles/random_table.h"
 #include "support/allocations.h"

@@ -1,7 +1,7 @@
 // Tests with the GUI; see gui_fixture.h.
 #include "support/gui_fixture.h"
 
-#include "core/frame_clock.h"
+#include "base/frame_clock.h"
 #include "graphics/font.h"
 #include "graphics/video.h"
 

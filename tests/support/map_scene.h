@@ -1,8 +1,8 @@
 // A scene of which only the map operations are used.
 #pragma once
 
-#include "core/scene.h"
-#include "world/map_loading.h"
+#include "play/map_loading.h"
+#include "scene/scene.h"
 
 #include <string>
 #include <vector>

@@ -2,11 +2,11 @@
 #include "support/scene_fixture.h"
 
 #include "audio/audio.h"
-#include "core/game_mode.h"
-#include "game/kolvex.h"
 #include "graphics/font.h"
 #include "graphics/model_state.h"
 #include "gui/manager.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 
 #include <dlfcn.h>
 

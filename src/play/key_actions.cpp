@@ -1,0 +1,54 @@
+// What the configuration can bind to a key, and the scenes' reading of their bindings.
+// Rests on the rules and the mode requests, and so lies above the bindings that look names up here.
+#include "base/log.h"
+#include "config/config_file.h"
+#include "input/input.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
+#include "scene/scene.h"
+
+#include <array>
+
+namespace {
+
+// The rules' entry points act on the one rules object, whatever scene hears the key.
+constexpr std::array<KeyFunction, 17> KeyFunctions = {{
+    {"+moveforward", [] { kolvex.RotatePressed(); }},
+    {"-moveforward", nullptr},
+    {"+movebackward", [] { kolvex.SoftDropPressed(); }},
+    {"-movebackward", [] { kolvex.SoftDropReleased(); }},
+    {"+moveleft", [] { kolvex.LeftPressed(); }},
+    {"-moveleft", [] { kolvex.LeftReleased(); }},
+    {"+moveright", [] { kolvex.RightPressed(); }},
+    {"-moveright", [] { kolvex.RightReleased(); }},
+    {"+zoomin", nullptr},
+    {"+zoomout", nullptr},
+    {"+rotup", nullptr},
+    {"+rotdown", nullptr},
+    {"+rotate", nullptr},
+    {"+space", [] { kolvex.DropPressed(); }},
+    {"+effect1", nullptr},
+    {"+pause", Main::Pause},
+    {"-quit", Main::Quit},
+}};
+
+} // namespace
+
+const KeyFunction* FindKeyFunction(std::string_view name) {
+    for (const KeyFunction& function : KeyFunctions) {
+        if (name == function.name) return &function;
+    }
+    return nullptr;
+}
+
+void mainScene::ExecConfig(const char* path) {
+    constexpr std::size_t LongestName = 79;
+    LogWrite("mainScene::ExecConfig(%s)\n", path);
+    ConfigFile file(path);
+    if (!file.IsOpen()) {
+        LogWrite("mainScene::ExecConfig(%s) - Can't load file\n", path);
+        return;
+    }
+    configName = std::string(path).substr(0, LongestName);
+    input.ReadKeys(&file);
+}

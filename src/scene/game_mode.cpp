@@ -1,0 +1,82 @@
+// Mode and state; see game_mode.h.
+#include "scene/game_mode.h"
+
+#include "base/frame_clock.h"
+#include "base/log.h"
+#include "graphics/video.h"
+
+#include <SDL.h>
+
+#include <array>
+
+constinit Mode GameMode = Mode::Game;
+constinit State SceneState = State::Game;
+
+namespace {
+
+constexpr std::array ModeNames = {"MENU", "GAME", "SERVER", "DESTROY", "CLIENT", "PUZZLE", "INTRO"};
+constexpr std::array StateNames = {"NONE", "GAME", "PAUSE", "END", "CHANGE"};
+
+template<std::size_t N> const char* NameOf(const std::array<const char*, N>& names, std::uint32_t value) {
+    return value < N ? names[value] : "UNKNOWN";
+}
+
+void Go(Mode mode) {
+    GameMode = mode;
+    Main::RequestChange();
+}
+
+} // namespace
+
+namespace Main {
+
+void Quit() {
+    SceneState = State::End;
+    GameMode = Mode::Destroy;
+}
+
+void Pause() {
+    if (SceneState == State::Pause) {
+        Resume();
+        return;
+    }
+    SceneState = State::Pause;
+    SDL_WM_GrabInput(SDL_GRAB_OFF);
+}
+
+void Resume() {
+    SDL_WM_GrabInput(SDL_GRAB_ON);
+    frameClock.Update();
+    SDL_WarpMouse(static_cast<Uint16>(video.HalfWidth()), static_cast<Uint16>(video.HalfHeight()));
+    SceneState = State::Game;
+}
+
+void RequestChange() {
+    SceneState = State::Change;
+}
+void GoDestroy() {
+    Go(Mode::Destroy);
+}
+void GoPuzzle() {
+    Go(Mode::Puzzle);
+}
+void GoIntro() {
+    Go(Mode::Intro);
+}
+void GoMenu() {
+    Go(Mode::Menu);
+}
+
+const char* ModeName() {
+    return NameOf(ModeNames, static_cast<std::uint32_t>(GameMode));
+}
+const char* StateName() {
+    return NameOf(StateNames, static_cast<std::uint32_t>(SceneState));
+}
+
+void SDL_Quit() {
+    LogWrite("Main::SDL_Quit - \tAbort\n");
+    ::SDL_Quit();
+}
+
+} // namespace Main

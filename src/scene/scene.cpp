@@ -1,0 +1,81 @@
+// The frame loop of all scenes; see scene.h.
+#include "scene/scene.h"
+
+#include "base/log.h"
+#include "scene/game_mode.h"
+
+#include <GL/gl.h>
+#include <SDL.h>
+
+void mainScene::RunFrame(void (mainScene::*frame)()) {
+    if (SDL_WasInit(SDL_INIT_VIDEO) == 0) return;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glMatrixMode(GL_MODELVIEW);
+    (this->*frame)();
+    SDL_GL_SwapBuffers();
+}
+
+void mainScene::BlackFrame() {
+    if (SDL_WasInit(SDL_INIT_VIDEO) == 0) return;
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    SDL_GL_SwapBuffers();
+}
+
+void mainScene::RunLeavingFrames(const Timer& fade) {
+    do {
+        RunFrame(&mainScene::LeavingFrame);
+    } while (fade.IsRunning());
+    BlackFrame();
+}
+
+void mainScene::DrawVeil(float opacity, float distance) {
+    constexpr GLfloat HalfWidth = 3.0F;
+    constexpr GLfloat HalfHeight = 2.0F;
+    glLoadIdentity();
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(0.0F, 0.0F, 0.0F, opacity);
+    glBegin(GL_QUADS);
+    glVertex3f(-HalfWidth, -HalfHeight, -distance);
+    glVertex3f(HalfWidth, -HalfHeight, -distance);
+    glVertex3f(HalfWidth, HalfHeight, -distance);
+    glVertex3f(-HalfWidth, HalfHeight, -distance);
+    glEnd();
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+    glDisable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glEnable(GL_DEPTH_TEST);
+}
+
+void mainScene::RunWhile(State state, void (mainScene::*frame)()) {
+    while (SceneState == state)
+        RunFrame(frame);
+}
+
+void mainScene::GameProcess() {
+    RunWhile(State::Game, &mainScene::GameFrame);
+    for (;;) {
+        LogWrite("%s::GameProcess()[%s] State mode Change - [%s]\n", ProcessName(), Main::ModeName(),
+                 Main::StateName());
+        switch (SceneState) {
+        case State::Game:
+            LeavePause();
+            RunWhile(State::Game, &mainScene::GameFrame);
+            break;
+        case State::Pause:
+            EnterPause();
+            RunWhile(State::Pause, &mainScene::PauseFrame);
+            break;
+        case State::End:
+            EndScene();
+            return;
+        case State::Change:
+            ChangeScene();
+            return;
+        default:
+            return;
+        }
+    }
+}

@@ -1,0 +1,120 @@
+// The world scene run with the game's own map: objects, models, particles and camera in three layers, its
+// statistics, and its end.
+#include "base/frame_clock.h"
+#include "gui/manager.h"
+#include "particles/engine.h"
+#include "scene/game_mode.h"
+#include "scene/profiler.h"
+#include "stage/world_scene.h"
+#include "support/scene_fixture.h"
+#include "world/camera.h"
+#include "world/object_set.h"
+#include "world/world_grid.h"
+
+#include <GL/gl.h>
+
+namespace {
+
+using SteeredWorld = Steered<WorldScene>;
+constexpr float Speed = 0.03125F; // plane units a frame, a number that adds up exactly
+
+class World : public SceneTest {
+public:
+    using SceneTest::Record;
+
+protected:
+    void SetUp() override {
+        SceneTest::SetUp();
+        GameMode = Mode::Game;
+        world.frames = 0;
+    }
+
+    SteeredWorld world;
+};
+
+// The map has one sector; two more come to it, and an object of its own goes to each.
+void SpreadOverThreeLayers() {
+    globalp->sectorLists.resize(3);
+    for (std::uint32_t layer = 0; layer < 3; ++layer) {
+        if (layer > 0) {
+            globalp->sectorLists[layer].fill(SectorListEnd);
+            globalp->MoveToSector(layer, static_cast<std::int32_t>(layer));
+        }
+        WorldObject& object = globalp->objects[layer];
+        object.moving = true;
+        object.velocity = {Speed * static_cast<float>(layer + 1), 0.0F};
+    }
+}
+
+std::size_t VerticesOf(void (WorldScene::*draw)() const) {
+    glMatrixMode(GL_MODELVIEW);
+    camera.Apply();
+    return World::Record([draw] { (worldScene.*draw)(); }).size();
+}
+
+TEST_F(World, ObjectsAndModelsOfThreeLayersMoveAndTheCameraFollows) {
+    static std::array<float, 3> start;
+    static std::array<int, 3> modelFrames;
+    static std::size_t drawn;
+    world.steer = [](SteeredWorld& self) {
+        if (self.frames == 1) {
+            drawn = VerticesOf(&WorldScene::DrawObjects);
+            SpreadOverThreeLayers();
+            for (std::size_t i = 0; i < 3; ++i) {
+                start[i] = globalp->objects[i].x;
+                modelFrames[i] = 0;
+            }
+            EXPECT_EQ(VerticesOf(&WorldScene::DrawObjects), drawn) << "each layer's objects are drawn";
+        }
+        for (std::size_t i = 0; i < 3; ++i) {
+            const WorldObject& object = globalp->objects[i];
+            EXPECT_EQ(object.x - start[i],
+                      Speed * static_cast<float>(i + 1) * static_cast<float>(self.frames - 1));
+            EXPECT_EQ(object.sector, static_cast<std::int32_t>(i));
+            modelFrames[i] += objects->models.Instance(object.modelSlot).CurrentFrame() != 0 ? 1 : 0;
+        }
+        EXPECT_EQ(camera.x, 2.0F * globalp->objects[0].x);
+        frameClock.frameDelta = 1;
+        if (self.frames < 20 || modelFrames[2] == 0) return;
+        for (const int seen : modelFrames)
+            EXPECT_GT(seen, 0);
+        Main::Quit();
+    };
+    world.GameStart(0, 0);
+    EXPECT_GT(drawn, 0U);
+    EXPECT_EQ(GameMode, Mode::Destroy);
+    EXPECT_EQ(SceneState, State::Change);
+    EXPECT_TRUE(Logged("MainScene::GameProcess()[DESTROY] State mode Change - [END]\nmainScene::GameEnd\n"
+                       "mainScene::StopMap()-Removing old objects\n"));
+    EXPECT_TRUE(Logged("mainScene::input.Destroy()\nQEV_Gui::Clear()\nQEV_Gui::Clear()\n"
+                       "mainScene::GameStart - stoping debugger\n"));
+    EXPECT_TRUE(gui.Windows().empty());
+    EXPECT_EQ(profiler, nullptr);
+}
+
+TEST_F(World, ParticlesOfEveryLayerAreDrawnInEachOfThem) {
+    world.steer = [](SteeredWorld& self) {
+        if (self.frames == 1) {
+            const WorldObject& followed = globalp->objects[0];
+            pengine->ActiveEffect(0, 255, {followed.x, followed.y - 3.0F, 1.0F}, {0.0F, 0.0F, 1.0F});
+        }
+        if (self.frames < 30) return;
+        camera.Apply();
+        const std::size_t once = Record([] { pengine->Draw(0); }).size();
+        EXPECT_GT(once, 0U);
+        EXPECT_EQ(VerticesOf(&WorldScene::DrawParticles), 3 * once);
+        Main::Quit();
+    };
+    world.GameStart(0, 0);
+}
+
+TEST_F(World, EndsTheProgramWithoutItsMap) {
+    std::filesystem::remove("maps");
+    world.GameStart(0, 0);
+    EXPECT_TRUE(Logged("mainScene::LoadMap(maps/firstmap.txt) - Can't load file\n"));
+    EXPECT_TRUE(Logged("MainScene::GameProcess()[DESTROY] State mode Change - [END]\nmainScene::GameEnd\n"));
+    EXPECT_EQ(world.frames, 0);
+    EXPECT_EQ(GameMode, Mode::Destroy);
+}
+
+} // namespace
