@@ -2,6 +2,7 @@
 #include "frontend/radial_glow.h"
 
 #include "graphics/flat_screen.h"
+#include "graphics/gl_state.h"
 #include "graphics/video.h"
 
 constinit float glowLevel = 0.0F;
@@ -15,15 +16,7 @@ constexpr float FirstAlpha = 0.2F;
 
 // The whole screen, showing the texture without a border of the given width.
 void DrawCopy(float border) {
-    const float end = 1.0F - border;
-    glTexCoord2f(border, end);
-    glVertex2f(0.0F, 0.0F);
-    glTexCoord2f(border, border);
-    glVertex2f(0.0F, 480.0F);
-    glTexCoord2f(end, border);
-    glVertex2f(640.0F, 480.0F);
-    glTexCoord2f(end, end);
-    glVertex2f(640.0F, 0.0F);
+    DrawQuad({0.0F, 480.0F, 640.0F, 0.0F}, {border, border, 1.0F - border, 1.0F - border});
 }
 
 } // namespace
@@ -37,18 +30,13 @@ void AdjustGlowLevel(std::uint16_t framesPerSecond) {
 }
 
 void RadialGlow::Create() {
-    Release();
-    glGenTextures(1, &texture);
-    generation = video.ContextGeneration();
-    glBindTexture(GL_TEXTURE_2D, texture);
+    GLuint name = 0;
+    glGenTextures(1, &name);
+    texture.Take(name);
+    glBindTexture(GL_TEXTURE_2D, name);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, Size, Size, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-}
-
-void RadialGlow::Release() {
-    if (texture != 0 && video.ContextHolds(generation)) glDeleteTextures(1, &texture);
-    texture = 0;
 }
 
 void RadialGlow::BeginCapture() const {
@@ -57,7 +45,7 @@ void RadialGlow::BeginCapture() const {
 }
 
 void RadialGlow::EndCapture() const {
-    glBindTexture(GL_TEXTURE_2D, texture);
+    glBindTexture(GL_TEXTURE_2D, texture.Name());
     glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, Size, Size);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -70,20 +58,13 @@ void RadialGlow::Draw() const {
     glDisable(GL_TEXTURE_GEN_S);
     glDisable(GL_TEXTURE_GEN_T);
     glEnable(GL_TEXTURE_2D);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    {
-        const FlatScreen screen(640.0, 480.0, 0.0);
-        glBegin(GL_QUADS);
-        for (int k = 0; k < copies; ++k) {
-            const auto copy = static_cast<float>(k);
-            glColor4f(1.0F, 1.0F, 1.0F, FirstAlpha - copy * FirstAlpha / static_cast<float>(copies));
-            DrawCopy(copy * Step);
-        }
-        glEnd();
+    const Without depth(GL_DEPTH_TEST);
+    const Blend light(GL_SRC_ALPHA, GL_ONE);
+    glBindTexture(GL_TEXTURE_2D, texture.Name());
+    const FlatScreen screen(640.0, 480.0, 0.0);
+    for (int k = 0; k < copies; ++k) {
+        const auto copy = static_cast<float>(k);
+        glColor4f(1.0F, 1.0F, 1.0F, FirstAlpha - copy * FirstAlpha / static_cast<float>(copies));
+        DrawCopy(copy * Step);
     }
-    glEnable(GL_DEPTH_TEST);
-    glDisable(GL_BLEND);
 }

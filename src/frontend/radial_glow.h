@@ -2,7 +2,7 @@
 // each time larger and fainter. Rests on OpenGL and the video object.
 #pragma once
 
-#include <GL/gl.h>
+#include "graphics/gl_texture.h"
 
 #include <cstdint>
 
@@ -19,11 +19,10 @@ public:
     constexpr RadialGlow() = default;
     RadialGlow(const RadialGlow&) = delete;
     RadialGlow& operator=(const RadialGlow&) = delete;
-    ~RadialGlow() { Release(); }
 
     // Makes the texture, in place of one made before; again after a mode change.
     void Create();
-    void Release();
+    void Release() { texture.Free(); }
 
     // Between the two, what is drawn goes to the small viewport; afterwards it stands in the texture, and the
     // screen is clear and whole again.
@@ -33,9 +32,8 @@ public:
     // Lays the copies over the whole screen, adding their light.
     void Draw() const;
 
-    GLuint Texture() const { return texture; }
+    GLuint Texture() const { return texture.Name(); }
 
 private:
-    GLuint texture = 0;
-    unsigned generation = 0;
+    GlTexture texture;
 };

@@ -2,6 +2,7 @@
 #include "graphics/font.h"
 
 #include "graphics/flat_screen.h"
+#include "graphics/gl_state.h"
 #include "graphics/video.h"
 
 #include <algorithm>
@@ -43,32 +44,16 @@ void CompileGlyph(GLuint list, int cell) {
     const float u = static_cast<float>(column) * CellSize;
     const float v = 1.0F - static_cast<float>(row) * CellSize;
     glNewList(list, GL_COMPILE);
-    glBegin(GL_QUADS);
-    glTexCoord2f(u, v - CellSize);
-    glVertex2i(0, 0);
-    glTexCoord2f(u + CellSize, v - CellSize);
-    glVertex2i(GlyphSize, 0);
-    glTexCoord2f(u + CellSize, v);
-    glVertex2i(GlyphSize, GlyphSize);
-    glTexCoord2f(u, v);
-    glVertex2i(0, GlyphSize);
-    glEnd();
+    DrawQuad({0, 0, GlyphSize, GlyphSize}, {u, v - CellSize, u + CellSize, v});
     glTranslated(Advance, 0, 0);
     glEndList();
 }
 
 // The box shows its own colour alone, whatever texture is bound.
 void DrawBox(int width) {
-    const bool textured = glIsEnabled(GL_TEXTURE_2D) == GL_TRUE;
-    glDisable(GL_TEXTURE_2D);
+    const Without texturing(GL_TEXTURE_2D, glIsEnabled(GL_TEXTURE_2D) == GL_TRUE);
     glColor4f(0, 0, 0, 0.5F);
-    glBegin(GL_QUADS);
-    glVertex2i(0, 0);
-    glVertex2i(width, 0);
-    glVertex2i(width, BoxHeight);
-    glVertex2i(0, BoxHeight);
-    glEnd();
-    if (textured) glEnable(GL_TEXTURE_2D);
+    DrawQuad({0, 0, static_cast<GLfloat>(width), BoxHeight});
 }
 
 } // namespace
@@ -127,18 +112,16 @@ void Font::PrintBoxed(int x, int y, int set, const char* format, ...) const {
     va_start(arguments, format);
     const int length = FormatText(text, format, arguments);
     va_end(arguments);
+    const FlatScreen screen(video.Width(), 0.0, video.Height());
+    glTranslated(x, video.Height() - y, 0);
     {
-        const FlatScreen screen(video.Width(), 0.0, video.Height());
-        glTranslated(x, video.Height() - y, 0);
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        const Blend over;
         DrawBox(length * BoxWidth);
-        glColor4f(1, 1, 1, 1);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-        glBindTexture(GL_TEXTURE_2D, textures.Get(0));
-        CallGlyphs(text.data(), length, set);
     }
-    glDisable(GL_BLEND);
+    glColor4f(1, 1, 1, 1);
+    const Blend light(GL_SRC_ALPHA, GL_ONE);
+    glBindTexture(GL_TEXTURE_2D, textures.Get(0));
+    CallGlyphs(text.data(), length, set);
 }
 
 void Font::PrintVirtual(double x, double y, int set, GLenum destination, const char* format,
@@ -147,14 +130,10 @@ void Font::PrintVirtual(double x, double y, int set, GLenum destination, const c
     Text text;
     const int length = FormatText(text, format, arguments);
     glBindTexture(GL_TEXTURE_2D, textures.Get(0));
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, destination);
-    {
-        const FlatScreen screen(VirtualWidth, 0.0, VirtualHeight);
-        glTranslated(x, TopPen - y, 0);
-        CallGlyphs(text.data(), length, set);
-    }
-    glDisable(GL_BLEND);
+    const Blend blend(GL_SRC_ALPHA, destination);
+    const FlatScreen screen(VirtualWidth, 0.0, VirtualHeight);
+    glTranslated(x, TopPen - y, 0);
+    CallGlyphs(text.data(), length, set);
 }
 
 // Bytes without a glyph are left out, since their numbers would call lists that are not the font's.

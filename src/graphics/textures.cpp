@@ -73,18 +73,23 @@ int QEV_Textures::Add(const char* path) {
 // All models of the blocks name one picture; unpacking it for each would take longer than all else that a
 // game loads.
 void QEV_Textures::Append(std::string name) {
-    const unsigned generation = video.ContextGeneration();
     const auto same = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) {
-        return entry.name == name && entry.generation == generation && !entry.blank;
+        return entry.name == name && entry.texture->IsCurrent() && !entry.blank;
     });
-    Entry entry{std::move(name), 0, generation, false, same != entries.end()};
-    entry.id = entry.shared ? same->id : LoadOrBlank(IL_TYPE_UNKNOWN, entry.name.c_str(), entry.blank);
+    Entry entry{std::move(name), nullptr, false};
+    if (same != entries.end()) {
+        entry.texture = same->texture;
+    } else {
+        auto texture = std::make_shared<GlTexture>();
+        texture->Take(LoadOrBlank(IL_TYPE_UNKNOWN, entry.name.c_str(), entry.blank));
+        entry.texture = std::move(texture);
+    }
     entries.push_back(std::move(entry));
 }
 
 GLuint QEV_Textures::Get(int index) const {
     const auto position = static_cast<std::size_t>(static_cast<unsigned>(index) & 0xFFU);
-    return position < entries.size() ? entries[position].id : 0;
+    return position < entries.size() ? entries[position].texture->Name() : 0;
 }
 
 std::string QEV_Textures::GetName(int index) const {
@@ -93,20 +98,15 @@ std::string QEV_Textures::GetName(int index) const {
     return entries[static_cast<std::size_t>(index)].name;
 }
 
-void QEV_Textures::Delete(const Entry& entry) {
-    if (!entry.shared && video.ContextHolds(entry.generation)) glDeleteTextures(1, &entry.id);
-}
-
 void QEV_Textures::Free() {
-    for (const Entry& entry : entries) {
-        Delete(entry);
-    }
     entries = {};
 }
 
 void QEV_Textures::Reload() {
     std::vector<Entry> old = std::exchange(entries, {});
-    std::for_each(old.begin(), old.end(), Delete);
+    for (Entry& entry : old) {
+        entry.texture.reset();
+    }
     for (Entry& entry : old) {
         Append(std::move(entry.name));
     }

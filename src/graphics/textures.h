@@ -3,8 +3,9 @@
 // video object.
 #pragma once
 
-#include <GL/gl.h>
+#include "graphics/gl_texture.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,6 @@ public:
     QEV_Textures& operator=(QEV_Textures&& other) noexcept;
     QEV_Textures(const QEV_Textures&) = delete;
     QEV_Textures& operator=(const QEV_Textures&) = delete;
-    ~QEV_Textures() { Free(); }
 
     // An empty set. Also sets the bound texture's wrapping to the edge, when there is a GL context.
     void Init();
@@ -50,13 +50,10 @@ public:
 private:
     struct Entry {
         std::string name;
-        GLuint id = 0;
-        unsigned generation = 0;
-        bool blank = false;  // the blank picture stands in
-        bool shared = false; // an earlier entry owns the texture
+        std::shared_ptr<const GlTexture> texture;
+        bool blank = false; // the blank picture stands in
     };
 
-    static void Delete(const Entry& entry);
     void Append(std::string name);
 
     std::vector<Entry> entries;

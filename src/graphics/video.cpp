@@ -135,11 +135,8 @@ void QEV_Video::SetGLMode(int newWidth, int newHeight, bool newFullscreen, int n
         newFullscreen = true;
         newBpp = DefaultBpp;
     }
-    width = newWidth;
-    height = newHeight;
+    SetSize(newWidth, newHeight);
     fullscreen = newFullscreen;
-    halfWidth = width / 2;
-    halfHeight = height / 2;
     bpp = newBpp;
     OpenWindow();
     CountContext();
@@ -151,6 +148,13 @@ void QEV_Video::SetGLMode(int newWidth, int newHeight, bool newFullscreen, int n
 void QEV_Video::SetMode(int newWidth, int newHeight, bool newFullscreen) {
     SetGLMode(newWidth, newHeight, newFullscreen, bpp);
     SetInitialState();
+}
+
+void QEV_Video::SetSize(int newWidth, int newHeight) {
+    width = newWidth;
+    height = newHeight;
+    halfWidth = width / 2;
+    halfHeight = height / 2;
 }
 
 void QEV_Video::OpenWindow() const {

@@ -27,6 +27,10 @@ public:
     // The same at run time, with the current depth; sets the initial state again too.
     void SetMode(int newWidth, int newHeight, bool newFullscreen);
 
+    // Takes a size, in pixels, without a window: what is computed from the screen's size follows it, and
+    // nothing is drawn.
+    void SetSize(int newWidth, int newHeight);
+
     // Writes the block "video" of the file at `path`.
     void Save(const char* path) const;
 

@@ -3,10 +3,9 @@
 
 #include "base/frame_clock.h"
 #include "graphics/font.h"
+#include "graphics/gl_state.h"
 #include "gui/geometry.h"
 #include "gui/manager.h"
-
-#include <GL/gl.h>
 
 #include <algorithm>
 #include <cstring>
@@ -102,13 +101,12 @@ void GUI_Items::Draw() {
 void GUI_Items::DrawRows(float x, float y) const {
     const GUI_Style& style = gui.GetStyles().Get(stid);
     const float mark = y + FirstRow + static_cast<float>(std::max(hoveredIndex, 0)) * RowHeight;
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glDisable(GL_TEXTURE_2D);
-    glColor4f(1.0F, 0.0F, 0.0F, 0.2F);
-    glRectf(x, mark, x + width, mark + RowHeight);
-    glEnable(GL_TEXTURE_2D);
-    glDisable(GL_BLEND);
+    {
+        const Blend blend;
+        const Without texturing(GL_TEXTURE_2D);
+        glColor4f(1.0F, 0.0F, 0.0F, 0.2F);
+        glRectf(x, mark, x + width, mark + RowHeight);
+    }
     gui.GetStyles().SetTextColour(stid);
     int row = 0;
     int column = 0;

@@ -2,12 +2,11 @@
 #include "gui/skin.h"
 
 #include "graphics/font.h"
+#include "graphics/gl_state.h"
 #include "graphics/video.h"
 #include "gui/component.h"
 #include "gui/text_entry.h"
 #include "gui/window.h"
-
-#include <GL/gl.h>
 
 namespace {
 
@@ -38,8 +37,7 @@ void DrawVertex(const ShotVertex& vertex, const GuiRect& rect) {
 } // namespace
 
 void GUI_Styles::DrawShot(const Shot& shot, const GuiRect& rect) const {
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    const Blend blend;
     for (const ShotPolylist& list : shot) {
         const int primitive = PrepareMode(list.mode, image.Get(picture));
         if (primitive < 0) continue;
@@ -49,7 +47,6 @@ void GUI_Styles::DrawShot(const Shot& shot, const GuiRect& rect) const {
                 DrawVertex(vertex, rect);
         glEnd();
     }
-    glDisable(GL_BLEND);
     glEnable(GL_TEXTURE_2D);
     glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
 }

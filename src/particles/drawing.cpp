@@ -1,9 +1,8 @@
 // Drawing particles; see drawing.h.
 #include "particles/drawing.h"
 
+#include "graphics/gl_state.h"
 #include "world/camera.h"
-
-#include <GL/gl.h>
 
 #include <algorithm>
 #include <cmath>
@@ -211,8 +210,7 @@ void DrawParticles(EmitterInstance& instance) {
     const QEV_PTEmittor& emitter = *instance.emitter;
     // A primitive that OpenGL does not know would leave the vertices outside of any.
     if (emitter.form == 0 || emitter.shape < 0 || emitter.shape > LastPrimitive) return;
-    glEnable(GL_BLEND);
-    glBlendFunc(static_cast<GLenum>(emitter.sfactor), static_cast<GLenum>(emitter.dfactor));
+    const Blend blend(static_cast<GLenum>(emitter.sfactor), static_cast<GLenum>(emitter.dfactor));
     switch (emitter.form) {
     case 1:
         DrawSprites(emitter, instance);
@@ -230,5 +228,4 @@ void DrawParticles(EmitterInstance& instance) {
         DrawRibbon(emitter, instance);
         break;
     }
-    glDisable(GL_BLEND);
 }

@@ -110,7 +110,7 @@ void QEV_PEngine::Draw(std::uint32_t layer) {
         bool bound = false;
         for (EmitterInstance* instance : batch.instances) {
             if (instance->emitter->sectordependant && instance->layer != layer) continue;
-            if (!bound) glBindTexture(GL_TEXTURE_2D, batch.texture->textureId);
+            if (!bound) glBindTexture(GL_TEXTURE_2D, batch.texture->texture.Name());
             bound = true;
             DrawParticles(*instance);
         }

@@ -39,17 +39,11 @@ constexpr auto Sheet12 = MakeCells<4, 3>(Quarters, FineThirds);
 constexpr auto Sheet16 = MakeCells<4, 4>(Quarters, Quarters);
 
 void LoadPicture(TextureEntry& entry) {
-    entry.textureId = 0;
-    entry.generation = video.ContextGeneration();
+    entry.texture.Free();
     // Without a window effects are simulated and not seen.
-    if (!video.ContextHolds(entry.generation)) return;
+    if (!video.ContextHolds(video.ContextGeneration())) return;
     const char* path = entry.filename.empty() ? QEV_Textures::BlankPicture : entry.filename.c_str();
-    entry.textureId = static_cast<GLuint>(QEV_Textures::LoadGLTextures(IL_TYPE_UNKNOWN, path));
-}
-
-void FreePicture(TextureEntry& entry) {
-    if (entry.textureId != 0 && video.ContextHolds(entry.generation)) glDeleteTextures(1, &entry.textureId);
-    entry.textureId = 0;
+    entry.texture.Take(static_cast<GLuint>(QEV_Textures::LoadGLTextures(IL_TYPE_UNKNOWN, path)));
 }
 
 } // namespace
@@ -95,14 +89,6 @@ TextureEntry* AniTextures::AddTexture(ConfigFile* file) {
 }
 
 void AniTextures::ReloadTextures() {
-    for (const auto& entry : entries) {
-        FreePicture(*entry);
-        LoadPicture(*entry);
-    }
-}
-
-void AniTextures::Release() {
     for (const auto& entry : entries)
-        FreePicture(*entry);
-    entries.clear();
+        LoadPicture(*entry);
 }

@@ -3,8 +3,7 @@
 #pragma once
 
 #include "config/config_file.h"
-
-#include <GL/gl.h>
+#include "graphics/gl_texture.h"
 
 #include <array>
 #include <memory>
@@ -25,9 +24,8 @@ using TextureCell = std::array<TexturePoint, 4>;
 std::span<const TextureCell> CellsOfSheet(int framenum);
 
 struct TextureEntry {
-    GLuint textureId = 0;
-    unsigned generation = 0; // the GL context in which the texture was made
-    std::string filename;    // "default/blank.png" when the file could not be opened
+    GlTexture texture;
+    std::string filename; // "default/blank.png" when the file could not be opened
     int framenum = 1;
     std::span<const TextureCell> cells;
 };
@@ -37,14 +35,13 @@ public:
     AniTextures() = default;
     AniTextures(const AniTextures&) = delete;
     AniTextures& operator=(const AniTextures&) = delete;
-    ~AniTextures() { Release(); }
 
     // Reads a `texture` block from the file's position on and moves behind it: the entry of that picture,
     // loaded when it is new. Null, logged, when there is no such block. The entry stays valid until Release.
     TextureEntry* AddTexture(ConfigFile* file);
     // Loads all pictures again, after a mode change.
     void ReloadTextures();
-    void Release();
+    void Release() { entries.clear(); }
 
     std::size_t Count() const { return entries.size(); }
     TextureEntry& operator[](std::size_t index) const { return *entries[index]; }

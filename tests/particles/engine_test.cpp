@@ -148,10 +148,10 @@ TEST_F(Engine, LogsWhatIsMissing) {
     EXPECT_EQ(emitters[2]->texture, nullptr);
     EXPECT_EQ(emitters[2]->life, 9);
     EXPECT_EQ(emitters[3]->texture->filename, "default/blank.png");
-    EXPECT_NE(emitters[3]->texture->textureId, 0U);
+    EXPECT_NE(emitters[3]->texture->texture.Name(), 0U);
     EXPECT_EQ(emitters[3]->life, 9);
     EXPECT_EQ(emitters[4]->particleNum, 0);
-    EXPECT_NE(emitters[6]->texture->textureId, 0U) << "blank, as after a mode change";
+    EXPECT_NE(emitters[6]->texture->texture.Name(), 0U) << "blank, as after a mode change";
 
     EXPECT_EQ(Start(2), nullptr);
     EXPECT_EQ(CountInLog("QEV_PEngine::ActiveEffect(2) - [WARNING] - Particle effect not found !\n"), 1);
@@ -318,11 +318,11 @@ TEST_F(Engine, UpdateAndDrawAllocateNothing) {
 TEST_F(Engine, ReloadsPicturesAndReleasesAll) {
     LoadOne({EmitterText()});
     Start();
-    const GLuint before = engine.Batches()[0].texture->textureId;
+    const GLuint before = engine.Batches()[0].texture->texture.Name();
     EXPECT_TRUE(glIsTexture(before));
     ReplaceContext();
     engine.ReloadTextures();
-    const GLuint after = engine.Batches()[0].texture->textureId;
+    const GLuint after = engine.Batches()[0].texture->texture.Name();
     EXPECT_TRUE(glIsTexture(after));
     engine.Release();
     EXPECT_FALSE(glIsTexture(after));
