@@ -1,12 +1,10 @@
-// The sound object; see audio.h.
+// The steps and their messages; how a file becomes a sound is in sample.cpp.
 #include "audio/audio.h"
 
-#include "audio/sound_check.h"
 #include "base/log.h"
 #include "config/config_reader.h"
 #include "config/config_writer.h"
 #include "platform/file_bytes.h"
-#include "platform/file_stream.h"
 
 #include <algorithm>
 #include <array>
@@ -20,17 +18,20 @@ constexpr int AllChannels = -1;
 constexpr int AnyFreeChannel = -1;
 constexpr int Once = 0;
 constexpr int NoTimeLimit = -1;
+constexpr int RateForOthers = 44100; // Hz, that of our own music
 
-// The library takes any number, but some make it wait for ever or divide by nothing. Zero stands for its own
-// default.
-bool MixerCanTake(int rate, std::uint16_t format, int channels, int buffers) {
-    constexpr int LowestRate = 4000; // at 44 Hz, meant as 44 kHz, one buffer takes half a minute
-    constexpr int HighestRate = 192000;
+// Zero stands for the library's own default. It would take other numbers too: some make it wait for ever or
+// write beyond its buffers, and at other rates music is heard at another pitch.
+bool IsKnownRate(int rate) {
+    return rate == 0 || rate == 11025 || rate == 22050 || rate == 44100;
+}
+
+bool MixerCanTake(std::uint16_t format, int channels, int buffers) {
     constexpr int LargestBuffer = 32768; // the library keeps 16 bits
     constexpr std::array<std::uint16_t, 7> Formats = {
         0, AUDIO_U8, AUDIO_S8, AUDIO_U16LSB, AUDIO_S16LSB, AUDIO_U16MSB, AUDIO_S16MSB};
-    return (rate == 0 || rate >= LowestRate) && rate <= HighestRate && channels >= 0 && buffers >= 0 &&
-           buffers <= LargestBuffer && std::find(Formats.begin(), Formats.end(), format) != Formats.end();
+    return channels >= 0 && channels <= 2 && buffers >= 0 && buffers <= LargestBuffer &&
+           std::find(Formats.begin(), Formats.end(), format) != Formats.end();
 }
 
 // "sounds/move.wav" gives "sounds/HQ_move.wav"; a name without a folder has no variant and gives nothing.
@@ -38,15 +39,6 @@ std::string HighQualityName(const std::string& name) {
     const std::size_t slash = name.rfind('/');
     if (slash == std::string::npos) return {};
     return name.substr(0, slash + 1) + "HQ_" + name.substr(slash + 1);
-}
-
-// Null when the file is missing or the mixer cannot take it.
-Mix_Chunk* LoadChunk(const char* name) {
-    constexpr std::uint64_t MostBytes = std::uint64_t{256} << 20U;
-    const platform::FileBytes bytes(name);
-    const auto content = bytes.Bytes();
-    if (!bytes.IsOpen() || CheckSound(content, MostBytes) != SoundFile::Sane) return nullptr;
-    return Mix_LoadWAV_RW(SDL_RWFromConstMem(content.data(), static_cast<int>(content.size())), 1);
 }
 
 } // namespace
@@ -86,11 +78,18 @@ void QEV_Audio::ReadParameters(ConfigFile* file) {
 }
 
 void QEV_Audio::Start() {
-    if (MixerCanTake(audio_rate, audio_format, audio_channels, audio_buffers) &&
-        Mix_OpenAudio(audio_rate, audio_format, audio_channels, audio_buffers) == 0) {
+    int rate = audio_rate;
+    if (!IsKnownRate(rate)) {
+        rate = RateForOthers;
+        LogWrite(
+            "QEV_Audio::Start() - [WARNING] - audio_rate=%d is none of 11025, 22050 and 44100: taking %d\n",
+            audio_rate, rate);
+    }
+    if (MixerCanTake(audio_format, audio_channels, audio_buffers) &&
+        Mix_OpenAudio(rate, audio_format, audio_channels, audio_buffers) == 0) {
         LogWrite("QEV_Audio::Start() - Started audio with audio_rate=%d, audio_format=%d, audio_channels=%d, "
                  "audio_buffer=%d \n",
-                 audio_rate, audio_format, audio_channels, audio_buffers);
+                 rate, audio_format, audio_channels, audio_buffers);
         return;
     }
     LogWrite(
@@ -131,12 +130,17 @@ AudioSample* QEV_Audio::Sample_Add(const char* name) {
     std::string chosen = name;
     if (highQuality) {
         std::string candidate = HighQualityName(chosen);
-        if (!candidate.empty() && platform::OpenFile(candidate.c_str(), "rb")) chosen = std::move(candidate);
+        if (!candidate.empty() && platform::FileBytes(candidate.c_str()).IsOpen())
+            chosen = std::move(candidate);
     }
     if (AudioSample* known = Sample_Find(chosen.c_str())) return known;
 
     auto sample = std::make_unique<AudioSample>();
-    sample->chunk.reset(LoadChunk(chosen.c_str()));
+    const platform::FileBytes file(chosen.c_str());
+    std::string remark;
+    if (file.IsOpen()) sample->chunk = LoadChunk(file.Bytes(), remark);
+    if (!remark.empty())
+        LogWrite("QEV_Audio::Sample_Add(%s) - [WARNING] - %s\n", chosen.c_str(), remark.c_str());
     if (!sample->chunk) LogWrite("QEV_Audio::Sample_Add(%s) - [ERROR] - Couldnt load sound\n", name);
     sample->name = std::move(chosen);
     samples.push_back(std::move(sample));

@@ -25,7 +25,8 @@ public:
     void Load(const char* path);
     // The steps of Load behind the opening of the file: starts the music, reads the block and calls Start.
     void ReadParameters(ConfigFile* file);
-    // Opens the mixer with the parameters below.
+    // Opens the mixer with the parameters below: rates of 11025, 22050 and 44100 Hz, for any other 44100; 8
+    // or 16 bits, one or two channels and up to 32768 frames, or else as if the mixer had refused.
     void Start();
     // Rewrites the "audio" block of the file; nothing while sound is off.
     void WriteParameters(const char* path);
@@ -34,11 +35,12 @@ public:
 
     // Loads a sample, or its "HQ_" variant if high quality is asked for and the variant is there. The handle
     // stays valid until Sample_Remove or Destroy; the same name gives the same handle, without a count of its
-    // users. A file that cannot be loaded is logged and still gives a handle, which plays nothing. Null while
-    // sound is off and for a null or empty name.
+    // users. WAV files of 8 and 16 bits and Ogg Vorbis, of one or two channels; a file that cannot be loaded
+    // is logged with the reason and still gives a handle, which plays nothing. Null while sound is off and
+    // for a null or empty name.
     AudioSample* Sample_Add(const char* name);
     // By the loaded file's exact name; null when there is none.
-    AudioSample* Sample_Find(const char* name) const;
+    [[nodiscard]] AudioSample* Sample_Find(const char* name) const;
     // Frees the sample; a handle that this object does not hold is ignored.
     void Sample_Remove(AudioSample* sample);
     // Frees all samples; their handles are no longer valid.

@@ -1,24 +1,35 @@
-// The music track; see music.h.
+// The library is given a track only after its bytes have been checked.
 #include "audio/music.h"
 
 #include "audio/sound_check.h"
 #include "base/log.h"
 #include "platform/file_bytes.h"
 
+#include <cstdint>
 #include <limits>
+#include <string>
 
 namespace {
 
 constexpr int FadeOutTime = 4000; // ms
 constexpr int ForEver = -1;
 
-// Null when the file is missing or the mixer cannot take it. A track is unpacked piece by piece, so its
-// length does not matter.
+// Null when the file is missing or the mixer cannot take it, with the reason in the log. A track is unpacked
+// piece by piece, so its length does not matter.
 Mix_Music* LoadTrack(const char* name) {
     constexpr auto AnyLength = std::numeric_limits<std::uint64_t>::max();
-    const platform::FileBytes bytes(name);
-    if (!bytes.IsOpen() || CheckSound(bytes.Bytes(), AnyLength) == SoundFile::Absurd) return nullptr;
-    return Mix_LoadMUS(name);
+    const platform::FileBytes file(name);
+    if (!file.IsOpen()) return nullptr;
+    const SoundFile sound = CheckSound(file.Bytes(), AnyLength);
+    std::string remark = sound.refusal;
+    Mix_Music* track = nullptr;
+    if (remark.empty() && !sound.plain) remark = "a WAV file with more than the plain header";
+    if (remark.empty()) {
+        track = Mix_LoadMUS(name);
+        remark = track ? PitchRemark(sound) : Mix_GetError();
+    }
+    if (!remark.empty()) LogWrite("QEV_Music::Load(%s) - [WARNING] - %s\n", name, remark.c_str());
+    return track;
 }
 
 } // namespace

@@ -16,16 +16,17 @@ TEST(HeardAt, GivesDirectionAndDistance) {
         int angle, distance;
     };
     for (const Case& c : {
-             Case{0, 0, 0, 0, -1, 0, 36},      // straight ahead
-             Case{0, 0, 0, 0, 1, -180, 36},    // behind
-             Case{0, 0, 0, 1, 0, 90, 36},      // to the right
-             Case{0, 0, 0, -1, 0, -90, 36},    // to the left
-             Case{2, 3, 45.9F, 2, 2, 45, 36},  // cut, not rounded
-             Case{0, 0, -0.5F, 0, -1, 0, 36},  // towards zero
-             Case{0, 0, 720, -1, 0, 270, 36},  // whole turns do not count
-             Case{1, 1, 0, 1, -2, 0, 108},     // three units
-             Case{0, 0, 0, 0, -7.08F, 0, 254}, // not yet the farthest
-             Case{0, 0, 0, 0, -7.09F, 0, 255}, // as far as anything is heard
+             Case{0, 0, 0, 0, -1, 0, 36},         // straight ahead
+             Case{0, 0, 0, 0, 1, 180, 36},        // behind
+             Case{0, 0, 0, 1, 0, 90, 36},         // to the right
+             Case{0, 0, 0, -1, 0, 270, 36},       // to the left
+             Case{2, 3, 45.9F, 2, 2, 45, 36},     // cut, not rounded
+             Case{0, 0, -0.5F, 0, -1, 0, 36},     // towards zero
+             Case{0, 0, -361.5F, 0, -1, 359, 36}, // never negative
+             Case{0, 0, 720, -1, 0, 270, 36},     // whole turns do not count
+             Case{1, 1, 0, 1, -2, 0, 108},        // three units
+             Case{0, 0, 0, 0, -7.08F, 0, 254},    // not yet the farthest
+             Case{0, 0, 0, 0, -7.09F, 0, 255},    // as far as anything is heard
              Case{0, 0, 0, 3e38F, -3e38F, 45, 255},
              Case{NAN, 0, 0, 0, 0, 0, 255},
          }) {
@@ -86,13 +87,39 @@ TEST_F(Positional, LoopsUntilItIsStoppedAndStartsOnceOnly) {
 }
 
 TEST_F(Positional, IsHeardFromItsSideAndLessFromAfar) {
-    const auto beside = Record(3, 0);
-    EXPECT_GT(Measure(beside, 1).height, 2 * Measure(beside, 0).height);
-    EXPECT_LT(Measure(beside, 1).height, 8000) << "three units away";
-    SetUp();
+    for (const int side : {0, 1}) {
+        const auto beside = Record(side == 1 ? 3 : -3, 0);
+        EXPECT_GT(Measure(beside, side).level, 2 * Measure(beside, 1 - side).level);
+        EXPECT_LT(Measure(beside, side).level, 8000) << "three units away";
+        SetUp();
+    }
     const auto ahead = Record(0, -6);
     for (const int side : {0, 1})
-        EXPECT_NEAR(Measure(ahead, side).height, 8000 * (255 - 216) / 255, 80);
+        EXPECT_NEAR(Measure(ahead, side).level, 8000 * (255 - 216) / 255, 80);
+}
+
+TEST_F(Positional, WithoutAChannelSilencesNothingElse) {
+    Bind();
+    y = -1;
+    Play();
+    for (int channel = 1; channel < MIX_CHANNELS; channel++)
+        Mix_PlayChannel(channel, tone->chunk.get(), -1);
+    const float right = 3;
+    const float left = -3;
+    for (const float* place : {&right, &left}) {
+        sound.Positional_Play(tone, place, &y, &sourcePlane);
+        EXPECT_EQ(sound.Positional().Find(place)->channel, -1);
+    }
+    sound.Positional_Stop(&left, &y);
+    EXPECT_EQ(Mix_Playing(-1), MIX_CHANNELS);
+    sourcePlane = 2;
+    ASSERT_TRUE(WaitUntil([this] {
+        sound.Positional_Update();
+        return sound.Positional().Count() == 0;
+    }));
+    EXPECT_EQ(Mix_Playing(-1), MIX_CHANNELS - 1) << "only the one that has a channel ends";
+    const auto recording = Close();
+    EXPECT_EQ(Measure(recording, 0).level, Measure(recording, 1).level);
 }
 
 TEST_F(Positional, EndsHalfASecondAfterItsPlaneIsAnother) {

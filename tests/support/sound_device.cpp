@@ -1,4 +1,4 @@
-// The measurable sound device; see sound_device.h.
+// Levels are taken over time, not at a peak, so that they hold whichever way a library changes rates.
 #include "support/sound_device.h"
 
 #include <SDL.h>
@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <numbers>
 
 void UseDiskDriver() {
     setenv("SDL_AUDIODRIVER", "disk", 1);
@@ -41,7 +42,10 @@ bool WaitUntil(const std::function<bool()>& condition) {
 }
 
 bool WaitUntilSilent() {
-    return WaitUntil([] { return Mix_Playing(-1) == 0; });
+    constexpr std::uintmax_t Buffers = 16384; // bytes that may lie between the mixer and the file
+    if (!WaitUntil([] { return Mix_Playing(-1) == 0; })) return false;
+    const std::uintmax_t written = std::filesystem::file_size("heard.raw");
+    return WaitUntil([written] { return std::filesystem::file_size("heard.raw") > written + Buffers; });
 }
 
 SoundTest::SoundTest() {
@@ -63,47 +67,77 @@ std::vector<std::int16_t> SoundTest::Close() {
     return CloseDiskDriver();
 }
 
-int SoundTest::HeightOf(AudioSample* sample) {
+double SoundTest::LevelOf(AudioSample* sample) {
     sound.Simple_Play(sample);
     EXPECT_TRUE(WaitUntilSilent());
-    return Measure(Close(), 0).height;
+    return Measure(Close(), 0).level;
+}
+
+namespace {
+
+void Put(std::string& bytes, std::uint32_t value, int size) {
+    for (int i = 0; i < size; i++)
+        bytes += static_cast<char>(value >> (8 * i) & 0xFF);
+}
+
+} // namespace
+
+std::string WaveBytes(const WaveHeader& header, const std::string& samples) {
+    std::string bytes = "RIFF";
+    Put(bytes, static_cast<std::uint32_t>(36 + header.more.size() + samples.size()), 4);
+    bytes += "WAVEfmt ";
+    Put(bytes, static_cast<std::uint32_t>(16 + header.more.size()), 4);
+    Put(bytes, header.encoding, 2);
+    Put(bytes, header.channels, 2);
+    Put(bytes, header.rate, 4);
+    Put(bytes, header.rate * header.align, 4);
+    Put(bytes, header.align, 2);
+    Put(bytes, header.bits, 2);
+    bytes += header.more + "data";
+    Put(bytes, static_cast<std::uint32_t>(samples.size()), 4);
+    return bytes + samples;
+}
+
+std::vector<std::int16_t> Sine(unsigned rate, double frequency, double height) {
+    std::vector<std::int16_t> samples(rate / 2);
+    for (std::size_t i = 0; i < samples.size(); i++) {
+        const double turns = frequency * static_cast<double>(i) / rate;
+        samples[i] = static_cast<std::int16_t>(std::lround(height * std::sin(turns * 2 * std::numbers::pi)));
+    }
+    return samples;
+}
+
+std::string SampleBytes(const std::vector<std::int16_t>& samples) {
+    std::string bytes;
+    for (const std::int16_t sample : samples)
+        Put(bytes, static_cast<std::uint16_t>(sample), 2);
+    return bytes;
 }
 
 void WriteSquareWave(const char* path, double seconds, int height) {
-    constexpr std::uint32_t WaveRate = 22050;
-    const auto count = static_cast<std::uint32_t>(seconds * WaveRate);
-    std::string bytes;
-    const auto put = [&bytes](std::uint32_t value, int size) {
-        for (int i = 0; i < size; i++)
-            bytes += static_cast<char>(value >> (8 * i) & 0xFF);
-    };
-    bytes += "RIFF";
-    put(36 + 2 * count, 4);
-    bytes += "WAVEfmt ";
-    put(16, 4);
-    put(1, 2); // plain samples
-    put(1, 2); // one channel
-    put(WaveRate, 4);
-    put(2 * WaveRate, 4);
-    put(2, 2);
-    put(16, 2);
-    bytes += "data";
-    put(2 * count, 4);
-    for (std::uint32_t i = 0; i < count; i++)
-        put(static_cast<std::uint32_t>(i / 20 % 2 ? -height : height), 2);
-    WriteFile(path, bytes);
+    std::vector<std::int16_t> samples(static_cast<std::size_t>(seconds * WaveHeader().rate));
+    for (std::size_t i = 0; i < samples.size(); i++)
+        samples[i] = static_cast<std::int16_t>(i / 20 % 2 ? -height : height);
+    WriteFile(path, WaveBytes({}, SampleBytes(samples)));
 }
 
 Heard Measure(const std::vector<std::int16_t>& recording, int side) {
-    Heard heard;
+    int highest = 0;
+    for (std::size_t i = static_cast<std::size_t>(side); i < recording.size(); i += 2)
+        highest = std::max(highest, std::abs(int{recording[i]}));
+    double sum = 0;
     std::size_t first = 0;
     std::size_t last = 0;
     for (std::size_t i = static_cast<std::size_t>(side); i < recording.size(); i += 2) {
-        if (recording[i] == 0) continue;
-        if (heard.height == 0) first = i;
+        // What rings on behind a resampler is left out.
+        if (std::abs(int{recording[i]}) <= highest / 10) continue;
+        if (sum == 0) first = i;
         last = i;
-        heard.height = std::max(heard.height, std::abs(int{recording[i]}));
+        sum += static_cast<double>(recording[i]) * recording[i];
     }
-    if (heard.height != 0) heard.seconds = static_cast<double>((last - first) / 2 + 1) / 22050;
-    return heard;
+    if (sum == 0) return {};
+    int waves = 0;
+    for (std::size_t i = first + 2; i <= last; i += 2)
+        waves += recording[i - 2] <= 0 && recording[i] > 0;
+    return {std::sqrt(sum / (static_cast<double>(last - first) / 2 + 1)), waves};
 }

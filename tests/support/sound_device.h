@@ -21,7 +21,7 @@ std::vector<std::int16_t> CloseDiskDriver();
 
 // Waits until the condition holds; false after ten seconds.
 bool WaitUntil(const std::function<bool()>& condition);
-// Until the mixer plays nothing more.
+// Until the mixer plays nothing more and what it played has been written.
 bool WaitUntilSilent();
 
 // A test with a sound object of its own on the disk driver.
@@ -36,19 +36,33 @@ protected:
     void Open(const std::string& more = "sound_volume = 128\nmusic_volume = 128\n");
     // With CloseDiskDriver.
     std::vector<std::int16_t> Close();
-    // Plays the sample to its end and closes: the largest value on the left.
-    int HeightOf(AudioSample* sample);
+    // Plays the sample to its end and closes: the level on the left.
+    double LevelOf(AudioSample* sample);
 
     TemporaryFolder folder;
     QEV_Audio sound;
 };
 
+// The numbers of a WAV file's header.
+struct WaveHeader {
+    unsigned encoding = 1; // plain samples
+    unsigned channels = 1;
+    unsigned rate = 22050; // Hz
+    unsigned align = 2;    // bytes a frame
+    unsigned bits = 16;
+    std::string more; // behind the numbers
+};
+std::string WaveBytes(const WaveHeader& header, const std::string& samples);
+// Half a second of a sine, 16 bits.
+std::vector<std::int16_t> Sine(unsigned rate, double frequency, double height);
+std::string SampleBytes(const std::vector<std::int16_t>& samples);
+
 // A WAV file, mono, 16 bit, 22050 Hz: a square wave of the given height.
 void WriteSquareWave(const char* path, double seconds, int height);
 
-// Of one side of a stereo recording (0 left, 1 right).
+// Of one side of a stereo recording (0 left, 1 right). A square wave's level is its height.
 struct Heard {
-    int height = 0;     // largest value
-    double seconds = 0; // from the first to the last that is not zero
+    double level = 0; // root of the mean square of what can be heard
+    int waves = 0;    // how often it rises; the rate of a recording may be another than the mixer's
 };
 Heard Measure(const std::vector<std::int16_t>& recording, int side);
