@@ -1,4 +1,4 @@
-// Sounds at places of the world; see positional_sounds.h.
+// Where a sound is heard, and how the mixer's report crosses from its thread to ours.
 #include "audio/positional_sounds.h"
 
 #include <algorithm>
@@ -11,6 +11,7 @@ namespace {
 constexpr int ForEver = -1;
 constexpr int NoTimeLimit = -1;
 constexpr int AnyFreeChannel = -1;
+constexpr int NoChannel = -1;   // for the mixer: all of them, or the sum of all
 constexpr int ExpiryTime = 500; // ms
 constexpr double DegreesPerRadian = 57.29578;
 constexpr double StepsPerUnit = 36;
@@ -29,8 +30,9 @@ SoundPosition HeardAt(float listenerX, float listenerY, float listenerAngle, flo
                          static_cast<double>(listenerAngle) - 90.0;
     const double steps = std::hypot(static_cast<double>(dx), static_cast<double>(dy)) * StepsPerUnit;
     SoundPosition heard;
-    // The mixer counts in 16 bits, which must not cut off more than whole turns.
+    // The mixer counts in 16 bits, which must not cut off more than whole turns, and ignores the sign.
     heard.angle = std::isfinite(angle) ? static_cast<int>(std::fmod(std::trunc(angle), 360.0)) : 0;
+    if (heard.angle < 0) heard.angle += 360;
     heard.distance = steps < FarthestStep ? static_cast<int>(steps) : FarthestStep;
     return heard;
 }
@@ -50,7 +52,7 @@ void PositionalSounds::Stop(const float* x) {
     RemoveFinished();
     const auto sound = std::find_if(sounds.begin(), sounds.end(), [x](const auto& s) { return s.x == x; });
     if (sound == sounds.end()) return;
-    Mix_HaltChannel(sound->channel);
+    if (sound->channel != NoChannel) Mix_HaltChannel(sound->channel);
     sounds.erase(sound);
 }
 
@@ -60,9 +62,12 @@ void PositionalSounds::Update(const Listener& listener) {
     for (PositionalSound& sound : sounds) {
         if (sound.x == listener.x) continue; // the listener's own
         const SoundPosition heard = HeardAt(*listener.x, *listener.y, *listener.angle, *sound.x, *sound.y);
-        Mix_SetPosition(sound.channel, static_cast<Sint16>(heard.angle), static_cast<Uint8>(heard.distance));
+        const bool playing = sound.channel != NoChannel;
+        if (playing)
+            Mix_SetPosition(sound.channel, static_cast<Sint16>(heard.angle),
+                            static_cast<Uint8>(heard.distance));
         if (*sound.plane != *listener.plane && !sound.expiring) {
-            Mix_ExpireChannel(sound.channel, ExpiryTime);
+            if (playing) Mix_ExpireChannel(sound.channel, ExpiryTime);
             Mix_ChannelFinished(&PositionalSounds::ChannelFinished);
             sound.expiring = true;
         }
@@ -89,4 +94,6 @@ void PositionalSounds::RemoveFinished() {
                                         [channel](const auto& s) { return s.channel == channel; });
         if (sound != sounds.end() && sound->expiring) sounds.erase(sound);
     }
+    // Nobody will report these.
+    std::erase_if(sounds, [](const auto& s) { return s.expiring && s.channel == NoChannel; });
 }

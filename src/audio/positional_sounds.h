@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-// What the mixer's position effect takes: degrees clockwise from straight ahead, -359 to 359, and a distance
+// What the mixer's position effect takes: degrees clockwise from straight ahead, 0 to 359, and a distance
 // from 0 (here) to 255 (as far as anything is heard).
 struct SoundPosition {
     int angle = 0;
@@ -16,7 +16,8 @@ struct SoundPosition {
 
 // Where a listener at (listenerX, listenerY), facing listenerAngle degrees, hears a source: 36 steps of
 // distance to a world unit. Numbers that are not finite are heard straight ahead and far away.
-SoundPosition HeardAt(float listenerX, float listenerY, float listenerAngle, float sourceX, float sourceY);
+[[nodiscard]] SoundPosition HeardAt(float listenerX, float listenerY, float listenerAngle, float sourceX,
+                                    float sourceY);
 
 // The hearer's values, owned by whoever moves it; null while nobody has bound them.
 struct Listener {
@@ -52,7 +53,7 @@ public:
     void Clear() { sounds.clear(); }
 
     std::size_t Count() const { return sounds.size(); }
-    const PositionalSound* Find(const float* x) const;
+    [[nodiscard]] const PositionalSound* Find(const float* x) const;
 
     // The mixer's report that a channel fell silent. It may come from the mixer's own thread, so it only
     // leaves a mark; the list is changed on the main thread, by the next Play, Stop or Update.
