@@ -28,7 +28,9 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string content(reinterpret_cast<const char*>(data), size);
+    static constexpr KeyFunction Functions[] = {{"+pause", [] {}}, {"-quit", [] {}}};
     KeyBindings bindings;
+    bindings.SetFunctions(Functions);
     bindings.AddConfigKey(content);
     CheckTree(bindings);
     for (const std::string& text : {content, "<input>\n" + content + "\n</input>\n"}) {

@@ -1,9 +1,10 @@
-// The tree of bindings and its reader; see key_bindings.h.
+// A tree without balance: bindings are few and come in no order, and the first of a key must stay.
 #include "input/key_bindings.h"
 
 #include "base/log.h"
 #include "config/config_reader.h"
 
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -14,14 +15,14 @@ std::string_view UpTo(std::string_view text, std::size_t length) {
     return text.substr(0, length);
 }
 
-KeyAction LookUp(const std::string& name, const char* warning) {
-    const KeyFunction* function = FindKeyFunction(name);
-    if (function) return function->function;
+} // namespace
+
+KeyAction KeyBindings::LookUp(const std::string& name, const char* warning) const {
+    const auto found = std::ranges::find(functions, std::string_view(name), &KeyFunction::name);
+    if (found != functions.end()) return found->function;
     LogWrite("input::AddKeyFunc(%s) - [WARNING] %s\n", name.c_str(), warning);
     return nullptr;
 }
-
-} // namespace
 
 void KeyBindings::ReadKeys(ConfigFile* file) {
     if (!INI_FindBlock("input", file)) {

@@ -1,10 +1,12 @@
 // Which key does what: a search tree of bindings, filled from the "input" block of a configuration file.
-// Rests on the key names and the configuration reader; the actions come from above, through FindKeyFunction.
+// Rests on the key names and the configuration reader; what a key can do is handed over as a table.
 #pragma once
 
 #include "input/key_names.h"
 
 #include <memory>
+#include <span>
+#include <string>
 #include <string_view>
 
 class ConfigFile;
@@ -16,10 +18,6 @@ struct KeyFunction {
     KeyAction function; // null for a name that is known and does nothing
 };
 
-// The action of that exact name, null when there is none. The table knows the rules and the mode requests and
-// lies above this file, in play/key_actions.cpp.
-const KeyFunction* FindKeyFunction(std::string_view name);
-
 struct KeyBinding {
     const KeyName* key = nullptr;
     KeyAction keyUp = nullptr;
@@ -30,6 +28,9 @@ struct KeyBinding {
 
 class KeyBindings {
 public:
+    // What keys can be bound to, in order of search; without it no name has an action. Not owned.
+    void SetFunctions(std::span<const KeyFunction> table) { functions = table; }
+
     // Adds all bindings of the "input" block; a file without one is logged.
     void ReadKeys(ConfigFile* file);
     // Adds one binding, a line of three words with single blanks between: bind, key name, action name. At
@@ -47,5 +48,8 @@ public:
     bool IsEmpty() const { return root == nullptr; }
 
 private:
+    KeyAction LookUp(const std::string& name, const char* warning) const;
+
+    std::span<const KeyFunction> functions;
     std::unique_ptr<KeyBinding> root;
 };

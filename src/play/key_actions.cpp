@@ -1,5 +1,7 @@
-// What the configuration can bind to a key, and the scenes' reading of their bindings.
-// Rests on the rules and the mode requests, and so lies above the bindings that look names up here.
+// The actions act on the one rules object and request modes; the reading of a scene's bindings hands them
+// over.
+#include "play/key_actions.h"
+
 #include "base/log.h"
 #include "config/config_file.h"
 #include "input/input.h"
@@ -34,11 +36,8 @@ constexpr std::array<KeyFunction, 17> KeyFunctions = {{
 
 } // namespace
 
-const KeyFunction* FindKeyFunction(std::string_view name) {
-    for (const KeyFunction& function : KeyFunctions) {
-        if (name == function.name) return &function;
-    }
-    return nullptr;
+std::span<const KeyFunction> KeyActions() {
+    return KeyFunctions;
 }
 
 void mainScene::ExecConfig(const char* path) {
@@ -50,5 +49,6 @@ void mainScene::ExecConfig(const char* path) {
         return;
     }
     configName = std::string(path).substr(0, LongestName);
+    input.SetFunctions(KeyActions());
     input.ReadKeys(&file);
 }

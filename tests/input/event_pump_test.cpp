@@ -15,12 +15,13 @@ protected:
     EventPump() {
         input.Start();
         happened.clear();
-        for (const char* key : {"a", "LEFTARROW", "MOUSEL", "MWHEELUP"})
-            input.AddKeyName(key, "+zoomin");
-        SetActions('a', Note<'a'>, Note<'A'>);
-        SetActions(SDLK_LEFT, Note<'l'>, nullptr);
-        SetActions(SDL_BUTTON_LEFT, Note<'b'>, Note<'B'>);
-        SetActions(SDL_BUTTON_WHEELUP, Note<'w'>, nullptr);
+        static constexpr KeyFunction Functions[] = {
+            {"+a", Note<'a'>}, {"-a", Note<'A'>}, {"+l", Note<'l'>},
+            {"+b", Note<'b'>}, {"-b", Note<'B'>}, {"+w", Note<'w'>},
+        };
+        input.SetFunctions(Functions);
+        for (const char* line : {"bind a a", "bind LEFTARROW +l", "bind MOUSEL b", "bind MWHEELUP +w"})
+            input.AddConfigKey(line);
         SDL_PumpEvents();
         DropEvents();
     }
@@ -35,14 +36,6 @@ protected:
     static void TapButton(Uint8 button) {
         PushButton(SDL_MOUSEBUTTONDOWN, button);
         PushButton(SDL_MOUSEBUTTONUP, button);
-    }
-
-    // The nodes are the test's own to fill: the actions of the table go elsewhere.
-    static void SetActions(int code, KeyAction down, KeyAction up) {
-        auto* binding = const_cast<KeyBinding*>(input.Find(code));
-        ASSERT_NE(binding, nullptr);
-        binding->keyDown = down;
-        binding->keyUp = up;
     }
 };
 

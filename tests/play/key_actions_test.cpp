@@ -1,0 +1,68 @@
+// What bound keys do to the rules and the modes, and how a scene reads its bindings.
+#include "input/input.h"
+#include "play/key_actions.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
+#include "support/map_scene.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+KeyAction ActionOf(std::string_view name) {
+    const auto found = std::ranges::find(KeyActions(), name, &KeyFunction::name);
+    EXPECT_NE(found, KeyActions().end()) << name;
+    return found == KeyActions().end() ? nullptr : found->function;
+}
+
+TEST(KeyActions, ReachTheRulesAndTheModes) {
+    kolvex.NewGame();
+    EXPECT_EQ(KeyActions().size(), 17U);
+    EXPECT_EQ(ActionOf("+pause"), &Main::Pause);
+    EXPECT_EQ(ActionOf("-quit"), &Main::Quit);
+    for (const char* idle :
+         {"-moveforward", "+zoomin", "+zoomout", "+rotup", "+rotdown", "+rotate", "+effect1"})
+        EXPECT_EQ(ActionOf(idle), nullptr) << idle;
+    struct Case {
+        const char* action;
+        MoveState after;
+    };
+    for (const Case& c : {Case{"+moveleft", MoveState::Left}, Case{"-moveright", MoveState::Left},
+                          Case{"-moveleft", MoveState::None}, Case{"+moveright", MoveState::Right},
+                          Case{"-moveright", MoveState::None}, Case{"+movebackward", MoveState::SoftDrop},
+                          Case{"-movebackward", MoveState::None}, Case{"+space", MoveState::Drop},
+                          Case{"+moveleft", MoveState::Drop}}) {
+        ActionOf(c.action)();
+        EXPECT_EQ(kolvex.GetMoveState(), c.after) << c.action;
+    }
+    while (kolvex.GetPiece().type == Piece::Square)
+        kolvex.NewGame();
+    ActionOf("+moveforward")();
+    kolvex.Update();
+    EXPECT_EQ(kolvex.GetPiece().angle, 90);
+}
+
+TEST(KeyActions, SceneReadsItsConfiguration) {
+    const TemporaryFolder folder;
+    MapScene scene;
+    input.Start();
+    scene.ExecConfig("none.cfg");
+    EXPECT_EQ(scene.ConfigName(), "");
+    const std::string longName = std::string(90, 'n') + ".cfg";
+    WriteFile(longName, "<input>\nbind a +pause\n</input>\n");
+    scene.ExecConfig(longName.c_str());
+    EXPECT_EQ(scene.ConfigName(), longName.substr(0, 79));
+    ASSERT_NE(input.Find('a'), nullptr);
+    EXPECT_EQ(input.Find('a')->keyDown, &Main::Pause);
+    input.Destroy();
+    EXPECT_TRUE(input.IsEmpty());
+    EXPECT_EQ(ReadLog(), "mainScene::input.Start()\nmainScene::ExecConfig(none.cfg)\n"
+                         "mainScene::ExecConfig(none.cfg) - Can't load file\nmainScene::ExecConfig(" +
+                             longName + ")\nmainScene::input.Destroy()\n");
+}
+
+} // namespace
