@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     if (INI_FindBlock("entityes", &map) && entityes->Load(&map)) INI_SkipBlock("entityes", &map);
     camera.Load(&map);
-    camera.FollowObject();
+    camera.FollowObject(globalp->Object(static_cast<std::uint32_t>(camera.objectId)));
     for (WorldObject& object : globalp->objects)
         object.Push(1.0F, -1.0F);
     for (std::uint32_t layer = 0; layer < 3; ++layer)

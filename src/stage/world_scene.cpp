@@ -116,18 +116,17 @@ void WorldScene::Update() {
         const Section timed(Profiler::UpdateParticles);
         pengine->Update();
     }
-    MoveListener();
+    const WorldObject* followed = globalp->Object(static_cast<std::uint32_t>(camera.objectId));
+    MoveListener(followed);
     audio.Positional_Update();
-    camera.FollowObject();
+    camera.FollowObject(followed);
 }
 
 // The ear stands on the ground under the camera, on the layer of the object that the camera follows.
-void WorldScene::MoveListener() {
+void WorldScene::MoveListener(const WorldObject* followed) {
     listenerX = camera.x / 2.0F;
     listenerY = camera.y / 2.0F;
     listenerAngle = camera.rot1;
-    const WorldObject* followed =
-        camera.objectId < 0 ? nullptr : globalp->Object(static_cast<std::uint32_t>(camera.objectId));
     listenerPlane = followed ? followed->sector : 0;
 }
 

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+struct WorldObject;
+
 class WorldScene : public mainScene {
 public:
     constexpr WorldScene() = default;
@@ -33,7 +35,7 @@ protected:
 
 private:
     void BindListener() const;
-    void MoveListener();
+    void MoveListener(const WorldObject* followed);
     void DrawGui() const;
 
     // The hearer of positional sounds, in plane units and degrees.

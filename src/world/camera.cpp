@@ -1,9 +1,9 @@
-// The eye; see camera.h.
+// The camera's file keys and its view matrix. One object serves all scenes, which run one after the other.
 #include "world/camera.h"
 
 #include "base/log.h"
 #include "config/config_reader.h"
-#include "world/world_grid.h"
+#include "world/world_object.h"
 
 #include <GL/gl.h>
 
@@ -57,9 +57,7 @@ void Camera::Apply() const {
     glTranslatef(x, y, z);
 }
 
-void Camera::FollowObject() {
-    if (!globalp || objectId < 0) return;
-    const WorldObject* object = globalp->Object(static_cast<std::uint32_t>(objectId));
+void Camera::FollowObject(const WorldObject* object) {
     if (!object) return;
     x = 2.0F * object->x;
     y = 2.0F * object->y;

@@ -1,20 +1,22 @@
 // The one eye through which every scene looks.
-// Rests on the block reader, OpenGL and the world whose object it can follow.
+// Rests on the block reader and OpenGL; the object that it follows is handed to it.
 #pragma once
 
 #include "config/config_file.h"
+
+struct WorldObject;
 
 class Camera {
 public:
     // A scene begins; the eye stays where it is until the scene or its map sets it.
     void Start() const;
 
-    // Takes place, angles and followed object from the `camera` block of an open map file; without one the
+    // Takes position, angles and followed object from the `camera` block of an open map file; without one the
     // camera stays as it is (logged). Keys: floats Camera_x, Camera_y, Camera_z, Camera_rot1, Camera_rot2 and
     // the integer Object_id.
     void Load(ConfigFile* mapFile);
 
-    // Place in drawing units, negated: the eye stands at (-x, -y, -z).
+    // Position in drawing units, negated: the eye stands at (-x, -y, -z).
     void SetPosition(float newX, float newY, float newZ);
     // Degrees: the turn about the upright axis, and the tilt, 0 looking straight down and -90 level.
     void SetAngles(float newRot1, float newRot2);
@@ -25,16 +27,15 @@ public:
     // Replaces the current matrix by the view of this camera.
     void Apply() const;
 
-    // Stands over the followed object and looks where it heads; height and tilt stay. Without a world or with
-    // an index that names no object nothing changes.
-    void FollowObject();
+    // Stands over the object and looks where it heads; height and tilt stay. Null changes nothing.
+    void FollowObject(const WorldObject* object);
 
     float x = 0.0F;
     float y = 0.0F;
     float z = 0.0F;
     float rot1 = 0.0F;
     float rot2 = 0.0F;
-    int objectId = 0; // index in the world's object table
+    int objectId = 0; // index of the object to follow in the world's object table
 };
 
 extern Camera camera;

@@ -64,15 +64,16 @@ TEST_F(MapLoading, FillsEverythingInItsOrder) {
     EXPECT_EQ(entityes->entities.size(), 2U);
     EXPECT_EQ(globalp->ObjectsOf(0).size(), 2U);
     EXPECT_EQ(camera.x, -4.0F);
-    EXPECT_EQ(camera.rot2, -85.0F);
+    float tilt = 0.0F;
+    camera.GetAngles(nullptr, &tilt);
+    EXPECT_EQ(tilt, -85.0F);
     EXPECT_EQ(camera.objectId, 1);
-    camera.FollowObject();
+    camera.FollowObject(globalp->Object(1));
     EXPECT_EQ(camera.x, -10.0F);
     EXPECT_EQ(camera.z, -14.0F);
     EXPECT_EQ(camera.rot1, 0.0F);
-    camera.objectId = 99;
     camera.x = 5.0F;
-    camera.FollowObject();
+    camera.FollowObject(globalp->Object(99));
     EXPECT_EQ(camera.x, 5.0F);
     EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt) - [NOTICE] - no music\n"));
     EXPECT_TRUE(Logged("mainScene::LoadMap(map.txt) - [NOTICE] - no particles\n"));
@@ -175,7 +176,7 @@ protected:
             object.blend %= 4;
         objects->DrawLayer(*globalp, 0);
         backmap->DrawLayer(0);
-        camera.FollowObject();
+        camera.FollowObject(globalp->Object(static_cast<std::uint32_t>(camera.objectId)));
         pengine->Update();
     }
 
