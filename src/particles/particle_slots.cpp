@@ -1,4 +1,5 @@
-// The memory of particles; see particle_slots.h.
+// All arrays lie in one piece of memory, in the order of ParticleArrays; what is done to every array goes
+// through ForEachArray.
 #include "particles/particle_slots.h"
 
 #include <cstring>
@@ -6,21 +7,34 @@
 
 namespace {
 
-constexpr std::size_t WordArrays = 13; // arrays of four-byte values, without colours and marks
 constexpr std::size_t Page = 4096;
 
 constinit std::size_t bytesHeld = 0; // by all slots of the program
 
-// Bytes from one array to the next. Arrays that begin at like places of their pages would compete for the
-// same lines of the cache, so each begins a little over a quarter of a page further on.
+// Fails to compile when the number of arrays changes.
+template<class Visit> constexpr void ForEachArray(ParticleArrays& arrays, Visit visit) {
+    auto& [a, b, c, d, e, f, g, h, i, j, k, l, m, n, o] = arrays;
+    const auto all = [&visit](auto&... array) { (visit(array), ...); };
+    all(a, b, c, d, e, f, g, h, i, j, k, l, m, n, o);
+}
+
+// Bytes from an array of four-byte values to the next. Arrays that begin at the same offset in their pages
+// would compete for the same lines of the cache, so each begins a little over a quarter of a page further on.
 constexpr std::size_t StrideFor(std::size_t slots) {
     const std::size_t bytes = slots * sizeof(float);
     return (bytes + Page - 1) / Page * Page + Page / 4 + 64;
 }
 
-// The colours take four words a slot; the marks fit into one stride.
+// The strides that an array takes: as many as its values have words, and one for less than a word.
+template<class Value> constexpr std::size_t StridesOf(const Value* /*array*/) {
+    return sizeof(Value) < sizeof(float) ? 1 : sizeof(Value) / sizeof(float);
+}
+
 constexpr std::size_t MemoryFor(std::size_t stride) {
-    return (WordArrays + 4 + 1) * stride;
+    std::size_t strides = 0;
+    ParticleArrays arrays;
+    ForEachArray(arrays, [&](auto* array) { strides += StridesOf(array); });
+    return strides * stride;
 }
 
 } // namespace
@@ -51,33 +65,14 @@ bool ParticleSlots::Reset(std::size_t slots) {
 
 void ParticleSlots::Spread(std::size_t stride) {
     std::byte* next = memory.get();
-    const auto take = [&](auto*& array, std::size_t bytes) {
+    ForEachArray(*this, [&](auto*& array) {
         array = reinterpret_cast<std::remove_reference_t<decltype(array)>>(next);
-        next += bytes;
-    };
-    for (float** array :
-         {&x, &y, &z, &previousX, &previousY, &previousZ, &velocityX, &velocityY, &velocityZ, &rota, &size})
-        take(*array, stride);
-    take(age, stride);
-    take(lastKick, stride);
-    take(alive, stride);
-    take(colour, 4 * stride);
-}
-
-Particle ParticleSlots::At(std::size_t slot) const {
-    return {x[slot],         y[slot],        z[slot],         previousX[slot], previousY[slot],
-            previousZ[slot], lastKick[slot], velocityX[slot], velocityY[slot], velocityZ[slot],
-            rota[slot],      colour[slot],   size[slot],      age[slot],       alive[slot] != 0};
+        next += StridesOf(array) * stride;
+    });
 }
 
 void ParticleSlots::Swap(std::size_t a, std::size_t b) {
-    for (float* array :
-         {x, y, z, previousX, previousY, previousZ, velocityX, velocityY, velocityZ, rota, size})
-        std::swap(array[a], array[b]);
-    std::swap(colour[a], colour[b]);
-    std::swap(age[a], age[b]);
-    std::swap(lastKick[a], lastKick[b]);
-    std::swap(alive[a], alive[b]);
+    ForEachArray(*this, [a, b](auto* array) { std::swap(array[a], array[b]); });
 }
 
 std::size_t ParticleSlots::FirstDead(std::size_t from) const {

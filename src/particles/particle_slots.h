@@ -12,22 +12,28 @@ struct ParticleColour {
     float red = 0, green = 0, blue = 0, alpha = 0;
 };
 
-// A copy of one slot.
-struct Particle {
-    float x = 0, y = 0, z = 0;                         // particle space, z up
-    float previousX = 0, previousY = 0, previousZ = 0; // before the last move
-    std::int32_t lastKick = 0;                         // key-frame counter at the last kick
-    float velocityX = 0, velocityY = 0, velocityZ = 0; // units a millisecond
-    float rota = 0;                                    // turn of the sprite, degrees
-    ParticleColour colour;
-    float size = 0;        // half width of the sprite and clearance over the floor
-    std::uint32_t age = 0; // ms
-    bool alive = false;
+// One array to each quantity of a particle; entry i of all of them together is the particle in slot i.
+struct ParticleArrays {
+    float* x = nullptr; // particle space, z up
+    float* y = nullptr;
+    float* z = nullptr;
+    float* previousX = nullptr; // before the last move
+    float* previousY = nullptr;
+    float* previousZ = nullptr;
+    float* velocityX = nullptr; // units a millisecond
+    float* velocityY = nullptr;
+    float* velocityZ = nullptr;
+    float* rota = nullptr;            // turn of the sprite, degrees
+    float* size = nullptr;            // half width of the sprite and clearance over the floor
+    std::uint32_t* age = nullptr;     // ms
+    std::int32_t* lastKick = nullptr; // key-frame counter at the last kick
+    std::uint8_t* alive = nullptr;    // 1, or 0: free for emission
+    ParticleColour* colour = nullptr;
 };
 
-class ParticleSlots {
+class ParticleSlots : public ParticleArrays {
 public:
-    static constexpr std::int32_t NeverKicked = -1; // a key-frame counter that no particle has
+    static constexpr std::int32_t NeverKicked = -1; // a key-frame counter that no age gives
     // Passes go over so many slots at a time: few enough that all their arrays stay in the processor's first
     // cache from one pass to the next.
     static constexpr std::size_t BlockSize = 256;
@@ -41,26 +47,9 @@ public:
     [[nodiscard]] bool Reset(std::size_t slots);
     std::size_t Count() const { return count; }
 
-    Particle At(std::size_t slot) const;
     void Swap(std::size_t a, std::size_t b);
     // The first dead slot from `from` on; Count() when there is none.
     std::size_t FirstDead(std::size_t from) const;
-
-    float* x = nullptr;
-    float* y = nullptr;
-    float* z = nullptr;
-    float* previousX = nullptr;
-    float* previousY = nullptr;
-    float* previousZ = nullptr;
-    float* velocityX = nullptr;
-    float* velocityY = nullptr;
-    float* velocityZ = nullptr;
-    float* rota = nullptr;
-    float* size = nullptr;
-    ParticleColour* colour = nullptr;
-    std::uint32_t* age = nullptr;
-    std::int32_t* lastKick = nullptr;
-    std::uint8_t* alive = nullptr; // 1, or 0: free for emission
 
 private:
     static constexpr std::align_val_t Alignment{64};

@@ -208,13 +208,13 @@ TEST_F(Engine, LaunchesAlongTheDirection) {
     const Vec3 directions[] = {{0, 0, 0}, {0, 2, 0}, {3, 0, 0}, {0, -1, 0}};
     const Vec3 expected[] = {{0, 0.01F, 0}, {0, 0.01F, 0}, {0.01F, 0, 0}, {0, -0.01F, 0}};
     for (std::size_t i = 0; i < 4; ++i) {
-        const Particle p =
-            engine.ActiveEffect(0, 255, {1, 2, 3}, directions[i])->emitters[0]->particles.At(0);
-        EXPECT_NEAR(p.velocityX, expected[i].x, 1e-8) << i;
-        EXPECT_NEAR(p.velocityY, expected[i].y, 1e-8) << i;
-        EXPECT_NEAR(p.velocityZ, expected[i].z, 1e-8) << i;
-        EXPECT_EQ(p.x, 1.0F);
-        EXPECT_EQ(p.z, 3.0F);
+        const ParticleSlots& slots =
+            engine.ActiveEffect(0, 255, {1, 2, 3}, directions[i])->emitters[0]->particles;
+        EXPECT_NEAR(slots.velocityX[0], expected[i].x, 1e-8) << i;
+        EXPECT_NEAR(slots.velocityY[0], expected[i].y, 1e-8) << i;
+        EXPECT_NEAR(slots.velocityZ[0], expected[i].z, 1e-8) << i;
+        EXPECT_EQ(slots.x[0], 1.0F);
+        EXPECT_EQ(slots.z[0], 3.0F);
     }
 }
 

@@ -70,16 +70,17 @@ void LoadDice() {
     randomTable.Fill();
 }
 
-PlainParticle PlainCopy(const Particle& p) {
-    PlainParticle q;
-    q.place = {p.x, p.y, p.z};
-    q.previous = {p.previousX, p.previousY, p.previousZ};
-    q.velocity = {p.velocityX, p.velocityY, p.velocityZ};
-    q.look = {p.colour.red, p.colour.green, p.colour.blue, p.colour.alpha, p.rota, p.size};
-    q.age = p.age;
-    q.lastKick = p.lastKick;
-    q.alive = p.alive;
-    return q;
+PlainParticle PlainCopy(const ParticleSlots& s, std::size_t i) {
+    PlainParticle p;
+    p.place = {s.x[i], s.y[i], s.z[i]};
+    p.previous = {s.previousX[i], s.previousY[i], s.previousZ[i]};
+    p.velocity = {s.velocityX[i], s.velocityY[i], s.velocityZ[i]};
+    const ParticleColour& colour = s.colour[i];
+    p.look = {colour.red, colour.green, colour.blue, colour.alpha, s.rota[i], s.size[i]};
+    p.age = s.age[i];
+    p.lastKick = s.lastKick[i];
+    p.alive = s.alive[i] != 0;
+    return p;
 }
 
 double Length(const Triple& v) {
@@ -121,7 +122,7 @@ public:
 
     void Update(int dt) {
         for (std::size_t i = 0; i < before.size(); ++i)
-            before[i] = PlainCopy(game.particles.At(i));
+            before[i] = PlainCopy(game.particles, i);
         game.Update(static_cast<std::uint32_t>(dt));
         plain.Update(dt);
         Compare(dt);
@@ -147,7 +148,7 @@ private:
         bool parted = false;
         for (std::size_t i = 0; i < plain.particles.size(); ++i) {
             const PlainParticle& model = plain.particles[i];
-            const PlainParticle mine = PlainCopy(game.particles.At(i));
+            const PlainParticle mine = PlainCopy(game.particles, i);
             const bool same = mine.alive == model.alive && (!mine.alive || mine.age == model.age);
             const double out = std::max(1.0, Length(mine.place));
             const bool reborn = mine.age < before[i].age;
@@ -185,7 +186,7 @@ private:
 
     void TakeOver() {
         for (std::size_t i = 0; i < plain.particles.size(); ++i)
-            plain.particles[i] = PlainCopy(game.particles.At(i));
+            plain.particles[i] = PlainCopy(game.particles, i);
         plain.random = randomTable;
         plain.dead = static_cast<int>(game.deadCount);
         plain.sinceBurst = game.emitTimer;
