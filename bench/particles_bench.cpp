@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::uint32_t Delta = 16;         // ms a frame
 constexpr std::int64_t FramesOfALife = 250; // four seconds; then everything starts anew, untimed
-constexpr int Life = 1'000'000;             // nobody dies, but everybody is asked
+constexpr int Life = 1'000'000;             // no particle reaches it, but each is compared with it
 
 QEV_PTEmittor MakeEmitter(std::size_t particles) {
     QEV_PTEmittor emitter;
@@ -109,8 +109,8 @@ public:
         Look();
         Glide(x.data(), px.data(), vx.data());
         Glide(y.data(), py.data(), vy.data());
-        // Where nobody meets a wall, one look at the cell under each new place is the least that must be
-        // done.
+        // Where no particle meets a wall, one look at the cell under each new position is the least that must
+        // be done.
         std::size_t met = 0;
         for (std::size_t i = 0; i < count; ++i) {
             const auto cell = static_cast<std::size_t>(-static_cast<int>(x[i])) * 256 +

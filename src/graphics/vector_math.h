@@ -1,8 +1,11 @@
-// Three-component vectors and the fast normalisation that the models' normals use. Rests on nothing.
+// Three-component vectors, the fast normalisation that the models' normals use, and degrees. Rests on nothing.
 #pragma once
 
 #include <bit>
 #include <cstdint>
+#include <numbers>
+
+inline constexpr float RadiansPerDegree = std::numbers::pi_v<float> / 180.0F;
 
 struct Vec3 {
     float x = 0;

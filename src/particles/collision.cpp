@@ -1,4 +1,5 @@
-// Collisions of particles with the map; see collision.h.
+// A particle that meets nothing on its straight way moves as in free flight; only one that does is stepped
+// through the frame, a millisecond at a time.
 #include "particles/collision.h"
 
 #include "world/world_grid.h"
@@ -9,7 +10,7 @@
 
 namespace {
 
-// The grid's cells lie over x and y between these.
+// The grid's cells lie over x and y between these: cell 0 over -1 to 1, since coordinates are cut towards 0.
 constexpr double GridBegin = -static_cast<double>(GridSize);
 constexpr double GridEnd = 1.0;
 
@@ -36,10 +37,10 @@ public:
 
     // Prepares for the lines behind a share.
     void StartAt(double share) {
-        const double place = At(share);
-        line = way > 0.0 ? std::floor(place) + 1.0 : std::ceil(place) - 1.0;
+        const double position = At(share);
+        line = way > 0.0 ? std::floor(position) + 1.0 : std::ceil(position) - 1.0;
     }
-    // The share at which the next line is crossed; beyond the end on a way along the lines.
+    // The share at which the next line is crossed; 2, beyond the end, on a way along the lines.
     double NextCrossing() const { return way == 0.0 ? 2.0 : (line - from) / way; }
     void Cross() { line += way > 0.0 ? 1.0 : -1.0; }
 
@@ -55,7 +56,8 @@ bool WalksIntoWall(Axis x, Axis y) {
     if (!x.Clip(begin, end) || !y.Clip(begin, end)) return false;
     x.StartAt(begin);
     y.StartAt(begin);
-    // Between two lines the way is in one cell. No way over the grid crosses more lines than it has.
+    // Between two lines the way is in one cell. The loop ends in any case: no way over the grid crosses more
+    // lines than the grid has.
     for (int stretch = 0; stretch <= 2 * (GridSize + 2) && begin < end; ++stretch) {
         const double next = std::min({x.NextCrossing(), y.NextCrossing(), end});
         const double middle = (begin + next) * 0.5;
@@ -124,7 +126,7 @@ bool MeetsObject(const Obstacles& obstacles, double x, double y, double toX, dou
 }
 
 // After a step that has been made: every object ahead pushes back one axis.
-void AnswerObjects(const QEV_PTEmittor& emitter, double k, const Obstacles& obstacles, Walker& walker) {
+void DeflectFromObjects(const QEV_PTEmittor& emitter, double k, const Obstacles& obstacles, Walker& walker) {
     const double dx = k * walker.velocityX;
     const double dy = k * walker.velocityY;
     obstacles.ForEach([&](const WorldObject& object) {
@@ -152,7 +154,7 @@ void StepThroughFrame(const QEV_PTEmittor& emitter, const FrameStep& step, const
             walker.x += k * walker.velocityX;
             walker.y += k * walker.velocityY;
         }
-        AnswerObjects(emitter, k, obstacles, walker);
+        DeflectFromObjects(emitter, k, obstacles, walker);
     }
 }
 

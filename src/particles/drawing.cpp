@@ -1,4 +1,4 @@
-// Drawing particles; see drawing.h.
+// Every style makes one run of its primitive; colour and texture cell are set particle by particle.
 #include "particles/drawing.h"
 
 #include "graphics/gl_state.h"
@@ -9,25 +9,26 @@
 
 namespace {
 
-constexpr float DegreesToRadians = 0.017453292F;
-constexpr int LastPrimitive = GL_POLYGON;
+constexpr int LastPrimitive = GL_POLYGON; // of glBegin's numbers
 
 // Particle space as it is drawn.
 Vec3 Drawn(Vec3 p) {
     return {-2.0F * p.x, -2.0F * p.y, 2.0F * p.z};
 }
 
-Vec3 Place(const ParticleSlots& slots, std::size_t i) {
+Vec3 Position(const ParticleSlots& slots, std::size_t i) {
     return Drawn({slots.x[i], slots.y[i], slots.z[i]});
 }
 
-Vec3 PreviousPlace(const ParticleSlots& slots, std::size_t i) {
+Vec3 PreviousPosition(const ParticleSlots& slots, std::size_t i) {
     return Drawn({slots.previousX[i], slots.previousY[i], slots.previousZ[i]});
 }
 
-// The camera keeps the eye's place negated.
+// The camera keeps the eye's position negated.
 Vec3 Eye() {
-    return {-camera.x, -camera.y, -camera.z};
+    Vec3 negated;
+    camera.GetPosition(&negated.x, &negated.y, &negated.z);
+    return negated * -1.0F;
 }
 
 bool IsZero(Vec3 v) {
@@ -67,7 +68,7 @@ void Quad(const TextureCell& cell, Vec3 a, Vec3 b, Vec3 c, Vec3 d) {
     Corner(cell[3], d);
 }
 
-// A band from one place to another, half as wide as `width` is long on either side.
+// A band from one point to another, which reaches `width` to either side.
 void Band(const TextureCell& cell, Vec3 from, Vec3 to, Vec3 width) {
     if (IsZero(width)) return;
     Quad(cell, from + width, from - width, to - width, to + width);
@@ -85,8 +86,8 @@ void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
-        const Vec3 p = Place(slots, i);
-        const float angle = slots.rota[i] * DegreesToRadians;
+        const Vec3 p = Position(slots, i);
+        const float angle = slots.rota[i] * RadiansPerDegree;
         const float s = slots.size[i];
         const Vec3 a = (right * std::sin(angle) + up * std::cos(angle)) * s;
         const Vec3 b = (right * std::cos(angle) - up * std::sin(angle)) * s;
@@ -104,7 +105,7 @@ void DrawRays(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
-        const Vec3 p = Place(slots, i);
+        const Vec3 p = Position(slots, i);
         SetColour(slots.colour[i]);
         Band(CellAt(emitter, slots.age[i]), p, source, Width(p, source, eye, slots.size[i]));
     }
@@ -118,8 +119,8 @@ void DrawStreaks(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
-        const Vec3 p = Place(slots, i);
-        const Vec3 q = PreviousPlace(slots, i);
+        const Vec3 p = Position(slots, i);
+        const Vec3 q = PreviousPosition(slots, i);
         const Vec3 move = p - q;
         const float size = slots.size[i];
         const float length = 2.0F * std::sqrt(Dot(move, move)) + 4.0F * size;
@@ -138,8 +139,8 @@ void DrawPairs(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i + 1 < slots.Count(); i += 2) {
         if (!slots.alive[i] || !slots.alive[i + 1]) continue;
-        const Vec3 p = Place(slots, i);
-        const Vec3 q = Place(slots, i + 1);
+        const Vec3 p = Position(slots, i);
+        const Vec3 q = Position(slots, i + 1);
         SetColour(slots.colour[i]);
         Band(CellAt(emitter, slots.age[i]), p, q, Width(p, q, eye, slots.size[i]));
     }
@@ -186,7 +187,7 @@ void DrawRibbon(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     glBegin(static_cast<GLenum>(emitter.shape));
     for (std::size_t i = 0; i < slots.Count(); ++i) {
         if (!slots.alive[i]) continue;
-        const Vec3 p = Place(slots, i);
+        const Vec3 p = Position(slots, i);
         const Vec3 width = Width(p, before, eye, slots.size[i]);
         if (draws && !IsZero(width)) {
             const TextureCell& cell = CellAt(emitter, slots.age[i]);

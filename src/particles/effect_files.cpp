@@ -1,4 +1,5 @@
-// Effect and emitter files; see effect_files.h.
+// An emitter file is read forward only: its texture, its frames, then its plain keys, which are found behind
+// the frames alone.
 #include "particles/effect_files.h"
 
 #include "base/log.h"

@@ -1,4 +1,5 @@
-// Running emitters; see emitter.h.
+// A frame is one pass over the slots, in which every particle ages, takes its key frame and moves, and then
+// the emitter's own end and burst.
 #include "particles/emitter.h"
 
 #include "base/log.h"
@@ -144,27 +145,28 @@ void EmitterInstance::StartParticle(std::size_t slot, const Vec3 (&axes)[3]) {
     }
     const Vec3 start = NextThree(RandomTable::Start);
     const Vec3 launch = NextThree(RandomTable::Launch);
-    const Vec3 place = position + Turn(axes, {start.x * emitter->startx, start.y * emitter->starty,
-                                              start.z * emitter->startz});
+    const Vec3 origin = position + Turn(axes, {start.x * emitter->startx, start.y * emitter->starty,
+                                               start.z * emitter->startz});
     const Vec3 velocity = Turn(axes, {launch.x * emitter->dirx + emitter->power, launch.y * emitter->diry,
                                       launch.z * emitter->dirz});
-    particles.x[slot] = particles.previousX[slot] = place.x;
-    particles.y[slot] = particles.previousY[slot] = place.y;
-    particles.z[slot] = particles.previousZ[slot] = place.z;
+    particles.x[slot] = particles.previousX[slot] = origin.x;
+    particles.y[slot] = particles.previousY[slot] = origin.y;
+    particles.z[slot] = particles.previousZ[slot] = origin.z;
     particles.velocityX[slot] = velocity.x;
     particles.velocityY[slot] = velocity.y;
     particles.velocityZ[slot] = velocity.z;
 }
 
 void followOwner(EmitterInstance& instance, Vec3& position, Vec3& direction) {
-    constexpr float DegreesToRadians = std::numbers::pi_v<float> / 180.0F;
-    constexpr float Forward = 2.35619449F; // three eighths of a turn
+    // (cos - sin, sin + cos) points an eighth of a turn ahead of its angle: with three eighths taken off,
+    // heading 0 looks along -y, a quarter of a turn back.
+    constexpr float ThreeEighths = static_cast<float>(std::numbers::pi * 3.0 / 4.0);
     constexpr float Length = 0.001F;
     const WorldObject* object = globalp ? globalp->Object(instance.owner->owner) : nullptr;
     if (!object) return;
     position.x = object->x;
     position.y = object->y;
-    const float phi = -object->heading * DegreesToRadians - Forward;
+    const float phi = -object->heading * RadiansPerDegree - ThreeEighths;
     direction.x = Length * (std::cos(phi) - std::sin(phi));
     direction.y = Length * (std::sin(phi) + std::cos(phi));
 }

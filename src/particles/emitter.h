@@ -16,7 +16,7 @@ class EmitterInstance {
 public:
     using FollowHook = void (*)(EmitterInstance& instance, Vec3& position, Vec3& direction);
 
-    // Begins at the effect's place with one burst.
+    // Begins at the effect's position with one burst.
     void Start(EffectInstance& effect, const QEV_PTEmittor& emitter);
     // One frame of `delta` milliseconds: ages, ends, moves and emits particles. Clears `active` when it has
     // finished.

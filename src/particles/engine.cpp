@@ -1,4 +1,5 @@
-// The particle engine; see engine.h.
+// Emitters run in their texture's batch, in the order of their start; an effect is freed with its last
+// emitter.
 #include "particles/engine.h"
 
 #include "base/frame_clock.h"

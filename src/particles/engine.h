@@ -23,8 +23,8 @@ public:
     QEV_PEngine& operator=(const QEV_PEngine&) = delete;
 
     // Fills the random table and reads an effect list; false, logged, when the file or its block is missing.
-    bool Load(const char* path);
-    // Starts effect number `id` for the world object `owner` (255 none) at a place in particle space,
+    [[nodiscard]] bool Load(const char* path);
+    // Starts effect number `id` for the world object `owner` (255 none) at a point of particle space,
     // launched along `direction`. Null, logged, for a number that the map does not have. The instance stays
     // valid until its last emitter has finished; one that has no emitter to run, until the next Update.
     EffectInstance* ActiveEffect(std::uint32_t id, std::uint32_t owner, const Vec3& position,

@@ -1,5 +1,4 @@
-// Key frames; see key_frames.h. Each pass does one thing for a whole block, so that the compiler can
-// vectorise it.
+// Each pass does one thing for a whole block, so that the compiler can vectorise it.
 #include "particles/key_frames.h"
 
 #include "particles/random_table.h"
@@ -11,20 +10,21 @@ namespace {
 
 constexpr std::size_t BlockSize = ParticleSlots::BlockSize;
 
-// Where the particles of a block are in their frames.
-struct FramePlaces {
+// Which key frame each particle of a block has reached, and how far it is into it.
+struct FramePositions {
     std::array<std::int32_t, BlockSize> counter; // frames entered since birth
     std::array<std::int32_t, BlockSize> current; // index of the frame
-    std::array<float, BlockSize> blend;          // way to the next frame, 0 to 1
+    std::array<float, BlockSize> blend;          // share of the next frame, 0 to 1
 };
 
-// A frame begins at multiples of its duration. The tenth of a millisecond keeps an age on that edge on its
-// far side whatever the product rounds to; half a frame does the same for the rounds. Single precision is
-// good for that up to this age, some four minutes.
+// A key frame begins when the age reaches a multiple of its duration. Division there is a product with the
+// reciprocal, which may come out a little too small; a tenth of a millisecond more, less than the next whole
+// age, makes sure of the frame. In the same way half a frame makes sure of the number of whole rounds. A
+// float holds ages with a tenth of a millisecond up to this one, some four minutes.
 constexpr std::uint32_t SinglePrecisionAges = 1U << 18U;
 
 void FindFrames(const QEV_PTEmittor& emitter, const std::uint32_t* __restrict age, std::size_t count,
-                FramePlaces& places) {
+                FramePositions& positions) {
     const auto duration = static_cast<float>(emitter.framespeed);
     const float perMillisecond = 1.0F / duration;
     const auto frames = static_cast<float>(emitter.frames.size());
@@ -35,15 +35,15 @@ void FindFrames(const QEV_PTEmittor& emitter, const std::uint32_t* __restrict ag
         const auto counter = static_cast<std::int32_t>((time + 0.1F) * perMillisecond);
         const auto entered = static_cast<float>(counter);
         const auto rounds = static_cast<float>(static_cast<std::int32_t>((entered + 0.5F) * perFrame));
-        places.counter[i] = counter;
-        places.current[i] = static_cast<std::int32_t>(entered - rounds * frames);
-        places.blend[i] = (time - duration * entered) * perMillisecond;
+        positions.counter[i] = counter;
+        positions.current[i] = static_cast<std::int32_t>(entered - rounds * frames);
+        positions.blend[i] = (time - duration * entered) * perMillisecond;
     }
 }
 
 // The same for any age. A counter beyond 31 bits, weeks of one-millisecond frames, stays at the last.
 void FindFramesOfOld(const QEV_PTEmittor& emitter, const std::uint32_t* __restrict age, std::size_t count,
-                     FramePlaces& places) {
+                     FramePositions& positions) {
     constexpr double LastCounter = 2147483647.0;
     const double duration = emitter.framespeed;
     const double perMillisecond = 1.0 / duration;
@@ -54,9 +54,9 @@ void FindFramesOfOld(const QEV_PTEmittor& emitter, const std::uint32_t* __restri
         const auto counter = static_cast<std::int32_t>(std::min((time + 0.1) * perMillisecond, LastCounter));
         const double entered = counter;
         const double rounds = static_cast<std::int32_t>((entered + 0.5) * perFrame);
-        places.counter[i] = counter;
-        places.current[i] = static_cast<std::int32_t>(entered - rounds * frames);
-        places.blend[i] = static_cast<float>((time - duration * entered) * perMillisecond);
+        positions.counter[i] = counter;
+        positions.current[i] = static_cast<std::int32_t>(entered - rounds * frames);
+        positions.blend[i] = static_cast<float>((time - duration * entered) * perMillisecond);
     }
 }
 
@@ -70,15 +70,15 @@ bool AllYoung(const ParticleSlots& slots, std::size_t from, std::size_t count) {
 }
 
 void BlendLooks(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, std::size_t count,
-                const FramePlaces& places) {
+                const FramePositions& positions) {
     const FrameLook* __restrict looks = emitter.looks.data();
     ParticleColour* __restrict colour = slots.colour + from;
     float* __restrict rota = slots.rota + from;
     float* __restrict size = slots.size + from;
     for (std::size_t i = 0; i < count; ++i) {
-        const FrameLook& a = looks[places.current[i]];
-        const FrameLook& b = looks[places.current[i] + 1];
-        const float t = places.blend[i];
+        const FrameLook& a = looks[positions.current[i]];
+        const FrameLook& b = looks[positions.current[i] + 1];
+        const float t = positions.blend[i];
         const float s = 1.0F - t;
         colour[i] = {s * a.colour.red + t * b.colour.red, s * a.colour.green + t * b.colour.green,
                      s * a.colour.blue + t * b.colour.blue, s * a.colour.alpha + t * b.colour.alpha};
@@ -95,13 +95,13 @@ void Kick(const ParticleFrame& frame, bool pushes, ParticleSlots& slots, std::si
 }
 
 void KickNewcomers(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, std::size_t count,
-                   const FramePlaces& places) {
+                   const FramePositions& positions) {
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t slot = from + i;
-        const std::int32_t counter = places.counter[i];
+        const std::int32_t counter = positions.counter[i];
         if (!slots.alive[slot] || slots.lastKick[slot] == counter) continue;
         slots.lastKick[slot] = counter;
-        Kick(emitter.frames[static_cast<std::size_t>(places.current[i])], counter % 2 == 0, slots, slot);
+        Kick(emitter.frames[static_cast<std::size_t>(positions.current[i])], counter % 2 == 0, slots, slot);
     }
 }
 
@@ -115,11 +115,11 @@ void EvaluateFrames(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::siz
         std::fill_n(slots.size + from, count, 0.0F);
         return;
     }
-    FramePlaces places;
+    FramePositions positions;
     if (AllYoung(slots, from, count))
-        FindFrames(emitter, slots.age + from, count, places);
+        FindFrames(emitter, slots.age + from, count, positions);
     else
-        FindFramesOfOld(emitter, slots.age + from, count, places);
-    BlendLooks(emitter, slots, from, count, places);
-    if (emitter.framerandom) KickNewcomers(emitter, slots, from, count, places);
+        FindFramesOfOld(emitter, slots.age + from, count, positions);
+    BlendLooks(emitter, slots, from, count, positions);
+    if (emitter.framerandom) KickNewcomers(emitter, slots, from, count, positions);
 }

@@ -1,5 +1,5 @@
-// The motion of particles; see motion.h. Passes over a block of slots, which the compiler vectorises; only
-// those that meet something are stepped on their own, a millisecond at a time.
+// Passes over a block of slots, which the compiler vectorises; only those that meet something are stepped on
+// their own, a millisecond at a time.
 #include "particles/motion.h"
 
 #include "particles/collision.h"
@@ -14,15 +14,15 @@ constexpr std::size_t BlockSize = ParticleSlots::BlockSize;
 // A bounce with more speed than this ends the frame's motion at the floor.
 constexpr double RestingSpeed = 1e-23;
 
-void Glide(float* __restrict place, float* __restrict previous, float* __restrict velocity, std::size_t count,
-           const FrameStep& step) {
+void Glide(float* __restrict position, float* __restrict previous, float* __restrict velocity,
+           std::size_t count, const FrameStep& step) {
     const float way = step.time * step.k;
     const float kept = step.d;
     for (std::size_t i = 0; i < count; ++i) {
         const float speed = velocity[i];
-        const float from = place[i];
+        const float from = position[i];
         previous[i] = from;
-        place[i] = from + way * speed;
+        position[i] = from + way * speed;
         velocity[i] = speed * kept;
     }
 }
@@ -98,7 +98,7 @@ void Fall(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, 
         marks[i] = !(newZ[i] >= size[i]);
         any |= marks[i];
     }
-    // One choice to a loop: two in one make the compiler branch.
+    // Each loop chooses for one array; with both in one loop the compiler branches in place of vectorising.
     for (std::size_t i = 0; i < count; ++i)
         z[i] = newZ[i] >= size[i] ? newZ[i] : z[i];
     for (std::size_t i = 0; i < count; ++i)

@@ -9,7 +9,7 @@
 #include <cstdint>
 
 // Moves the live particles of the slots from `from` up to `to` by `delta` milliseconds, as the emitter's
-// collision mode says; what dead slots hold afterwards is of no account. `owner` is the index of the object
-// that the effect belongs to, which its particles never hit. Whoever dies still completes its move.
+// collision mode says. `owner` is the index of the object that the effect belongs to; its particles never hit
+// it. A particle that dies on the way still completes its move. Dead slots hold any values afterwards.
 void MoveParticles(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, std::size_t to,
                    std::uint32_t delta, std::uint32_t owner);

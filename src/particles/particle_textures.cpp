@@ -1,4 +1,5 @@
-// Particle pictures; see particle_textures.h.
+// The edges of a sheet's cells are written as decimals, as the pictures were painted for them: thirds as
+// 0.33, and as 0.333 in sheets of twelve.
 #include "particles/particle_textures.h"
 
 #include "base/log.h"

@@ -1,4 +1,4 @@
-// The table of random values; see random_table.h.
+// Draws from the C library's generator, cut to the 15 bits that every system has.
 #include "particles/random_table.h"
 
 #include <cstdlib>

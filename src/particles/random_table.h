@@ -7,11 +7,11 @@
 
 class RandomTable {
 public:
-    // What a value is drawn for; each purpose reads the table at its own place.
+    // What a value is drawn for; each purpose reads the table with its own cursor.
     enum Cursor { KickX, KickY, KickZ, Launch, Start, Age, CursorCount };
 
-    // Draws all values anew, -1 to 0.9999 in steps of 0.0001, and places the three kick cursors at random.
-    // The other three stay where they are.
+    // Draws all values anew, -1 to 0.9999 in steps of 0.0001, and sets the three kick cursors to random
+    // entries. The other three stay where they are.
     void Fill();
     // The value under a cursor, which moves on, from 255 back to 0.
     float Next(Cursor cursor) { return values[cursors[cursor]++]; }

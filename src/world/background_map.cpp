@@ -1,4 +1,4 @@
-// The ground of a map; see background_map.h.
+// Tiles are one display list, drawn at each cell with the texture of the cell's group.
 #include "world/background_map.h"
 
 #include "base/log.h"
@@ -13,7 +13,7 @@ constinit std::unique_ptr<Backmap> backmap;
 
 namespace {
 
-constexpr float TileScale = 2.0F; // a cell is 2 drawing units wide
+constexpr float CellWidth = 2.0F; // drawing units; the tile's shape is scaled to it
 
 } // namespace
 
@@ -24,7 +24,7 @@ bool Backmap::Load(const char* path) {
         return false;
     }
     models.Init();
-    models.SetScale(TileScale);
+    models.SetScale(CellWidth);
     sectors.assign(1, BackgroundSector{});
     return true;
 }
@@ -40,7 +40,9 @@ void Backmap::DrawLayer(std::uint32_t sector) const {
         glBindTexture(GL_TEXTURE_2D, models.textures.Get(drawn.groupTexture[g]));
         for (std::size_t c = 0; c < drawn.groupCellCount[g]; ++c) {
             const BackgroundCell& cell = drawn.groupCells[g][c];
-            tile.DrawAtXY(2.0F * static_cast<float>(cell.x) + 1.0F, 2.0F * static_cast<float>(cell.y) + 1.0F);
+            // The tile's shape is centred on the cell.
+            tile.DrawAtXY(CellWidth * (static_cast<float>(cell.x) + 0.5F),
+                          CellWidth * (static_cast<float>(cell.y) + 0.5F));
         }
     }
     glDisableClientState(GL_VERTEX_ARRAY);

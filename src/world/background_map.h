@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-// One tile: its place on the 256 x 256 grid and what the world's grids take over from it.
+// One tile: its cell on the 256 x 256 grid and what the world's grids take over from it.
 struct BackgroundCell {
     std::uint8_t x = 0;
     std::uint8_t y = 0;
@@ -34,7 +34,7 @@ class Backmap {
 public:
     // Starts the ground that the file names: one empty sector. The file's content is not read. A missing file
     // is logged, the media layer is shut down, and the result is false.
-    bool Load(const char* path);
+    [[nodiscard]] bool Load(const char* path);
 
     // Draws the tiles of one layer with their textures; a layer beyond the sectors draws nothing. The tile's
     // shape is the first model of the store.

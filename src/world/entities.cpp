@@ -1,4 +1,5 @@
-// The entity list; see entities.h.
+// A record names its world object by index, so whatever takes an object out of the world's table renumbers
+// the records behind it.
 #include "world/entities.h"
 
 #include "audio/audio.h"
@@ -26,11 +27,6 @@ std::string ReadPath(const char* key, ConfigFile* file, std::size_t limit) {
     return path;
 }
 
-std::uint16_t AddModel(const std::string& model, const std::string& skin) {
-    const std::uint16_t index = objects->models.FindOrAddMD2(model.c_str(), skin.c_str());
-    return index == QEV_MD2loader::None ? WorldObject::NoModel : objects->models.AddInstance(index);
-}
-
 // Reads the entity file into a record with a new world object; false, and nothing added, without its block.
 bool ReadEntityFile(const char* path, Entity& entity) {
     ConfigFile file(path);
@@ -44,9 +40,10 @@ bool ReadEntityFile(const char* path, Entity& entity) {
     const std::uint32_t index = globalp->AddObject();
     entity.object = static_cast<std::uint8_t>(index);
     entity.path = path;
-    const std::uint16_t slot = AddModel(model, skin);
+    // Without a model, not even the blank one, it gets an instance that draws nothing.
+    QEV_MD2loader& models = objects->models;
     WorldObject& object = globalp->objects[index];
-    object.modelSlot = slot;
+    object.modelSlot = models.AddInstance(models.FindOrAddMD2(model.c_str(), skin.c_str()));
     object.status = static_cast<std::uint8_t>(INI_ReadInt("status", &file));
     object.size = INI_ReadFloat("size", &file);
     object.bplayer = static_cast<std::uint8_t>(INI_ReadInt("bplayer", &file));

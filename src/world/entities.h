@@ -33,8 +33,8 @@ public:
     // the list changes), or none (logged).
     Entity* NewEntity(const char* path);
 
-    // Places an entity by the keys posx and posy at the file's position, and puts it into the sector under
-    // it; off every sector it goes into sector 0 (logged).
+    // Sets an entity down at the keys posx and posy behind the file's position, in the sector under that
+    // point; off every sector it goes into sector 0 (logged).
     void ReadCustom(const Entity& entity, ConfigFile* mapFile);
 
     // Removes one entity and its world object; a wrong index changes nothing.

@@ -1,4 +1,4 @@
-// The object set of a map; see object_set.h.
+// An object is drawn as its model stands, turned by its heading and blended as it asks.
 #include "world/object_set.h"
 
 #include "base/log.h"

@@ -13,7 +13,7 @@ class Objects {
 public:
     // Starts an empty set. The file must be there, its content is not read; a missing one is logged, the
     // media layer is shut down, and the result is false.
-    bool Load(const char* path);
+    [[nodiscard]] bool Load(const char* path);
 
     // Draws the objects listed in one layer of the world, each with its model's current frame.
     void DrawLayer(const Globalp& world, std::uint32_t layer);

@@ -1,4 +1,4 @@
-// The grids, lists and object table of a map; see world_grid.h.
+// The objects of a sector stand at the front of its list; whoever takes one out fills the gap with the last.
 #include "world/world_grid.h"
 
 #include "audio/audio.h"
@@ -15,7 +15,7 @@ SectorList EmptyList() {
     return list;
 }
 
-// Objects in use; the last place always holds the end mark.
+// Number of objects listed; the last byte always is the end mark.
 std::size_t Length(const SectorList& list) {
     return static_cast<std::size_t>(std::find(list.begin(), list.end() - 1, SectorListEnd) - list.begin());
 }
@@ -23,9 +23,9 @@ std::size_t Length(const SectorList& list) {
 void Remove(SectorList& list, std::uint32_t index) {
     const std::size_t length = Length(list);
     const auto end = list.begin() + static_cast<std::ptrdiff_t>(length);
-    const auto place = std::find(list.begin(), end, index);
-    if (place == end) return;
-    *place = list[length - 1];
+    const auto found = std::find(list.begin(), end, index);
+    if (found == end) return;
+    *found = list[length - 1];
     list[length - 1] = SectorListEnd;
 }
 

@@ -60,7 +60,7 @@ public:
     // Takes an object out of its sector's list and puts it at the end of another's. A sector that is not
     // there and an object index that does not fit into a list (255 and more) change nothing.
     void MoveToSector(std::uint32_t index, std::int32_t sector);
-    // The object, or none; valid until objects are added or removed.
+    // The object, or null; valid until objects are added or removed.
     WorldObject* Object(std::uint32_t index);
 
     // What lies under a point. Outside the grid there is no sector, no wall and no portal.
@@ -79,7 +79,7 @@ public:
 
     // The objects listed in a sector; empty for a sector that is not there.
     std::span<const std::uint8_t> ObjectsOf(std::uint32_t sector) const;
-    // Appends an object to a sector's list, or takes it out (the last of the list fills its place). Wrong
+    // Appends an object to a sector's list, or takes it out (the last of the list fills the gap). Wrong
     // sectors and indices change nothing.
     void AddToList(std::uint32_t sector, std::uint32_t index);
     void RemoveFromList(std::uint32_t sector, std::uint32_t index);

@@ -1,4 +1,5 @@
-// Contact test, answers and sector update of world objects; see world_motion.h.
+// An object's square, one millisecond ahead, is tested against walls by its corners and against other
+// squares; what it met is kept with the object until all of its layer have moved, and is resolved then.
 #include "world/world_motion.h"
 
 #include <algorithm>
@@ -7,8 +8,11 @@
 
 namespace {
 
-constexpr float CollisionSpeedPush = 10.0F; // of its speed that a pusher hands on
-constexpr float ThrowPush = 600.0F;         // of the difference in speed with which a thrower throws
+// Impulse that a pushed object gets for each unit of speed: of the pusher's own, and, from bouncers and
+// stoppers, of the difference between the two. An impulse moves by a twentieth of itself in a step, so a
+// pusher makes the other start at half its speed.
+constexpr float PushPerSpeed = 10.0F;
+constexpr float PushPerSpeedDifference = 600.0F;
 
 // One corner of the square around an object, one millisecond ahead.
 struct Corner {
@@ -32,12 +36,12 @@ public:
     }
 
 private:
-    Vector2 Place(int signX, int signY) const {
+    Vector2 CornerPoint(int signX, int signY) const {
         return {centre.x + static_cast<float>(signX) * size, centre.y + static_cast<float>(signY) * size};
     }
     bool IsWall(int signX, int signY) const {
-        const Vector2 place = Place(signX, signY);
-        return world.IsWall(place.x, place.y);
+        const Vector2 point = CornerPoint(signX, signY);
+        return world.IsWall(point.x, point.y);
     }
 
     // A wall along one side holds both corners of that side, so a neighbouring corner tells which axis it
@@ -59,9 +63,9 @@ private:
     }
 
     bool IsFartherAlongX(const Corner& corner) const {
-        const Vector2 place = Place(corner.signX, corner.signY);
-        const float middleX = static_cast<float>(GridCoordinate(place.x)) + 0.5F;
-        const float middleY = static_cast<float>(GridCoordinate(place.y)) + 0.5F;
+        const Vector2 point = CornerPoint(corner.signX, corner.signY);
+        const float middleX = static_cast<float>(GridCoordinate(point.x)) + 0.5F;
+        const float middleY = static_cast<float>(GridCoordinate(point.y)) + 0.5F;
         return std::abs(-centre.x - middleX) > std::abs(-centre.y - middleY);
     }
 
@@ -98,10 +102,10 @@ bool TestObjects(Globalp& world, std::uint32_t index, std::uint32_t sector, bool
     return touched;
 }
 
-// A pusher or thrower meets another: what it hands on along a blocked axis, and the impulse it gives back or
-// passes on.
-void Hand(const WorldObject& object, WorldObject& other, float pushX, float pushY, bool blockedX,
-          bool blockedY) {
+// Pushes the other object by (pushX, pushY) along the blocked axes, and by the object's own impulse, which
+// turns back on them. Bouncers and stoppers are not pushed.
+void PushOther(const WorldObject& object, WorldObject& other, float pushX, float pushY, bool blockedX,
+               bool blockedY) {
     if (other.status == StatusBouncer || other.status == StatusStopper) return;
     if (blockedX) other.Push(pushX, 0.0F);
     if (blockedY) other.Push(0.0F, pushY);
@@ -109,9 +113,9 @@ void Hand(const WorldObject& object, WorldObject& other, float pushX, float push
                blockedY ? -object.impulse.y : object.impulse.y);
 }
 
-void Throw(const WorldObject& object, WorldObject& other, bool blockedX, bool blockedY) {
-    Hand(object, other, ThrowPush * (object.velocity.x - other.velocity.x),
-         ThrowPush * (object.velocity.y - other.velocity.y), blockedX, blockedY);
+void PushBySpeedDifference(const WorldObject& object, WorldObject& other, bool blockedX, bool blockedY) {
+    PushOther(object, other, PushPerSpeedDifference * (object.velocity.x - other.velocity.x),
+              PushPerSpeedDifference * (object.velocity.y - other.velocity.y), blockedX, blockedY);
 }
 
 // Two stoppers rest against each other.
@@ -123,19 +127,19 @@ void RestTogether(WorldObject& object, WorldObject& other, bool blockedX, bool b
     }
 }
 
-void Answer(WorldObject& object, WorldObject& other, bool blockedX, bool blockedY) {
+void ResolveContact(WorldObject& object, WorldObject& other, bool blockedX, bool blockedY) {
     if (object.status > StatusStopper) return;
     object.impulse = {object.impulse.x / 2.0F, object.impulse.y / 2.0F};
     switch (object.status) {
     case StatusPusher:
-        Hand(object, other, CollisionSpeedPush * object.velocity.x, CollisionSpeedPush * object.velocity.y,
-             blockedX, blockedY);
+        PushOther(object, other, PushPerSpeed * object.velocity.x, PushPerSpeed * object.velocity.y, blockedX,
+                  blockedY);
         break;
     case StatusBouncer:
-        Throw(object, other, blockedX, blockedY);
+        PushBySpeedDifference(object, other, blockedX, blockedY);
         break;
     case StatusStopper:
-        Throw(object, other, blockedX, blockedY);
+        PushBySpeedDifference(object, other, blockedX, blockedY);
         if (other.status == StatusStopper) RestTogether(object, other, blockedX, blockedY);
         break;
     default:
@@ -143,16 +147,16 @@ void Answer(WorldObject& object, WorldObject& other, bool blockedX, bool blocked
     }
 }
 
-void AnswerContacts(Globalp& world, std::uint32_t layer) {
+void ResolveContacts(Globalp& world, std::uint32_t layer) {
     const std::span<const std::uint8_t> list = world.ObjectsOf(layer);
     for (std::size_t n = 0; n < list.size(); ++n) {
         WorldObject& object = world.objects[list[n]];
         for (std::size_t c = 0; c < object.contactCount; ++c)
-            Answer(object, world.objects[object.contacts[c]], world.blockedX[n], world.blockedY[n]);
+            ResolveContact(object, world.objects[object.contacts[c]], world.blockedX[n], world.blockedY[n]);
     }
 }
 
-// Contact test, step and sector update of the object at one place of a layer's list.
+// Contact test, step and sector update of entry `n` of a layer's list, which is object `index`.
 void MoveListed(Globalp& world, std::uint32_t layer, std::size_t n, std::uint32_t index,
                 std::uint32_t frameTime) {
     WorldObject& object = world.objects[index];
@@ -215,9 +219,9 @@ void UpdateLayer(Globalp& world, std::uint32_t layer, std::uint32_t frameTime) {
         if (n >= list.size()) break;
         const std::uint8_t index = list[n];
         MoveListed(world, layer, n, index, frameTime);
-        // An object that left the list has handed its place to the last one, which still has to move.
+        // An object that left the list has left its entry to the last one, which still has to move.
         const std::span<const std::uint8_t> after = world.ObjectsOf(layer);
         if (n < after.size() && after[n] == index) ++n;
     }
-    AnswerContacts(world, layer);
+    ResolveContacts(world, layer);
 }

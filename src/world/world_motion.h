@@ -1,4 +1,4 @@
-// How the objects of a world move: what they run into, how they answer it, and how they pass from sector to
+// How the objects of a world move: what they run into, whom they push, and how they pass from sector to
 // sector. Run by the world scene, once a frame for each layer.
 #pragma once
 
@@ -17,5 +17,5 @@ Contact TestContacts(Globalp& world, std::uint32_t index, std::uint32_t sector, 
 // Moves an object that stands on a portal cell, or has left one, between the lists of the two sectors.
 void UpdateSector(Globalp& world, std::uint32_t index);
 
-// Moves all objects of one layer and lets them answer what they touched.
+// Moves all objects of one layer, then resolves the contacts they made: pushes, and rest.
 void UpdateLayer(Globalp& world, std::uint32_t layer, std::uint32_t frameTime);

@@ -1,16 +1,17 @@
-// The step of a world object; see world_object.h.
+// A whole step moves by the velocity and by a share of the impulse, which decays as it is used up.
 #include "world/world_object.h"
+
+#include "graphics/vector_math.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace {
 
 constexpr float SpentImpulse = 0.01F; // below it on both axes a push is over
 
 Vector2 TurnedBy(const Vector2& local, float degrees) {
-    const float radians = degrees * std::numbers::pi_v<float> / 180.0F;
+    const float radians = degrees * RadiansPerDegree;
     const float cosine = std::cos(radians);
     const float sine = std::sin(radians);
     return {cosine * local.x - sine * local.y, cosine * local.y + sine * local.x};

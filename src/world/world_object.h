@@ -12,16 +12,15 @@ struct Vector2 {
 
 // What an object does when it meets another; other values ignore the meeting.
 enum ObjectStatus : std::uint8_t {
-    StatusPusher = 0,   // hands its speed on
+    StatusPusher = 0,   // pushes what it meets by its speed
     StatusBlocked = 1,  // stops at what it meets
-    StatusBouncer = 2,  // throws what it meets, turns round at walls
+    StatusBouncer = 2,  // pushes by the difference in speed, turns round at walls
     StatusWanderer = 3, // turns round at everything
-    StatusStopper = 4,  // throws what it meets, comes to rest at walls and at its like
+    StatusStopper = 4,  // pushes by the difference in speed, comes to rest at walls and at its like
 };
 
 struct WorldObject {
     static constexpr std::uint8_t NoPendingSector = 255;
-    static constexpr std::uint16_t NoModel = 0xFFFF;
     static constexpr std::size_t MaxContacts = 5;
     static constexpr float ImpulseShare = 0.05F; // of the impulse that moves it in a whole step
 
@@ -64,7 +63,7 @@ struct WorldObject {
     std::uint8_t pendingSector = NoPendingSector; // the other side of the portal it stands on
     std::uint8_t contactCount = 0;
     std::array<std::uint8_t, MaxContacts> contacts{}; // object indices
-    std::uint16_t modelSlot = NoModel;                // instance in the object set's models
+    std::uint16_t modelSlot = 0;                      // instance in the object set's models
 
 private:
     void Turn(float degrees);

@@ -348,7 +348,7 @@ TEST_F(Motion, WildValuesLeaveTheListsWhole) {
         listed += world->ObjectsOf(sector).size();
     }
     EXPECT_GE(listed, 1U);
-    EXPECT_LE(listed, 120U) << "nobody stands in more than two lists";
+    EXPECT_LE(listed, 120U) << "no object stands in more than two lists";
 }
 
 } // namespace
