@@ -6,6 +6,9 @@
 #include "config/config_reader.h"
 #include "particles/engine.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace {
 
 constexpr int LastForm = 5;
@@ -24,6 +27,21 @@ ParticleFrame ReadFrame(ConfigFile* file) {
     return frame;
 }
 
+// Names the first plain key between two points of an emitter file; in front of the frames they are not read.
+void WarnOfEarlyKey(const std::string& path, ConfigFile* file, std::size_t from) {
+    const std::size_t to = file->Position();
+    file->Seek(from);
+    while (file->Position() < to) {
+        const std::string_view line = INI_NextLine(file);
+        if (line.empty() || line.front() == ';') continue;
+        if (line.front() != '<')
+            LogWrite("QEV_PEngine::Load(%s) - [WARNING] - in front of the frames, not read: %s\n",
+                     path.c_str(), lineBuffer.data());
+        break;
+    }
+    file->Seek(to);
+}
+
 } // namespace
 
 void QEV_PTEmittor::Load(AniTextures& textures) {
@@ -36,18 +54,22 @@ void QEV_PTEmittor::Load(AniTextures& textures) {
         LogWrite("QEV_PEngine::Load(%s) - [ERROR] TEmittor block not found\n", path.c_str());
         return;
     }
+    const std::size_t start = file.Position();
     texture = textures.AddTexture(&file);
+    if (texture) WarnOfEarlyKey(path, &file, start);
     LoadFrames(&file);
     ReadKeys(&file);
-    CheckCount();
+    CheckValues();
     Prepare();
 }
 
 void QEV_PTEmittor::LoadFrames(ConfigFile* file) {
+    const std::size_t start = file->Position();
     if (!INI_FindNextBlock("Frames", file)) {
         LogWrite("QEV_PTEmittor::LoadFrames() - [ERROR] Frames block not found\n");
         return;
     }
+    WarnOfEarlyKey(path, file, start);
     while (INI_FindNextBlock("Frame", file)) {
         frames.push_back(ReadFrame(file));
         INI_SkipBlock("Frame", file);
@@ -90,10 +112,22 @@ void QEV_PTEmittor::ReadKeys(ConfigFile* file) {
     startz = INI_ReadFloat("startz", file);
 }
 
-void QEV_PTEmittor::CheckCount() {
-    if (particleNum >= 0 && particleNum <= MaxParticles) return;
-    LogWrite("QEV_PEngine::Load(%s) - [ERROR] particleNum = %d cannot be held\n", path.c_str(), particleNum);
-    particleNum = 0;
+// One line for each value with which nothing would be seen and nobody would know why.
+void QEV_PTEmittor::CheckValues() {
+    if (particleNum < 0 || particleNum > MaxParticles) {
+        LogWrite("QEV_PEngine::Load(%s) - [ERROR] particleNum = %d cannot be held\n", path.c_str(),
+                 particleNum);
+        particleNum = 0;
+    } else if (particleNum == 0) {
+        LogWrite("QEV_PEngine::Load(%s) - [WARNING] - particleNum = 0, no particles\n", path.c_str());
+    }
+    if (framespeed <= 0)
+        LogWrite("QEV_PEngine::Load(%s) - [WARNING] - framespeed = %d, key frames count as zeros\n",
+                 path.c_str(), framespeed);
+    const auto unseen = std::ranges::find_if(frames, [](const auto& frame) { return frame.size <= 0.0F; });
+    if (unseen != frames.end())
+        LogWrite("QEV_PEngine::Load(%s) - [WARNING] - size = %g in a key frame, nothing to see\n",
+                 path.c_str(), static_cast<double>(unseen->size));
 }
 
 void QEV_PTEmittor::Prepare() {

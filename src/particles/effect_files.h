@@ -86,7 +86,7 @@ struct QEV_PTEmittor {
 private:
     void LoadFrames(ConfigFile* file);
     void ReadKeys(ConfigFile* file);
-    void CheckCount();
+    void CheckValues();
 };
 
 struct QEV_PTEffect {

@@ -46,6 +46,10 @@ bool ReadEntityFile(const char* path, Entity& entity) {
     object.modelSlot = models.AddInstance(models.FindOrAddMD2(model.c_str(), skin.c_str()));
     object.status = static_cast<std::uint8_t>(INI_ReadInt("status", &file));
     object.size = INI_ReadFloat("size", &file);
+    if (object.size <= 0.0F)
+        LogWrite(
+            "mainScene::LoadMap::entityes->Load->NewEntity(%s) - [WARNING] - size = %g, nothing to see\n",
+            path, static_cast<double>(object.size));
     object.bplayer = static_cast<std::uint8_t>(INI_ReadInt("bplayer", &file));
     entity.speed = INI_ReadFloat("speed", &file);
     return true;
