@@ -1,4 +1,4 @@
-// Three-component vectors, the fast normalisation that the models' normals use, and degrees. Rests on nothing.
+// Three-component vectors, the fast normalisation that models use, and degrees. Rests on nothing.
 #pragma once
 
 #include <bit>
