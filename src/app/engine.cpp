@@ -12,6 +12,7 @@
 #include "graphics/model_state.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "platform/file_bytes.h"
 #include "play/kolvex.h"
 #include "scene/scene.h"
 #include "stage/world_scene.h"
@@ -31,8 +32,11 @@ constinit SDL_Surface* icon = nullptr;
 constinit SDL_Cursor* cursor = nullptr;
 
 void SetWindowIcon() {
-    SDL_RWops* file = SDL_RWFromFile(IconName, "rb");
-    icon = file ? SDL_LoadBMP_RW(file, 1) : nullptr;
+    const platform::FileBytes file(IconName);
+    const auto bytes = file.Bytes();
+    icon = !file.IsOpen()
+               ? nullptr
+               : SDL_LoadBMP_RW(SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size())), 1);
     if (!icon) {
         LogWrite("QEV_Video::SetGLMode() - Couldn't load icon %s", IconName);
         return;

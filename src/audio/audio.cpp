@@ -105,10 +105,14 @@ void QEV_Audio::Start() {
     music.Disable();
 }
 
-void QEV_Audio::WriteParameters(const char* path) {
-    if (!enabled) return;
+void QEV_Audio::WriteParameters(const char* path) const {
     INI_Writer writer;
-    writer.WriteExistantFile(path, BlockName);
+    WriteParameters(path, writer);
+}
+
+void QEV_Audio::WriteParameters(const char* path, INI_Writer& writer) const {
+    if (!enabled) return;
+    writer.RewriteBlock(path, BlockName);
     writer.WriteInt(audio_rate, "audio_rate");
     writer.WriteInt(audio_format, "audio_format");
     writer.WriteInt(audio_channels, "audio_channels");
@@ -116,7 +120,6 @@ void QEV_Audio::WriteParameters(const char* path) {
     writer.WriteInt(music.GetVolume(), "music_volume");
     writer.WriteInt(sound_volume, "sound_volume");
     writer.WriteInt(highQuality ? 1 : 0, "highQuality");
-    writer.Close();
 }
 
 void QEV_Audio::Destroy() {

@@ -12,6 +12,7 @@
 #include <vector>
 
 class ConfigFile;
+class INI_Writer;
 
 class QEV_Audio {
 public:
@@ -29,7 +30,9 @@ public:
     // or 16 bits, one or two channels and up to 32768 frames, or else as if the mixer had refused.
     void Start();
     // Rewrites the "audio" block of the file; nothing while sound is off.
-    void WriteParameters(const char* path);
+    void WriteParameters(const char* path) const;
+    // The same within a save that the writer has under way for that file, if it has.
+    void WriteParameters(const char* path, INI_Writer& writer) const;
     // Frees music, samples and positional sounds. The mixer itself closes with SDL.
     void Destroy();
 

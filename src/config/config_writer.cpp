@@ -1,13 +1,15 @@
-// The block writer; see config_writer.h.
+// The whole new file is composed in memory; a block that follows in the same save is written into the text of
+// the one before it.
 #include "config/config_writer.h"
 
 #include "base/log.h"
+#include "config/config_line.h"
 #include "config/config_reader.h"
 #include "platform/platform.h"
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
+#include <utility>
 
 namespace {
 
@@ -22,11 +24,9 @@ void AppendWithoutReturns(std::string& text, std::string_view bytes) {
     std::copy_if(bytes.begin(), bytes.end(), std::back_inserter(text), [](char c) { return c != '\r'; });
 }
 
-// "~tmp" in front of the file's own name, so that both stand in one folder and can change places.
-std::string TemporaryNameFor(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    const std::size_t name = slash == std::string::npos ? 0 : slash + 1;
-    return path.substr(0, name) + "~tmp" + path.substr(name);
+// Where the old file is kept when a save cannot take over all of it.
+std::string CopyOf(const std::string& path) {
+    return path + ".bak";
 }
 
 } // namespace
@@ -43,31 +43,71 @@ void INI_Writer::WriteExistantFile(const char* newPath, const char* block) {
         Close();
         return;
     }
-    if (output) {
+    if (state == State::Open)
         LogWrite("INI_Writer::WriteExistantFile [WARNING] - File %s is already opened, closing it\n",
-                 temporaryName.c_str());
-        Close();
+                 platform::FileReplacement::NameBeside(path).c_str());
+    Close();
+    path = newPath;
+    target = platform::FollowLinks(path);
+    // From here to the end no other program changes what is read.
+    if (lock.Take(target)) {
+        platform::FileReplacement::RemoveAbandoned(target);
+        platform::FileReplacement::RemoveAbandoned(CopyOf(target));
     }
     input = ConfigFile(newPath);
+    original = input.Content();
+    if (!MayReplace()) {
+        state = State::Refused;
+        lock.Release();
+        return;
+    }
     if (!input.IsOpen())
         LogWrite(
             "INI_Writer::WriteExistantFile [ERROR] - File %s is not found for reading, creating it instead\n",
             newPath);
+    BeginBlock(block);
+    if (output.Start(target)) {
+        state = State::Open;
+        return;
+    }
+    LogWrite("INI_Writer::WriteExistantFile [ERROR] - Cannot write to the output file %s\n",
+             platform::FileReplacement::NameBeside(path).c_str());
+    lock.Release();
+}
+
+void INI_Writer::RewriteBlock(const char* newPath, const char* block) {
+    if (state == State::Closed || path != newPath) {
+        WriteExistantFile(newPath, block);
+    } else if (state == State::Open) {
+        FinishBlock();
+        input = ConfigFile::FromMemory(std::exchange(text, {}));
+        BeginBlock(block);
+    }
+}
+
+bool INI_Writer::MayReplace() const {
+    if (target.empty() || (!input.IsOpen() && !input.IsMissing())) {
+        LogWrite("INI_Writer::WriteExistantFile [ERROR] - File %s cannot be read, it stays as it is\n",
+                 path.c_str());
+        return false;
+    }
+    if (!platform::MayWrite(target)) {
+        LogWrite("INI_Writer::WriteExistantFile [ERROR] - File %s is read-only, it stays as it is\n",
+                 path.c_str());
+        return false;
+    }
+    return true;
+}
+
+void INI_Writer::BeginBlock(const char* block) {
+    blockName = block;
+    linesKept = 0;
     blockFound = INI_FindBlock(block, &input);
     if (!blockFound)
         LogWrite("INI_Writer::WriteExistantFile [ERROR] - The block %s is not found in file, creating block "
-                 "at the end of "
-                 "the file %s\n",
-                 block, newPath);
-    path = newPath;
-    blockName = block;
-    temporaryName = TemporaryNameFor(path);
-    output = platform::OpenFile(temporaryName.c_str(), "w");
-    if (!output) {
-        LogWrite("INI_Writer::WriteExistantFile [ERROR] - Cannot write to the output file %s\n",
-                 temporaryName.c_str());
-        return;
-    }
+                 "at the end "
+                 "of the file %s\n",
+                 block, path.c_str());
     text.clear();
     AppendWithoutReturns(text, input.Content().substr(0, input.Position()));
     // The tag or the last line may end with the file.
@@ -75,10 +115,22 @@ void INI_Writer::WriteExistantFile(const char* newPath, const char* block) {
     if (!blockFound) text += "\n<" + blockName + ">\n";
 }
 
+void INI_Writer::FinishBlock() {
+    while (!openBlocks.empty())
+        CloseInnermost();
+    text += "</" + blockName + ">\n";
+    const int unreadable = blockFound ? UnreadableLines() : 0;
+    if (!INI_SkipBlock(blockName.c_str(), &input) && blockFound)
+        nothingLost = KeepOldFile("has no end") && nothingLost;
+    else if (unreadable > linesKept)
+        nothingLost = KeepOldFile("has lines that cannot be read") && nothingLost;
+    AppendWithoutReturns(text, input.Content().substr(input.Position()));
+}
+
 bool INI_Writer::Ready() const {
-    if (output) return true;
-    LogWrite("INI_Writer::WriteInt [WARNING] - Cannot write value, file is not ready!\n");
-    return false;
+    if (state == State::Closed)
+        LogWrite("INI_Writer::WriteInt [WARNING] - Cannot write value, file is not ready!\n");
+    return state == State::Open;
 }
 
 void INI_Writer::WriteValue(const char* key, std::string_view value) {
@@ -110,8 +162,28 @@ void INI_Writer::WriteString(const char* value, const char* key) {
     WriteValue(key, quoted + '"');
 }
 
+bool INI_Writer::KeepLine(const char* key) {
+    if (state != State::Open || !blockFound || !openBlocks.empty()) return false;
+    const std::size_t start = input.Position();
+    std::string_view line;
+    bool found = false;
+    while (!found && !input.AtEnd() && !config::IsClosingTag(line)) {
+        line = config::NextLine(input);
+        found = platform::CompareNoCase(std::string(config::FirstWord(line)).c_str(), key) == 0;
+    }
+    input.Seek(start);
+    if (!found) return false;
+    const std::string_view content = input.Content();
+    const std::size_t at = static_cast<std::size_t>(line.data() - content.data());
+    const std::size_t begin = content.rfind('\n', at) + 1;
+    AppendWithoutReturns(text, content.substr(begin, content.find('\n', at) - begin));
+    text += '\n';
+    ++linesKept;
+    return true;
+}
+
 void INI_Writer::OpenBlock(const char* name) {
-    if (!output) return;
+    if (state != State::Open) return;
     openBlocks.emplace_back(name);
     AppendIndent(text, openBlocks.size());
     text += '<' + openBlocks.back() + ">\n";
@@ -124,39 +196,46 @@ void INI_Writer::CloseInnermost() {
 }
 
 void INI_Writer::CloseBlock(const char* name) {
-    if (!output) return;
+    if (state != State::Open) return;
     const auto found = std::find(openBlocks.rbegin(), openBlocks.rend(), name);
     for (auto levels = found == openBlocks.rend() ? 0 : found - openBlocks.rbegin() + 1; levels > 0; --levels)
         CloseInnermost();
 }
 
 void INI_Writer::Close() {
-    if (!output) return;
-    while (!openBlocks.empty())
-        CloseInnermost();
-    text += "</" + blockName + ">\n";
-    if (!INI_SkipBlock(blockName.c_str(), &input) && blockFound) KeepDamagedFile();
-    AppendWithoutReturns(text, input.Content().substr(input.Position()));
-    if (!FinishOutput()) {
-        LogWrite("INI_Writer::Close [ERROR] - Cannot write the file %s, the old one stays\n", path.c_str());
-        std::remove(temporaryName.c_str());
+    if (state == State::Open) {
+        FinishBlock();
+        if (!nothingLost || !output.Finish(text))
+            LogWrite("INI_Writer::Close [ERROR] - Cannot write the file %s, the old one stays\n",
+                     path.c_str());
     }
+    output.Cancel();
+    lock.Release();
     input = ConfigFile();
+    text.clear();
+    nothingLost = true;
+    state = State::Closed;
 }
 
-// A block without its closing tag swallows all that follows it; a copy of the old file stays for its owner.
-void INI_Writer::KeepDamagedFile() const {
-    const std::string copy = path + ".bak";
-    LogWrite("INI_Writer::Close [WARNING] - Block %s has no end, the old file is kept as %s\n",
-             blockName.c_str(), copy.c_str());
-    std::error_code ignored;
-    std::filesystem::copy_file(path, copy, std::filesystem::copy_options::overwrite_existing, ignored);
+// Lines of the old block that could only be of use to a person.
+int INI_Writer::UnreadableLines() {
+    const std::size_t start = input.Position();
+    int count = 0;
+    for (std::string_view line; !input.AtEnd() && !config::IsTag(line, "</", blockName);) {
+        line = config::NextLine(input);
+        if (!line.empty() && line.front() != '<' && line.front() != ';' && config::WhyUnreadable(line))
+            ++count;
+    }
+    input.Seek(start);
+    return count;
 }
 
-// True once the new file stands whole in the old one's place. The output is closed in either case.
-bool INI_Writer::FinishOutput() {
-    const bool written = std::fwrite(text.data(), 1, text.size(), output.get()) == text.size() &&
-                         platform::FlushToDisk(output.get());
-    const bool closed = std::fclose(output.release()) == 0;
-    return written && closed && platform::ReplaceFileWith(temporaryName.c_str(), path.c_str());
+// What a block swallows that has no closing tag, and lines that the reader can make nothing of, would be gone
+// with the old file; a copy of it stays for its owner. True once the copy is whole.
+bool INI_Writer::KeepOldFile(const char* why) const {
+    const std::string copy = CopyOf(target);
+    LogWrite("INI_Writer::Close [WARNING] - Block %s %s, the old file is kept as %s\n", blockName.c_str(),
+             why, copy.c_str());
+    platform::FileReplacement kept;
+    return kept.Start(copy) && kept.Finish(original);
 }

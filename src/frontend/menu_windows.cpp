@@ -2,6 +2,7 @@
 #include "frontend/menu_windows.h"
 
 #include "audio/audio.h"
+#include "config/config_writer.h"
 #include "frontend/menu_scene.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
@@ -200,9 +201,10 @@ void MenuWindows::ApplyOptions() {
     optionsWindow.visible = false;
     kolvex.showgrid = showGrid.checked;
     videoChanged = false;
-    audio.WriteParameters(ConfigName);
-    kolvex.Save(ConfigName);
-    video.Save(ConfigName);
+    INI_Writer writer; // all three or none
+    audio.WriteParameters(ConfigName, writer);
+    kolvex.Save(ConfigName, writer);
+    video.Save(ConfigName, writer);
 }
 
 void MenuWindows::OnQuit(GUI_Element* /*element*/) {

@@ -197,11 +197,14 @@ void QEV_Video::ApplyProjection() const {
 
 void QEV_Video::Save(const char* path) const {
     INI_Writer writer;
-    writer.WriteExistantFile(path, "video");
+    Save(path, writer);
+}
+
+void QEV_Video::Save(const char* path, INI_Writer& writer) const {
+    writer.RewriteBlock(path, "video");
     writer.WriteInt(width, "width");
     writer.WriteInt(height, "height");
     writer.WriteInt(fullscreen ? 1 : 0, "fullscreen");
     writer.WriteInt(bpp, "bpp");
     writer.WriteInt(lighting ? 1 : 0, "lighting");
-    writer.Close();
 }

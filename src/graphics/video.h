@@ -6,6 +6,7 @@
 #include <GL/gl.h>
 
 class ConfigFile;
+class INI_Writer;
 
 class QEV_Video {
 public:
@@ -33,6 +34,8 @@ public:
 
     // Writes the block "video" of the file at `path`.
     void Save(const char* path) const;
+    // The same within a save that the writer has under way for that file, if it has.
+    void Save(const char* path, INI_Writer& writer) const;
 
     // Only the flag; what it changes is seen in the next frame that asks for it.
     void SetLighting(bool on) { lighting = on; }

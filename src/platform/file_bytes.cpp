@@ -1,4 +1,4 @@
-// The bytes of a whole file; see file_bytes.h.
+// The stream is unbuffered: a whole file goes straight into its place.
 #include "platform/file_bytes.h"
 
 #include "platform/file_stream.h"
@@ -9,10 +9,18 @@
 
 namespace platform {
 
-FileBytes::FileBytes(const char* path) {
-    // A folder opens as a file does and a pipe would be waited for, so both are turned away first.
+bool IsPlainFile(const char* path) {
     std::error_code error;
-    if (!path || !std::filesystem::is_regular_file(path, error)) return;
+    return path && std::filesystem::is_regular_file(path, error);
+}
+
+FileBytes::FileBytes(const char* path) {
+    std::error_code error;
+    if (!IsPlainFile(path)) {
+        missing =
+            !path || std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found;
+        return;
+    }
     const auto length = std::filesystem::file_size(path, error);
     if (error || length > MaxSize) return;
     const FileStream file = OpenFile(path, "rb");

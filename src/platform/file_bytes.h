@@ -1,4 +1,5 @@
-// The bytes of a whole file in memory. Rests on the C library.
+// The bytes of a whole file in memory. A folder opens as a file does and a pipe would be waited for, so only
+// plain files are opened. Rests on the C library.
 #pragma once
 
 #include <cstddef>
@@ -6,6 +7,9 @@
 #include <span>
 
 namespace platform {
+
+// Whether the path names a plain file, which may be opened without waiting.
+[[nodiscard]] bool IsPlainFile(const char* path);
 
 class FileBytes {
 public:
@@ -17,11 +21,15 @@ public:
     explicit FileBytes(const char* path);
 
     bool IsOpen() const { return bytes != nullptr; }
+    // Whether the object is closed because there is nothing of that name, which is not the same as something
+    // that cannot be read.
+    bool IsMissing() const { return missing; }
     std::span<const std::byte> Bytes() const { return {bytes.get(), size}; }
 
 private:
     std::unique_ptr<std::byte[]> bytes;
     std::size_t size = 0;
+    bool missing = false;
 };
 
 } // namespace platform

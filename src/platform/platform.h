@@ -42,6 +42,15 @@ inline int CompareNoCase(const char* a, const char* b, std::size_t count) {
 #endif
 }
 
+// Whether the system lets this program write to the file.
+inline bool HasWriteAccess(const char* path) {
+#ifdef _WIN32
+    return _access(path, 2) == 0;
+#else
+    return access(path, W_OK) == 0;
+#endif
+}
+
 // Waits until everything written to the stream is on the disk; false when any of it could not be written.
 inline bool FlushToDisk(std::FILE* stream) {
     if (std::fflush(stream) != 0) return false;

@@ -43,12 +43,15 @@ void Kolvex::Load(const char* path) {
     highScores.Read(&file);
 }
 
-void Kolvex::Save(const char* path) {
+void Kolvex::Save(const char* path) const {
     INI_Writer writer;
-    writer.WriteExistantFile(path, BlockName);
+    Save(path, writer);
+}
+
+void Kolvex::Save(const char* path, INI_Writer& writer) const {
+    writer.RewriteBlock(path, BlockName);
     writer.WriteInt(showgrid ? 1 : 0, "showgrid");
     highScores.Write(writer);
-    writer.Close();
 }
 
 void Kolvex::Start() {

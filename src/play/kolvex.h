@@ -11,6 +11,7 @@
 
 #include <cstdint>
 
+class INI_Writer;
 struct AudioSample;
 class QEV_MD2loader;
 
@@ -22,7 +23,9 @@ public:
     // Reads showgrid and the high scores; a missing file or block gives the defaults.
     void Load(const char* path);
     // Rewrites the "quarvello" block of the file.
-    void Save(const char* path);
+    void Save(const char* path) const;
+    // The same within a save that the writer has under way for that file, if it has.
+    void Save(const char* path, INI_Writer& writer) const;
 
     // Loads sounds and floor textures and begins a game with both callbacks cleared.
     void Start();

@@ -2,23 +2,39 @@
 // anything.
 #include "config/config_reader.h"
 #include "config/config_writer.h"
+#include "platform/file_bytes.h"
+#include "support/failing_calls.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <random>
+#include <set>
 #include <string>
-#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
+namespace fs = std::filesystem;
+
 class Writer : public ::testing::Test {
 protected:
     TemporaryFolder folder;
 };
+
+// What lies in the folder, in the order of the names.
+std::string Names() {
+    std::set<std::string> sorted;
+    for (const auto& entry : fs::directory_iterator("."))
+        sorted.insert(entry.path().filename());
+    std::string names;
+    for (const std::string& name : sorted)
+        names += name + ' ';
+    return names;
+}
 
 void SaveScores(const char* path, int showgrid, int scores) {
     INI_Writer writer;
@@ -47,7 +63,6 @@ TEST_F(Writer, WritesTheLayoutAndKeepsTheRest) {
                                       "    </score>\n\n"
                                       "  </highscores>\n\n"
                                       "</quarvello>\n; tail\n<gui>\n</gui>");
-    EXPECT_FALSE(std::filesystem::exists("~tmpconfig.cfg"));
 }
 
 TEST_F(Writer, AppendsAMissingBlockAndCreatesAMissingFile) {
@@ -87,6 +102,75 @@ TEST_F(Writer, RefusesWhatItCannotDoAndChangesNothing) {
     EXPECT_EQ(ReadFile("config.cfg"), "<a>\n  x = 1\n</a>\n");
     EXPECT_TRUE(Logged("The specified blockname (a) or filename () are incorrect\n"));
     EXPECT_TRUE(Logged("Cannot write to the output file no/such/folder/~tmpconfig.cfg\n"));
+}
+
+// One line each, and the file stays what it is.
+TEST_F(Writer, AFileThatCannotBeReadOrWrittenIsNeverReplaced) {
+    fs::create_directory("folder.cfg");
+    fs::create_symlink("loop.cfg", "loop.cfg");
+    ASSERT_EQ(mkfifo("pipe.cfg", 0600), 0);
+    WriteFile("large.cfg", "<quarvello>\n</quarvello>\n");
+    fs::resize_file("large.cfg", platform::FileBytes::MaxSize + 1);
+    WriteFile("locked.cfg", "mine");
+    fs::permissions("locked.cfg", fs::perms::owner_read);
+    for (const std::string name : {"folder.cfg", "loop.cfg", "pipe.cfg", "large.cfg", "locked.cfg"}) {
+        const fs::file_type type = fs::symlink_status(name).type();
+        std::remove("log.txt");
+        SaveScores(name.c_str(), 1, 2);
+        EXPECT_EQ(ReadLog(), "INI_Writer::WriteExistantFile [ERROR] - File " + name +
+                                 (name == "locked.cfg" ? " is read-only" : " cannot be read") +
+                                 ", it stays as it is\n");
+        EXPECT_EQ(fs::symlink_status(name).type(), type) << name;
+    }
+    EXPECT_EQ(fs::file_size("large.cfg"), platform::FileBytes::MaxSize + 1);
+    EXPECT_EQ(ReadFile("locked.cfg"), "mine");
+    EXPECT_EQ(Names(), "folder.cfg large.cfg locked.cfg log.txt loop.cfg pipe.cfg ");
+}
+
+TEST_F(Writer, KeepsTheModeAndWritesThroughLinks) {
+    WriteFile("elsewhere/real.cfg", "<quarvello>\n</quarvello>\n");
+    fs::permissions("elsewhere/real.cfg", fs::perms(0640));
+    fs::create_symlink("real.cfg", "elsewhere/link.cfg");
+    fs::create_symlink("elsewhere/link.cfg", "config.cfg");
+    SaveScores("config.cfg", 1, 0);
+    EXPECT_TRUE(fs::is_symlink("config.cfg"));
+    EXPECT_TRUE(fs::is_symlink("elsewhere/link.cfg"));
+    EXPECT_NE(ReadFile("elsewhere/real.cfg").find("showgrid = 1"), std::string::npos);
+    EXPECT_EQ(fs::status("elsewhere/real.cfg").permissions(), fs::perms(0640));
+    umask(027);
+    SaveScores("new.cfg", 1, 0);
+    umask(022);
+    EXPECT_EQ(fs::status("new.cfg").permissions(), fs::perms(0640)) << "as any file that the program makes";
+}
+
+TEST_F(Writer, SavesSeveralBlocksInOneStep) {
+    WriteFile("config.cfg", "<a>\n  x = 1\n</a>\n; between\n<b>\n</b>\n");
+    INI_Writer writer;
+    for (const char* block : {"b", "c", "a"}) {
+        writer.RewriteBlock("config.cfg", block);
+        writer.WriteString(block, "name");
+        EXPECT_EQ(ReadFile("config.cfg"), "<a>\n  x = 1\n</a>\n; between\n<b>\n</b>\n");
+    }
+    writer.Close();
+    EXPECT_EQ(ReadFile("config.cfg"), "<a>\n  name = \"a\"\n</a>\n; between\n<b>\n  name = \"b\"\n</b>\n"
+                                      "\n<c>\n  name = \"c\"\n</c>\n");
+}
+
+// Only what a save that died has left behind is removed.
+TEST_F(Writer, PlantedNamesDoNothing) {
+    WriteFile("victim", "untouched");
+    WriteFile("~tmpconfig.cfg.AbCdE1", "left by a kill");
+    WriteFile("~tmpconfig.cfg.AbCdE12", "somebody's");
+    fs::create_symlink("victim", "~tmpconfig.cfg.AbCdE2");
+    fs::create_symlink("victim", "~tmpconfig.cfg");
+    ASSERT_EQ(mkfifo("~tmpconfig.cfg.AbCdE3", 0600), 0);
+    WriteFile("config.cfg", "<quarvello>\n");
+    fs::create_symlink("victim", "config.cfg.bak");
+    SaveScores("config.cfg", 1, 0);
+    EXPECT_EQ(ReadFile("victim"), "untouched");
+    EXPECT_EQ(ReadFile("config.cfg.bak"), "<quarvello>\n");
+    EXPECT_EQ(Names(), "config.cfg config.cfg.bak log.txt victim ~tmpconfig.cfg ~tmpconfig.cfg.AbCdE12 "
+                       "~tmpconfig.cfg.AbCdE2 ~tmpconfig.cfg.AbCdE3 ");
 }
 
 TEST_F(Writer, ClosesInnerBlocksWithTheOuterAndASaveUnderWayWithTheNext) {
@@ -142,14 +226,77 @@ TEST_F(Writer, ABlockWithoutItsEndLeavesACopyOfTheOldFile) {
     EXPECT_EQ(ReadFile("config.cfg.bak"), damaged);
 }
 
-// The child saves one block after the other until it is killed; whatever the moment, the file is whole. Each
-// child has saved once before its end draws near, and begins with the other block than the one before it, so
-// that both remain.
+// Whatever happens at whatever call, the file is the old or the new one, and the next save leaves nothing
+// behind.
+TEST_F(Writer, EveryCallOfASaveMayFailOrBeTheLast) {
+    const auto save = [] { SaveScores("config.cfg", 0, 10); };
+    // The second block has no end, so that a copy of the old file is kept first.
+    for (const std::string old :
+         {"<gui>\n</gui>\n<quarvello>\n</quarvello>\n", "<quarvello>\n<gui>\n</gui>\n"}) {
+        WriteFile("config.cfg", old);
+        save();
+        const std::string saved = ReadFile("config.cfg");
+        const bool copied = fs::exists("config.cfg.bak");
+        for (const int error : {EIO, EACCES, EMFILE, ENOSPC, Dies}) {
+            int call = 1;
+            for (bool failed = true; failed; ++call) {
+                WriteFile("config.cfg", old);
+                fs::remove("config.cfg.bak");
+                failed = DoWithFailingCall(save, call, error);
+                const std::string found = ReadFile("config.cfg");
+                ASSERT_TRUE(found == saved || (failed && found == old))
+                    << error << " at call " << call << found;
+                ASSERT_TRUE(!copied || found == old || ReadFile("config.cfg.bak") == old)
+                    << error << " at call " << call;
+                save();
+                ASSERT_EQ(ReadFile("config.cfg"), saved);
+                ASSERT_EQ(Names(), copied ? "config.cfg config.cfg.bak log.txt " : "config.cfg log.txt ");
+            }
+            EXPECT_GT(call, 20) << "calls of a save";
+        }
+    }
+}
+
+// Two programs save one block each, over and over, while a third looks.
+TEST_F(Writer, TwoProgramsInOneFolderLoseNothingOfEachOther) {
+    constexpr int Saves = 100;
+    pid_t programs[2];
+    for (int& program : programs) {
+        program = fork();
+        ASSERT_GE(program, 0);
+        if (program != 0) continue;
+        for (int save = 1; save <= Saves; ++save) {
+            INI_Writer writer;
+            writer.WriteExistantFile("config.cfg", &program == programs ? "first" : "second");
+            writer.WriteInt(save, "save");
+        }
+        _exit(0);
+    }
+    for (int running = 2; running > 0;) {
+        const ConfigFile file("config.cfg");
+        ASSERT_TRUE(file.IsMissing() || file.Content().ends_with("\n</second>\n") ||
+                    file.Content().ends_with("\n</first>\n"));
+        if (waitpid(-1, nullptr, WNOHANG) > 0) --running;
+    }
+    ConfigFile file("config.cfg");
+    for (const char* block : {"first", "second"}) {
+        ASSERT_TRUE(INI_FindBlock(block, &file));
+        EXPECT_EQ(INI_ReadInt("save", &file), Saves);
+    }
+    EXPECT_EQ(Names(), "config.cfg log.txt ");
+}
+
+// The child saves one block after the other until it is killed. Each child has saved once before its end
+// draws near, and begins with the other block than the one before it, so that both remain.
 TEST_F(Writer, AKillAtAnyMomentLeavesTheOldOrTheNewBlock) {
-    SaveScores("config.cfg", 0, 10);
+    std::string contents[2];
+    for (int showgrid : {0, 1}) {
+        SaveScores("config.cfg", showgrid, 10);
+        contents[showgrid] = ReadFile("config.cfg");
+    }
     std::mt19937 random(3);
-    int both[2] = {0, 0};
-    for (int round = 0; round < 220; ++round) {
+    int seen[2] = {0, 0};
+    for (int round = 0; round < 1000; ++round) {
         int saved[2];
         ASSERT_EQ(pipe(saved), 0);
         const pid_t child = fork();
@@ -164,45 +311,17 @@ TEST_F(Writer, AKillAtAnyMomentLeavesTheOldOrTheNewBlock) {
         char once = 0;
         ASSERT_EQ(read(saved[0], &once, 1), 1);
         close(saved[0]);
-        usleep(random() % 4000);
+        usleep(random() % 2000);
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        ConfigFile file("config.cfg");
-        ASSERT_TRUE(INI_FindBlock("quarvello", &file)) << "round " << round;
-        ++both[INI_ReadInt("showgrid", &file) != 0];
-        ASSERT_TRUE(INI_FindBlock("highscores", &file));
-        int entries = 0;
-        for (; INI_FindNextBlock("score", &file); ++entries) {
-            ASSERT_EQ(INI_ReadInt("score", &file), 1200 - entries);
-            ASSERT_TRUE(INI_SkipBlock("score", &file));
-        }
-        ASSERT_EQ(entries, 10) << "round " << round;
-        ASSERT_TRUE(INI_SkipBlock("highscores", &file));
-        ASSERT_TRUE(INI_SkipBlock("quarvello", &file));
+        const std::string found = ReadFile("config.cfg");
+        ASSERT_TRUE(found == contents[0] || found == contents[1]) << "round " << round << found;
+        ++seen[found == contents[1]];
     }
-    EXPECT_GT(both[0], 0);
-    EXPECT_GT(both[1], 0);
-}
-
-// A limit on the size of files stands in for a full disk: writing fails in the middle.
-TEST_F(Writer, AFullDiskLeavesTheOldFileAndLogsTheError) {
-    const std::string old = "<quarvello>\n  showgrid = 1\n</quarvello>\n" + std::string(3000, ';') + "\n";
-    WriteFile("config.cfg", old);
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit = {2000, 2000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        SaveScores("config.cfg", 0, 10);
-        _exit(0);
-    }
-    int status = 1;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(ReadFile("config.cfg"), old);
-    EXPECT_FALSE(std::filesystem::exists("~tmpconfig.cfg"));
-    EXPECT_TRUE(Logged("INI_Writer::Close [ERROR] - Cannot write the file config.cfg, the old one stays\n"));
+    EXPECT_GT(seen[0], 0);
+    EXPECT_GT(seen[1], 0);
+    SaveScores("config.cfg", 1, 10);
+    EXPECT_EQ(Names(), "config.cfg log.txt ");
 }
 
 } // namespace
