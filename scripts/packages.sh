@@ -24,10 +24,21 @@ install_missing() {
     $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
 
-# Configures a preset when that was not done yet and builds it.
+# Test programs share a compiled header, which the compiler cache must be told to trust.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
+
+# Configures a preset when that was not done yet and builds it, in silence unless it is the first time or something fails:
+# then the tools' own words are shown and the caller stops.
 build_preset() { # preset [target ...]
-    local preset=$1
+    local preset=$1 report=build/$1.log
     shift
-    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
-    ninja -C "build/$preset" "$@"
+    if ! mkdir -p build 2>/dev/null || [ ! -w build ]; then
+        echo "Nothing can be built here: $PWD may not be written." >&2
+        return 1
+    fi
+    if [ ! -f "build/$preset/build.ninja" ]; then
+        echo "Building '$preset' for the first time: a minute for the game, a few for the tests ..."
+        cmake --preset "$preset" >"$report" 2>&1 || { cat "$report" >&2; return 1; }
+    fi
+    ninja -C "build/$preset" "$@" >"$report" 2>&1 || { tail -n 60 "$report" >&2; return 1; }
 }
