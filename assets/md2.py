@@ -1,8 +1,8 @@
 """Writes and reads MD2 files, the published format of animated, key-framed triangle meshes ("IDP2", version 8).
 
 Callers work in the conventions of modelling tools, as with ksm.py: triangles run counter-clockwise as seen from
-outside and t counts in pixels from the top of the skin as it is painted. Triangles are stored that way round, because
-the world scene hides back faces as OpenGL sees them by default; many other programs expect them clockwise.
+outside and t counts in pixels from the top of the skin as it is painted. The format stores them clockwise, so write()
+and read() turn them round.
 The game shows t = 0 at the bottom of the picture file, so save_skin() stores the painted skin upside down.
 Positions are stored as one byte an axis with a scale and an offset for each frame.
 """
@@ -34,7 +34,7 @@ def write(path, frames, names, triangles, texcoords, texture_triangles, skin_siz
         raise ValueError(f"{path}: damaged frames")
     skins = skin_name.encode().ljust(64, b"\0") if skin_name else b""
     coordinates = b"".join(struct.pack("<2h", round(s), round(t)) for s, t in texcoords)
-    faces = b"".join(TRIANGLE.pack(*(int(i) for i in (*v, *c)))
+    faces = b"".join(TRIANGLE.pack(*(int(i) for i in (*v[::-1], *c[::-1])))
                      for v, c in zip(triangles, texture_triangles))
     body = b"".join(_frame(points, name) for points, name in zip(frames, names))
     # The list of drawing commands is empty: a single zero ends it.
@@ -75,8 +75,8 @@ def read(path):
         names.append(name.split(b"\0")[0].decode())
     faces = np.frombuffer(data, "<u2", 6 * triangle_count, at_triangles).reshape(-1, 6).astype(int)
     coordinates = np.frombuffer(data, "<i2", 2 * coordinate_count, at_coordinates).reshape(-1, 2)
-    return {"frames": np.array(frames), "names": names, "triangles": faces[:, :3],
-            "texcoords": coordinates.copy(), "texture_triangles": faces[:, 3:], "skin_size": (width, height)}
+    return {"frames": np.array(frames), "names": names, "triangles": faces[:, 2::-1],
+            "texcoords": coordinates.copy(), "texture_triangles": faces[:, :2:-1], "skin_size": (width, height)}
 
 
 def write_tags(path, tags):

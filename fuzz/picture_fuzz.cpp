@@ -1,7 +1,7 @@
 // Any bytes as a picture file. A PNG's checksums are set right first, so that the search gets behind the
 // check and to the image library; everything else goes the way of the game, into a contained run.
 #include "graphics/picture.h"
-#include "graphics/png_check.h"
+#include "graphics/plain_png.h"
 #include "own_folder.h"
 
 #include <IL/il.h>

@@ -14,6 +14,7 @@ namespace {
 
 constexpr char BlankModel[] = "default/blank.ksm";
 
+constexpr std::size_t HeadSize = 4;
 constexpr std::size_t FloatsInVertex = 5;
 constexpr std::size_t FloatsInTriangle = 3 * FloatsInVertex;
 constexpr std::size_t TriangleSize = FloatsInTriangle * sizeof(float);
@@ -79,6 +80,10 @@ bool KsmModel::LoadFile(const char* path, float newScale) {
     const platform::FileBytes file(path);
     KsmMesh mesh;
     if (!file.IsOpen() || !mesh.Parse(file.Bytes(), newScale)) return false;
+    const std::size_t needed = HeadSize + mesh.triangles * TriangleSize;
+    if (file.Bytes().size() != needed)
+        LogWrite("QEV_MD2loader::AddKsm::Start [WARNING] - %s is %zu bytes long, %zu for its %d triangles\n",
+                 path, file.Bytes().size(), needed, static_cast<int>(mesh.triangles));
     name = path;
     scale = newScale;
     triangles = mesh.triangles;

@@ -12,7 +12,7 @@
 // The decoded content of a KSM file, three vertices to a triangle, each array without gaps.
 //
 // The file, little-endian: 16 bits unused, 16 bits triangle count, then for each triangle three vertices of
-// five floats x, y, z, u, v. Bytes behind the last triangle are ignored.
+// five floats x, y, z, u, v. Bytes behind the last triangle are logged and left out.
 struct KsmMesh {
     // Vertices are counted with 16 bits.
     static constexpr unsigned MaxTriangles = 65535 / 3;
@@ -24,7 +24,7 @@ struct KsmMesh {
     std::unique_ptr<float[]> storage; // holds the three arrays
 
     // Decodes a file's bytes. False, mesh empty: fewer bytes than the count promises, or too many triangles.
-    bool Parse(std::span<const std::byte> file, float scale);
+    [[nodiscard]] bool Parse(std::span<const std::byte> file, float scale);
 };
 
 class KsmModel {
@@ -32,9 +32,9 @@ public:
     // Reads the model file, positions times `scale`, and builds its list. A missing or damaged file is logged
     // and replaced by the blank model "default/blank.ksm"; false when that cannot be read either: the model
     // then draws nothing.
-    bool Load(const char* path, float scale);
+    [[nodiscard]] bool Load(const char* path, float scale);
     // The same for the blank model itself.
-    bool LoadBlank(const char* path, float scale);
+    [[nodiscard]] bool LoadBlank(const char* path, float scale);
     // Reads the file again that the model came from and builds a new list, after a mode change.
     bool Reload();
 

@@ -46,22 +46,29 @@ void Md2Instance::InterpolateTag() {
     tagAngle = AngleOf(tagP, tagQ);
 }
 
+// Both model formats wind clockwise as seen from outside; all else is drawn as OpenGL expects it.
 void Md2Instance::Draw() const {
     if (!model) return;
-    if (model->CornerCount() > 0) {
-        float* positions = modelState.Buffer(model->CornerCount() * 3);
-        model->Interpolate(currentFrame, nextFrame, t, positions);
-        glEnableClientState(GL_VERTEX_ARRAY);
-        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-        glTexCoordPointer(2, GL_FLOAT, 0, model->Texcoords().data());
-        glVertexPointer(3, GL_FLOAT, 0, positions);
-        glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(model->CornerCount()));
-        glDisableClientState(GL_VERTEX_ARRAY);
-        glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    glFrontFace(GL_CW);
+    DrawMesh();
+    if (attached) {
+        if (modelState.textures.Count() > 0) glBindTexture(GL_TEXTURE_2D, modelState.textures.Get(0));
+        glTranslatef(tagP.x, tagP.y, tagP.z);
+        glRotatef(tagAngle, 0, 0, 1);
+        attached->Draw();
     }
-    if (!attached) return;
-    if (modelState.textures.Count() > 0) glBindTexture(GL_TEXTURE_2D, modelState.textures.Get(0));
-    glTranslatef(tagP.x, tagP.y, tagP.z);
-    glRotatef(tagAngle, 0, 0, 1);
-    attached->Draw();
+    glFrontFace(GL_CCW);
+}
+
+void Md2Instance::DrawMesh() const {
+    if (model->CornerCount() == 0) return;
+    float* positions = modelState.Buffer(model->CornerCount() * 3);
+    model->Interpolate(currentFrame, nextFrame, t, positions);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(2, GL_FLOAT, 0, model->Texcoords().data());
+    glVertexPointer(3, GL_FLOAT, 0, positions);
+    glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(model->CornerCount()));
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glDisableClientState(GL_TEXTURE_COORD_ARRAY);
 }

@@ -12,7 +12,7 @@ class Md2Instance {
 public:
     constexpr Md2Instance() = default;
     // The model must outlive the instance; null animates and draws nothing.
-    Md2Instance(const Md2Model* newModel, std::uint16_t newIndex) : model(newModel), modelIndex(newIndex) {}
+    explicit Md2Instance(const Md2Model* newModel) : model(newModel) {}
 
     // Advances the animation by `delta` milliseconds. Does nothing when the model has no animation table, or
     // none with the chosen index.
@@ -23,8 +23,6 @@ public:
     void Draw() const;
 
     const Md2Model* Model() const { return model; }
-    // Index of the model in its store.
-    std::uint16_t ModelIndex() const { return modelIndex; }
 
     int CurrentFrame() const { return currentFrame; }
     int NextFrame() const { return nextFrame; }
@@ -42,9 +40,9 @@ public:
 
 private:
     void InterpolateTag();
+    void DrawMesh() const;
 
     const Md2Model* model = nullptr;
-    std::uint16_t modelIndex = 0;
     Vec3 tagP;
     Vec3 tagQ;
     float tagAngle = 0;

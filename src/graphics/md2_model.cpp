@@ -151,12 +151,20 @@ bool Md2Model::LoadFile(const char* newPath) {
     const platform::FileBytes file(newPath);
     if (!file.IsOpen() || !Parse(file.Bytes())) return false;
     path = newPath;
-    if (path.size() >= TagEndingLength) {
-        const platform::FileBytes tagFile(
-            (path.substr(0, path.size() - TagEndingLength) + TagEnding).c_str());
-        if (tagFile.IsOpen()) ParseTags(tagFile.Bytes());
-    }
+    if (static_cast<std::size_t>(header.endOffset) != file.Bytes().size())
+        LogWrite("QEV_MD2loader::AddMD2::Start [WARNING] - %s is %zu bytes long, %d by its header\n", newPath,
+                 file.Bytes().size(), static_cast<int>(header.endOffset));
+    LoadTags();
     return true;
+}
+
+void Md2Model::LoadTags() {
+    if (path.size() < TagEndingLength) return;
+    const std::string tagPath = path.substr(0, path.size() - TagEndingLength) + TagEnding;
+    const platform::FileBytes file(tagPath.c_str());
+    if (file.IsOpen() && !ParseTags(file.Bytes()))
+        LogWrite("QEV_MD2loader::AddMD2::Start [WARNING] - %s does not hold the tags of %d frames\n",
+                 tagPath.c_str(), FrameCount());
 }
 
 bool Md2Model::Parse(std::span<const std::byte> file) {

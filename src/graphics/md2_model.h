@@ -35,6 +35,7 @@ struct Md2Header {
     std::int32_t endOffset = 0;
 };
 
+// The corners run clockwise as seen from outside.
 struct Md2Triangle {
     std::array<std::uint16_t, 3> vertices;
     std::array<std::uint16_t, 3> texcoords;
@@ -72,14 +73,14 @@ public:
 
     // Reads the model file and its tag side file, which has the same path with "mdw" for the last three
     // characters. A missing or damaged model is logged and replaced by "default/blank.md2"; false, logged,
-    // when that cannot be read either.
-    bool Load(const char* path);
+    // when that cannot be read either. A length that is not the header's and damaged tags are only logged.
+    [[nodiscard]] bool Load(const char* path);
     // Decodes a model file's bytes. False, model empty: not an MD2 file, no frame, or a count, offset or
     // index that the file does not hold.
-    bool Parse(std::span<const std::byte> file);
+    [[nodiscard]] bool Parse(std::span<const std::byte> file);
     // Decodes a tag side file for the frames of the parsed model: a 16-bit marker 31241, then P and Q as six
     // floats a frame. False, no tags: another marker or too short.
-    bool ParseTags(std::span<const std::byte> file);
+    [[nodiscard]] bool ParseTags(std::span<const std::byte> file);
 
     const Md2Header& Header() const { return header; }
     // The file that the model was loaded from.
@@ -105,6 +106,7 @@ public:
 
 private:
     bool LoadFile(const char* newPath);
+    void LoadTags();
     void ReadFrames(std::span<const std::byte> file);
 
     Md2Header header;

@@ -43,12 +43,12 @@ std::uint16_t QEV_MD2loader::FindMD2(const char* path, const char* skin) const {
 }
 
 std::uint16_t QEV_MD2loader::FindOrAddMD2(const char* path, const char* skin) {
-    std::uint16_t index = FindMD2(path, skin);
-    if (index != None) return index;
+    const std::uint16_t known = FindMD2(path, skin);
+    if (known != None) return known;
     if (!AddMD2(path, skin)) return None;
-    index = FindMD2(path, skin);
-    if (index == None) index = FindMD2(BlankModel, QEV_Textures::BlankPicture);
-    return index != None ? index : std::uint16_t{0};
+    const bool replaced = md2Models.back()->Path() != path;
+    const std::uint16_t blank = replaced ? FindMD2(BlankModel, QEV_Textures::BlankPicture) : None;
+    return blank != None ? blank : static_cast<std::uint16_t>(md2Models.size() - 1);
 }
 
 bool QEV_MD2loader::AddMD2(const char* path, const char* skin) {
@@ -68,14 +68,14 @@ const Md2Model& QEV_MD2loader::Model(std::size_t index) const {
 std::uint16_t QEV_MD2loader::AddInstance(std::size_t model) {
     if (instances.size() >= MaxEntries) return None;
     const Md2Model* played = model < md2Models.size() ? md2Models[model].get() : nullptr;
-    instances.push_back(std::make_unique<Md2Instance>(played, static_cast<std::uint16_t>(model)));
+    instances.push_back(std::make_unique<Md2Instance>(played));
     return static_cast<std::uint16_t>(instances.size() - 1);
 }
 
 Md2Instance& QEV_MD2loader::Instance(std::size_t index) {
     if (index < instances.size()) return *instances[index];
-    nobody = {};
-    return nobody;
+    absent = {};
+    return absent;
 }
 
 GLuint QEV_MD2loader::InstanceSkin(std::size_t index) const {

@@ -25,7 +25,7 @@ public:
 
     // Adds a model and its texture. A missing model becomes the blank one, a missing texture the blank one.
     // False: not even the blank model could be read; the entry is there and draws nothing.
-    bool AddKsm(const char* path, const char* texturePath);
+    [[nodiscard]] bool AddKsm(const char* path, const char* texturePath);
     std::size_t KsmCount() const { return ksmModels.size(); }
     // A model that draws nothing when there is no such entry. The reference holds until Destroy.
     const KsmModel& Ksm(std::size_t index) const;
@@ -33,19 +33,18 @@ public:
     GLuint KsmTexture(std::size_t index) const;
 
     // Index of the model with that file and that skin, loaded and added if there is none yet. A model that
-    // had to be replaced by the blank one gives the blank model's entry with the blank skin, or 0 when there
-    // is none such; None when not even the blank one could be read.
-    std::uint16_t FindOrAddMD2(const char* path, const char* skin);
+    // had to be replaced by the blank one gives the blank model's entry with the blank skin, or, when there
+    // is none such, with that skin; None when not even the blank one could be read.
+    [[nodiscard]] std::uint16_t FindOrAddMD2(const char* path, const char* skin);
     // Adds a model (or, failing it, the blank one) and its skin. False: nothing added.
-    bool AddMD2(const char* path, const char* skin);
+    [[nodiscard]] bool AddMD2(const char* path, const char* skin);
     std::size_t MD2Count() const { return md2Models.size(); }
     // An empty model when there is no such entry. The reference holds until Destroy.
     const Md2Model& Model(std::size_t index) const;
 
     // A new instance of the model; its index. None when the store is full. An instance of a model that does
     // not exist draws nothing.
-    std::uint16_t AddInstance(std::size_t model);
-    std::size_t InstanceCount() const { return instances.size(); }
+    [[nodiscard]] std::uint16_t AddInstance(std::size_t model);
     // An instance that draws nothing when there is no such entry. The reference holds until Destroy.
     Md2Instance& Instance(std::size_t index);
     // GL name of the skin that the instance wears; 0 when there is no such entry.
@@ -66,6 +65,6 @@ private:
     std::vector<std::unique_ptr<KsmModel>> ksmModels;
     std::vector<std::unique_ptr<Md2Model>> md2Models;
     std::vector<std::unique_ptr<Md2Instance>> instances;
-    Md2Instance nobody; // what Instance gives for an index without an entry
+    Md2Instance absent; // what Instance gives for an index without an entry
     float scale = 1.0F;
 };

@@ -1,7 +1,8 @@
 // Reads picture files; see picture.h.
 #include "graphics/picture.h"
 
-#include "graphics/png_check.h"
+#include "graphics/misread_pictures.h"
+#include "graphics/plain_png.h"
 #include "platform/contained_run.h"
 #include "platform/file_bytes.h"
 
@@ -28,6 +29,7 @@ struct Report {
 struct Request {
     ILenum type;
     const char* path;
+    std::span<const std::byte> file; // what stands there
 };
 
 // The error that a load left behind; the library queues them, and an old one must not count for a new load.
@@ -138,8 +140,15 @@ void DecodeFile(const void* argument, std::vector<std::byte>& result) {
     DrainErrors();
     auto image = std::make_shared<const LibraryImage>();
     Picture picture;
-    const bool loaded = ilLoad(request.type, request.path) == IL_TRUE;
-    const ILenum error = Finish(loaded, std::move(image), picture);
+    ILenum type = request.type;
+    const std::vector<std::byte> older = OlderBitmap(request.file, type);
+    const ILboolean loaded = older.empty() ? ilLoad(type, request.path)
+                                           : ilLoadL(type, older.data(), static_cast<ILuint>(older.size()));
+    ILenum error = Finish(loaded == IL_TRUE, std::move(image), picture);
+    if (error == IL_NO_ERROR && IsMisread(request.file, picture)) {
+        error = IL_FORMAT_NOT_SUPPORTED;
+        picture = {};
+    }
     const Report report{error, picture.width, picture.height, picture.bytesPerPixel, picture.format};
     result.resize(sizeof report + picture.pixels.size());
     std::memcpy(result.data(), &report, sizeof report);
@@ -170,11 +179,11 @@ ILenum TakeResult(std::vector<std::byte> bytes, Picture& picture) {
 } // namespace
 
 ILenum DecodePng(std::span<const std::byte> file, Picture& picture) {
-    const std::size_t length = WholePngLength(file);
-    if (length == 0) return IL_LIB_PNG_ERROR;
+    const std::vector<std::byte> plain = PlainPng(file);
+    if (plain.empty()) return IL_LIB_PNG_ERROR;
     DrainErrors();
     auto image = std::make_shared<const LibraryImage>();
-    const bool loaded = ilLoadL(IL_PNG, file.data(), static_cast<ILuint>(length)) == IL_TRUE;
+    const bool loaded = ilLoadL(IL_PNG, plain.data(), static_cast<ILuint>(plain.size())) == IL_TRUE;
     return Finish(loaded, std::move(image), picture);
 }
 
@@ -183,7 +192,7 @@ ILenum LoadPicture(ILenum type, const char* path, Picture& picture) {
     if (!file.IsOpen()) return IL_COULD_NOT_OPEN_FILE;
     if (HasPngSignature(file.Bytes())) return DecodePng(file.Bytes(), picture);
     constexpr std::size_t MaxResult = sizeof(Report) + static_cast<std::size_t>(Picture::MaxPixels) * 4;
-    const Request request{type, path};
+    const Request request{type, path, file.Bytes()};
     auto result = platform::RunContained(DecodeFile, &request, MaxResult, Patience);
     return result ? TakeResult(std::move(*result), picture) : static_cast<ILenum>(IL_ILLEGAL_FILE_VALUE);
 }

@@ -1,5 +1,5 @@
 // Reads picture files into memory, so that no file, whatever bytes it holds, can crash or hang the program.
-// Rests on the image library, the PNG check and the platform's contained runs.
+// Rests on the image library, the plain PNG and the platform's contained runs.
 #pragma once
 
 #include <GL/gl.h>
@@ -27,7 +27,7 @@ struct Picture {
 // its first bytes) is checked whole and then decoded here; everything else is decoded as `type` says
 // (IL_TYPE_UNKNOWN: by the file's ending, then its content) in a contained run that a crash or an endless
 // loop cannot leave. The image library must have been started.
-ILenum LoadPicture(ILenum type, const char* path, Picture& picture);
+[[nodiscard]] ILenum LoadPicture(ILenum type, const char* path, Picture& picture);
 
-// Decodes the bytes of a PNG file after checking them; results as above.
-ILenum DecodePng(std::span<const std::byte> file, Picture& picture);
+// Decodes the picture in the bytes of a PNG file, and nothing else in them; results as above.
+[[nodiscard]] ILenum DecodePng(std::span<const std::byte> file, Picture& picture);

@@ -1,4 +1,5 @@
-// The screen; see video.h.
+// A mode is set in one order: window, context count, viewport, projection; what the driver made of it goes to
+// the log.
 #include "graphics/video.h"
 
 #include "base/log.h"
@@ -96,6 +97,7 @@ void QEV_Video::ReadParameters(ConfigFile* file) {
     fullscreen = INI_ReadInt("fullscreen", file) != 0;
     bpp = INI_ReadInt("bpp", file);
     lighting = INI_ReadInt("lighting", file) != 0;
+    vsync = !INI_FindKey("vsync", file) || INI_ReadInt("vsync", file) != 0;
     INI_SkipBlock("video", file);
 }
 
@@ -105,6 +107,7 @@ void QEV_Video::SetDefaults() {
     fullscreen = true;
     bpp = DefaultBpp;
     lighting = true;
+    vsync = true;
 }
 
 // SDL's start is looked at before anything is asked of it: what follows would crash without it.
@@ -161,12 +164,22 @@ void QEV_Video::OpenWindow() const {
     LogWrite("QEV_Video::SetGLMode() Setting video mode: %dx%dx%d f=%d \n", width, height, bpp,
              static_cast<int>(fullscreen));
     SDL_WM_SetCaption("Quarvello", nullptr);
+    SDL_GL_SetAttribute(SDL_GL_SWAP_CONTROL, vsync ? 1 : 0);
     const Uint32 screen = fullscreen ? SDL_FULLSCREEN : 0U;
     if (!SDL_SetVideoMode(width, height, bpp, SDL_OPENGL | screen)) {
         LogWrite("QEV_Video::SetGLMode() - \t[FAILED] OpenGL initialisation: %s\n", SDL_GetError());
         EndProgram();
     }
     LogWrite("QEV_Video::SetGLMode() - \t[OK] OpenGL Initialisation\n");
+    ReportVerticalSync();
+}
+
+// The driver may do otherwise than it was asked, or not know of it at all.
+void QEV_Video::ReportVerticalSync() const {
+    int interval = 0;
+    const char* got = "unknown";
+    if (SDL_GL_GetAttribute(SDL_GL_SWAP_CONTROL, &interval) == 0) got = interval > 0 ? "on" : "off";
+    LogWrite("QEV_Video::SetGLMode() - \tVertical sync: asked for %s, got %s\n", vsync ? "on" : "off", got);
 }
 
 // A list made in the context before shows whether this is still the same one.
@@ -207,4 +220,5 @@ void QEV_Video::Save(const char* path, INI_Writer& writer) const {
     writer.WriteInt(fullscreen ? 1 : 0, "fullscreen");
     writer.WriteInt(bpp, "bpp");
     writer.WriteInt(lighting ? 1 : 0, "lighting");
+    writer.WriteInt(vsync ? 1 : 0, "vsync");
 }

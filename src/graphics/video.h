@@ -15,10 +15,10 @@ public:
     // window is logged and ends the program with status 1.
     void Load(const char* path);
 
-    // Reads the block "video". A key that the block lacks reads as 0; only a missing block gives the
-    // defaults.
+    // Reads the block "video". A key that the block lacks reads as 0, but vertical sync is then on; only a
+    // missing block gives the defaults.
     void ReadParameters(ConfigFile* file);
-    // 640 x 480, 32 bits, full screen, lighting on.
+    // 640 x 480, 32 bits, full screen, lighting and vertical sync on.
     void SetDefaults();
 
     // Sets the mode and the projection. A width or height of 0 is replaced by 640 x 480, 32 bits, full
@@ -50,6 +50,8 @@ public:
     bool Fullscreen() const { return fullscreen; }
     // Whether the scenes use GL lighting.
     bool Lighting() const { return lighting; }
+    // Whether the driver is asked to show each picture at the screen's own pace.
+    bool VerticalSync() const { return vsync; }
 
     // Counts the modes set so far; 0 before the first. Whoever keeps GL objects keeps the generation that
     // they were made in: after a change everything that is shown has to be made anew.
@@ -62,6 +64,7 @@ public:
 private:
     void OpenVideo();
     void OpenWindow() const;
+    void ReportVerticalSync() const;
     void CountContext();
     void ApplyProjection() const;
 
@@ -72,6 +75,7 @@ private:
     int bpp = 0;
     bool fullscreen = false;
     bool lighting = false;
+    bool vsync = true;
     unsigned generation = 0;
     unsigned oldestLiving = 1; // first generation whose objects the current context holds
     unsigned marker = 0;       // an empty list that shows whether a context outlived a mode change

@@ -1,4 +1,4 @@
-// Contained runs; see contained_run.h.
+// The work runs in a forked copy that hands its result back through a pipe.
 #include "platform/contained_run.h"
 
 #ifdef _WIN32
@@ -144,6 +144,8 @@ namespace platform {
 
 std::optional<std::vector<std::byte>> RunContained(ContainedWork work, const void* argument,
                                                    std::size_t maxBytes, std::chrono::milliseconds patience) {
+    // A parent may hand down that it ignores the end of its children; there would be no status to wait for.
+    std::signal(SIGCHLD, SIG_DFL);
     const std::size_t usedMemory = UsedMemory();
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;

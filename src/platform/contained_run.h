@@ -16,7 +16,8 @@ using ContainedWork = void (*)(const void* argument, std::vector<std::byte>& res
 
 // What the work filled in. Nothing when it crashed, was not done after `patience`, produced more than
 // `maxBytes`, or could not be started.
-std::optional<std::vector<std::byte>> RunContained(ContainedWork work, const void* argument,
-                                                   std::size_t maxBytes, std::chrono::milliseconds patience);
+[[nodiscard]] std::optional<std::vector<std::byte>> RunContained(ContainedWork work, const void* argument,
+                                                                 std::size_t maxBytes,
+                                                                 std::chrono::milliseconds patience);
 
 } // namespace platform

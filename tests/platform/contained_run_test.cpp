@@ -28,6 +28,12 @@ TEST(ContainedRun, HandsBackWhatTheWorkProduced) {
     EXPECT_EQ(RunContained(work, &none, Room, Ample), Bytes());
 }
 
+TEST(ContainedRun, WorksBelowAParentThatIgnoresTheEndOfItsChildren) {
+    std::signal(SIGCHLD, SIG_IGN);
+    const auto work = [](const void*, Bytes& result) { result.resize(3); };
+    EXPECT_EQ(RunContained(work, nullptr, Room, Ample), Bytes(3));
+}
+
 TEST(ContainedRun, ACrashGivesNothing) {
     for (const platform::ContainedWork work : {
              +[](const void*, Bytes&) { std::raise(SIGSEGV); },
