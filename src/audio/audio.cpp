@@ -2,8 +2,7 @@
 #include "audio/audio.h"
 
 #include "base/log.h"
-#include "config/config_reader.h"
-#include "config/config_writer.h"
+#include "config/record.h"
 #include "platform/file_bytes.h"
 
 #include <algorithm>
@@ -59,17 +58,22 @@ void QEV_Audio::Load(const char* path) {
     ReadParameters(&file);
 }
 
+RecordTable<QEV_Audio> QEV_Audio::Table() {
+    static constexpr RecordKey<QEV_Audio> Keys[] = {
+        {"audio_rate", &QEV_Audio::audio_rate},         {"audio_format", &QEV_Audio::audio_format},
+        {"audio_channels", &QEV_Audio::audio_channels}, {"audio_buffers", &QEV_Audio::audio_buffers},
+        {"music_volume", &QEV_Audio::music_volume},     {"sound_volume", &QEV_Audio::sound_volume},
+        {"highQuality", &QEV_Audio::highQuality}};
+    return {BlockName, Keys};
+}
+
 void QEV_Audio::ReadParameters(ConfigFile* file) {
     LogWrite("QEV_Audio::ReadParameters()\n");
     music.Start();
     if (INI_FindBlock(BlockName, file)) {
-        audio_rate = INI_ReadInt("audio_rate", file);
-        audio_format = static_cast<std::uint16_t>(INI_ReadInt("audio_format", file));
-        audio_channels = INI_ReadInt("audio_channels", file);
-        audio_buffers = INI_ReadInt("audio_buffers", file);
-        highQuality = INI_ReadInt("highQuality", file) != 0;
-        sound_volume = static_cast<std::uint8_t>(INI_ReadInt("sound_volume", file));
-        music.SetVolume(INI_ReadInt("music_volume", file));
+        ReadRecord(Table(), *this, file, &unread);
+        SettleUnread(Table(), *this, unread);
+        music.SetVolume(music_volume);
         INI_SkipBlock(BlockName, file);
     } else {
         LogWrite("QEV_Audio::ReadParameters() [WARNING] - Audio block not found\n");
@@ -105,21 +109,16 @@ void QEV_Audio::Start() {
     music.Disable();
 }
 
-void QEV_Audio::WriteParameters(const char* path) const {
+void QEV_Audio::WriteParameters(const char* path) {
     INI_Writer writer;
     WriteParameters(path, writer);
 }
 
-void QEV_Audio::WriteParameters(const char* path, INI_Writer& writer) const {
+void QEV_Audio::WriteParameters(const char* path, INI_Writer& writer) {
     if (!enabled) return;
     writer.RewriteBlock(path, BlockName);
-    writer.WriteInt(audio_rate, "audio_rate");
-    writer.WriteInt(audio_format, "audio_format");
-    writer.WriteInt(audio_channels, "audio_channels");
-    writer.WriteInt(audio_buffers, "audio_buffers");
-    writer.WriteInt(music.GetVolume(), "music_volume");
-    writer.WriteInt(sound_volume, "sound_volume");
-    writer.WriteInt(highQuality ? 1 : 0, "highQuality");
+    music_volume = music.GetVolume();
+    WriteRecord(Table(), *this, writer, &unread);
 }
 
 void QEV_Audio::Destroy() {

@@ -6,6 +6,7 @@
 #include "audio/music.h"
 #include "audio/positional_sounds.h"
 #include "audio/sample.h"
+#include "config/unread_keys.h"
 
 #include <cstdint>
 #include <memory>
@@ -13,6 +14,7 @@
 
 class ConfigFile;
 class INI_Writer;
+template<class Record> struct RecordTable;
 
 class QEV_Audio {
 public:
@@ -29,10 +31,12 @@ public:
     // Opens the mixer with the parameters below: rates of 11025, 22050 and 44100 Hz, for any other 44100; 8
     // or 16 bits, one or two channels and up to 32768 frames, or else as if the mixer had refused.
     void Start();
+    // The keys of the block "audio".
+    static RecordTable<QEV_Audio> Table();
     // Rewrites the "audio" block of the file; nothing while sound is off.
-    void WriteParameters(const char* path) const;
+    void WriteParameters(const char* path);
     // The same within a save that the writer has under way for that file, if it has.
-    void WriteParameters(const char* path, INI_Writer& writer) const;
+    void WriteParameters(const char* path, INI_Writer& writer);
     // Frees music, samples and positional sounds. The mixer itself closes with SDL.
     void Destroy();
 
@@ -96,6 +100,8 @@ private:
     Listener listener;
     bool enabled = false; // from Load on, unless the mixer could not be opened
     std::uint8_t sound_volume = MIX_MAX_VOLUME;
+    std::uint8_t music_volume = MIX_MAX_VOLUME; // as read or to be written; the music has its own
+    UnreadKeys unread;
 };
 
 extern QEV_Audio audio;

@@ -1,4 +1,4 @@
-// The frame clock; see frame_clock.h.
+// The rate walks by one a frame: what a counter shows has to stay readable.
 #include "base/frame_clock.h"
 
 #include <SDL.h>

@@ -1,4 +1,4 @@
-// The log file; see log.h.
+// A folder or a pipe of the log's name drops the messages: nothing may wait for whoever reads it.
 #include "base/log.h"
 
 #include "platform/file_stream.h"
@@ -6,12 +6,17 @@
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
+#include <filesystem>
 
 namespace {
 
 constexpr char LogName[] = "log.txt";
 
 platform::FileStream OpenLog() {
+    std::error_code error;
+    const auto type = std::filesystem::status(LogName, error).type();
+    if (type != std::filesystem::file_type::regular && type != std::filesystem::file_type::not_found)
+        return {};
     return platform::OpenFile(LogName, "a");
 }
 

@@ -13,7 +13,7 @@ public:
     // Reads the whole file; anything but a plain file that can be read leaves the object closed.
     explicit ConfigFile(const char* path);
     // An open file with the given content, named in warnings.
-    static ConfigFile FromMemory(std::string_view content, const char* name = "memory");
+    [[nodiscard]] static ConfigFile FromMemory(std::string_view content, const char* name = "memory");
 
     // The path, or the name in memory.
     const std::string& Name() const { return name; }

@@ -30,16 +30,16 @@ const char* INI_NextLine(ConfigFile* file);
 
 // Searches the opening tag from the start of the file. Found: the position is behind it; otherwise at the
 // end.
-bool INI_FindBlock(const char* name, ConfigFile* file);
+[[nodiscard]] bool INI_FindBlock(const char* name, ConfigFile* file);
 // Searches the opening tag from the position up to the first closing tag of any block. Found: the position is
 // behind it; otherwise unchanged.
-bool INI_FindNextBlock(const char* name, ConfigFile* file);
+[[nodiscard]] bool INI_FindNextBlock(const char* name, ConfigFile* file);
 // Searches the closing tag from the position. Found: the position is behind it; otherwise at the end.
 bool INI_SkipBlock(const char* name, ConfigFile* file);
 
 // Searches a line with the key between the position and the first closing tag; it stays in lineBuffer. The
 // position does not change.
-bool INI_FindKey(const char* key, ConfigFile* file);
+[[nodiscard]] bool INI_FindKey(const char* key, ConfigFile* file);
 // The key's number: from the first digit or sign behind the first blank or '='. Out of range it is clamped; 0
 // when there is none or (floats) it is not finite. The position does not change.
 int INI_ReadInt(const char* key, ConfigFile* file);

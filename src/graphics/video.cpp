@@ -3,8 +3,7 @@
 #include "graphics/video.h"
 
 #include "base/log.h"
-#include "config/config_reader.h"
-#include "config/config_writer.h"
+#include "config/record.h"
 
 #include <GL/gl.h>
 #include <GL/glu.h>
@@ -68,6 +67,14 @@ const char* DriverText(GLenum name) {
     return text ? text : "";
 }
 
+RecordTable<QEV_Video> QEV_Video::Table() {
+    static constexpr RecordKey<QEV_Video> Keys[] = {
+        {"width", &QEV_Video::width},           {"height", &QEV_Video::height},
+        {"fullscreen", &QEV_Video::fullscreen}, {"bpp", &QEV_Video::bpp},
+        {"lighting", &QEV_Video::lighting},     {"vsync", &QEV_Video::vsync, IfMissing::Keep}};
+    return {"video", Keys};
+}
+
 void QEV_Video::Load(const char* path) {
     LogWrite("QEV_Video::Load(%s) - loading video parameters\n", path);
     ConfigFile file(path);
@@ -79,6 +86,7 @@ void QEV_Video::Load(const char* path) {
     }
     OpenVideo();
     SetGLMode(width, height, fullscreen, bpp);
+    SettleUnread(Table(), *this, unread);
     ReportDriver();
     SetInitialState();
     SDL_ShowCursor(SDL_ENABLE);
@@ -92,12 +100,8 @@ void QEV_Video::ReadParameters(ConfigFile* file) {
         SetDefaults();
         return;
     }
-    width = INI_ReadInt("width", file);
-    height = INI_ReadInt("height", file);
-    fullscreen = INI_ReadInt("fullscreen", file) != 0;
-    bpp = INI_ReadInt("bpp", file);
-    lighting = INI_ReadInt("lighting", file) != 0;
-    vsync = !INI_FindKey("vsync", file) || INI_ReadInt("vsync", file) != 0;
+    vsync = true;
+    ReadRecord(Table(), *this, file, &unread);
     INI_SkipBlock("video", file);
 }
 
@@ -215,10 +219,5 @@ void QEV_Video::Save(const char* path) const {
 
 void QEV_Video::Save(const char* path, INI_Writer& writer) const {
     writer.RewriteBlock(path, "video");
-    writer.WriteInt(width, "width");
-    writer.WriteInt(height, "height");
-    writer.WriteInt(fullscreen ? 1 : 0, "fullscreen");
-    writer.WriteInt(bpp, "bpp");
-    writer.WriteInt(lighting ? 1 : 0, "lighting");
-    writer.WriteInt(vsync ? 1 : 0, "vsync");
+    WriteRecord(Table(), *this, writer, &unread);
 }

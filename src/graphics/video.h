@@ -3,10 +3,13 @@
 // and writer.
 #pragma once
 
+#include "config/unread_keys.h"
+
 #include <GL/gl.h>
 
 class ConfigFile;
 class INI_Writer;
+template<class Record> struct RecordTable;
 
 class QEV_Video {
 public:
@@ -32,6 +35,8 @@ public:
     // nothing is drawn.
     void SetSize(int newWidth, int newHeight);
 
+    // The keys of the block "video".
+    static RecordTable<QEV_Video> Table();
     // Writes the block "video" of the file at `path`.
     void Save(const char* path) const;
     // The same within a save that the writer has under way for that file, if it has.
@@ -76,6 +81,7 @@ private:
     bool fullscreen = false;
     bool lighting = false;
     bool vsync = true;
+    UnreadKeys unread;
     unsigned generation = 0;
     unsigned oldestLiving = 1; // first generation whose objects the current context holds
     unsigned marker = 0;       // an empty list that shows whether a context outlived a mode change

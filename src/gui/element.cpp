@@ -1,8 +1,7 @@
 // The base of all elements; see element.h.
 #include "gui/element.h"
 
-#include "config/config_reader.h"
-#include "config/config_writer.h"
+#include "config/record.h"
 
 GUI_Element* GUI_Element::GetParent() const {
     return parent;
@@ -68,18 +67,22 @@ void GUI_Element::LostFocus() {
     focus = false;
 }
 
+RecordTable<GUI_Element> GUI_Element::PlaceTable() {
+    static constexpr RecordKey<GUI_Element> Keys[] = {{"left", &GUI_Element::left},
+                                                      {"top", &GUI_Element::top}};
+    return {"place", Keys};
+}
+
 void GUI_Element::Save(INI_Writer& writer) {
     if (!caption) return;
     writer.OpenBlock(caption);
-    writer.WriteFloat(left, "left");
-    writer.WriteFloat(top, "top");
+    WriteRecord(PlaceTable(), *this, writer);
     writer.CloseBlock(caption);
 }
 
 bool GUI_Element::Load(ConfigFile* file) {
     if (!caption || !INI_FindNextBlock(caption, file)) return false;
-    left = INI_ReadFloat("left", file);
-    top = INI_ReadFloat("top", file);
+    ReadRecord(PlaceTable(), *this, file);
     INI_SkipBlock(caption, file);
     return true;
 }

@@ -9,6 +9,7 @@
 
 class ConfigFile;
 class INI_Writer;
+template<class Record> struct RecordTable;
 
 // Which of a style's four pictures is shown.
 enum class GuiState : std::uint8_t { Normal, Hover, Clicked, Disabled };
@@ -63,6 +64,8 @@ public:
     // says whether it was there. Without a caption both do nothing.
     virtual void Save(INI_Writer& writer);
     virtual bool Load(ConfigFile* file);
+    // The keys of that block.
+    static RecordTable<GUI_Element> PlaceTable();
 
     virtual ~GUI_Element() = default;
 

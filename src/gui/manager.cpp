@@ -3,7 +3,7 @@
 
 #include "audio/audio.h"
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 #include "graphics/video.h"
 
 #include <GL/gl.h>
@@ -21,6 +21,18 @@ constexpr double ScaleY = 1.15;
 constexpr double ScaleAspect = 4.0 / 3.0;
 
 } // namespace
+
+RecordTable<CursorRecord> CursorRecord::Table() {
+    static constexpr RecordKey<CursorRecord> Keys[] = {{"image", &CursorRecord::image},
+                                                       {"size", &CursorRecord::size}};
+    return {"cursor", Keys};
+}
+
+RecordTable<SoundsRecord> SoundsRecord::Table() {
+    static constexpr RecordKey<SoundsRecord> Keys[] = {{"hover", &SoundsRecord::hover},
+                                                       {"click", &SoundsRecord::click}};
+    return {"audio", Keys};
+}
 
 void QEV_Gui::ForgetScreen() {
     windows.clear();
@@ -60,8 +72,10 @@ void QEV_Gui::ReadCursor(ConfigFile* file, const char* path) {
         LogWrite("QEV_Gui::Start[ failed ] Loading %s - couldn't find cursor info block\n", path);
         return;
     }
-    cursor.picture = cursor.texture.Add(INI_ReadString("image", file));
-    cursor.size = INI_ReadFloat("size", file);
+    CursorRecord record;
+    ReadRecord(CursorRecord::Table(), record, file);
+    cursor.picture = cursor.texture.Add(record.image.c_str());
+    cursor.size = record.size;
 }
 
 void QEV_Gui::ReadSounds(ConfigFile* file, const char* path) {
@@ -69,8 +83,10 @@ void QEV_Gui::ReadSounds(ConfigFile* file, const char* path) {
         LogWrite("QEV_Gui::Start[ NOTICE ] Loading %s - audio block not found\n", path);
         return;
     }
-    hoverSound = audio.Sample_Add(INI_ReadString("hover", file));
-    clickSound = audio.Sample_Add(INI_ReadString("click", file));
+    SoundsRecord record;
+    ReadRecord(SoundsRecord::Table(), record, file);
+    hoverSound = audio.Sample_Add(record.hover.c_str());
+    clickSound = audio.Sample_Add(record.click.c_str());
 }
 
 void QEV_Gui::Destroy() {
@@ -105,7 +121,7 @@ void QEV_Gui::AddWindow(GUI_Window* window) {
 
 void QEV_Gui::SetUpButtons(GUI_Window& window) const {
     const auto setUp = [](GUI_Button& button, const ButtonSettings& settings) {
-        button.caption = settings.caption.data();
+        button.caption = settings.caption.c_str();
         button.width = settings.width;
         button.height = settings.height;
         button.stid = settings.stid;

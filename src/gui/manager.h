@@ -9,10 +9,25 @@
 #include "gui/skin.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 class ConfigFile;
 struct AudioSample;
+template<class Record> struct RecordTable;
+
+// What the skin file's blocks `cursor` and `audio` say.
+struct CursorRecord {
+    std::string image;
+    float size = 0;
+
+    static RecordTable<CursorRecord> Table();
+};
+struct SoundsRecord {
+    std::string hover, click;
+
+    static RecordTable<SoundsRecord> Table();
+};
 
 class QEV_Gui {
 public:

@@ -3,8 +3,6 @@
 
 #include "base/log.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr std::size_t MaxStyles = 255;
@@ -26,7 +24,7 @@ ShotPolylist WholeRectangle(ShotMode mode, float shade, float alpha) {
 ButtonSettings MakeButton(const char* caption, float width, float left, float top, std::uint8_t stid,
                           std::uint8_t corner) {
     ButtonSettings button;
-    std::strncpy(button.caption.data(), caption, button.caption.size() - 1);
+    button.caption = caption;
     button.width = width;
     button.left = left;
     button.top = top;

@@ -16,6 +16,7 @@ class ConfigFile;
 class GUI_Component;
 class GUI_Element;
 class GUI_Window;
+template<class Record> struct RecordTable;
 
 // A corner of a polygon: hung on one of nine places of the rectangle that is drawn.
 struct ShotVertex {
@@ -23,6 +24,8 @@ struct ShotVertex {
     float r = 1.0F, g = 1.0F, b = 1.0F, a = 1.0F;
     float u = 0.0F, v = 0.0F;
     std::uint8_t fixed = 0; // anchor, 0 to 8 (see AnchorPoint)
+
+    static RecordTable<ShotVertex> Table();
 };
 
 struct ShotPoly {
@@ -45,6 +48,8 @@ struct GUI_Style {
     // The built-in look: translucent white with a black outline in all four states.
     void SetDefaults();
     static Shot MakeDefaultShot();
+    // The numbers of its block.
+    static RecordTable<GUI_Style> Table();
 
     std::array<Shot, 4> shots; // by GuiState
     float leftx = 0.0F;        // where the client area of a container of this style begins
@@ -68,16 +73,33 @@ struct BorderBox {
     std::uint8_t fixed2 = 2;
 
     bool Contains(const GuiRect& window, float x, float y) const;
+    static RecordTable<BorderBox> Table();
 };
 
 // What every window's close or resize button is set up with.
 struct ButtonSettings {
-    std::array<char, 256> caption{};
+    std::string caption;
     float width = 0.0F, height = 0.0F;
     float left = 0.0F, top = 0.0F;
     std::uint8_t stid = 0;
     std::uint8_t pos_id = 0; // corner of the window
     bool scissor = false;
+
+    static RecordTable<ButtonSettings> Table();
+};
+
+// What blocks of the skin say before their inner blocks begin: the counts of a list, the kind of a shot.
+struct SkinCounts {
+    std::uint8_t boxes = 0;
+    std::uint8_t mode = 0;
+    std::uint16_t polys = 0;
+    std::uint16_t vertices = 0;
+    std::string state;
+
+    static RecordTable<SkinCounts> BorderTable();
+    static RecordTable<SkinCounts> ShotTable();
+    static RecordTable<SkinCounts> PolyTable();
+    static RecordTable<SkinCounts> ModeTable();
 };
 
 class GUI_Styles {
@@ -88,6 +110,8 @@ public:
 
     // One built-in style and the sizes below.
     void SetDefaults();
+    // The keys of the block "general" itself.
+    static RecordTable<GUI_Styles> GeneralTable();
     // Reads the skin from a file that stands inside its "skin" block, and loads its picture. What is missing
     // is logged and keeps its default.
     void Load(ConfigFile* file);
@@ -122,6 +146,7 @@ public:
     Shot focus;
     QEV_Textures image;
     int picture = -1; // index in `image`; -1 none
+    std::string pictureName;
     float win_min_width = 0.2F;
     float win_min_height = 0.1F;
     float win_max_width = 1.1F;

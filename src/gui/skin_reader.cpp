@@ -3,11 +3,10 @@
 #include "gui/skin.h"
 
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace {
 
@@ -16,22 +15,6 @@ namespace {
 constexpr int MaxMissing = 32;
 // Lines about missing blocks that one skin may write.
 constexpr int MaxLines = 512;
-
-// A key that holds a number of a record.
-template<class Record> struct NumberKey {
-    const char* key;
-    float Record::*field;
-};
-
-constexpr NumberKey<ShotVertex> VertexNumbers[] = {
-    {"r", &ShotVertex::r}, {"g", &ShotVertex::g}, {"b", &ShotVertex::b}, {"a", &ShotVertex::a},
-    {"u", &ShotVertex::u}, {"v", &ShotVertex::v}, {"x", &ShotVertex::x}, {"y", &ShotVertex::y}};
-
-constexpr NumberKey<GUI_Style> StyleNumbers[] = {
-    {"leftx", &GUI_Style::leftx},   {"lefty", &GUI_Style::lefty}, {"rightx", &GUI_Style::rightx},
-    {"righty", &GUI_Style::righty}, {"textx", &GUI_Style::textx}, {"texty", &GUI_Style::texty},
-    {"textr", &GUI_Style::textr},   {"textg", &GUI_Style::textg}, {"textb", &GUI_Style::textb},
-    {"texta", &GUI_Style::texta}};
 
 // Reports what shots lack, one line a block, so that no count in a file can fill the log.
 class MissingBlocks {
@@ -50,41 +33,13 @@ private:
     int lines = 0;
 };
 
-// A key of the block that may be missing: its value, or what it was.
-void ReadOptional(const char* key, ConfigFile* file, float& value) {
-    if (INI_FindKey(key, file)) value = INI_ReadFloat(key, file);
-}
-
-std::uint8_t ReadByte(const char* key, ConfigFile* file) {
-    return static_cast<std::uint8_t>(INI_ReadInt(key, file));
-}
-
 void ReadButton(const char* block, const char* warning, ConfigFile* file, ButtonSettings& button) {
     if (!INI_FindNextBlock(block, file)) {
         LogWrite("%s", warning);
         return;
     }
-    button.caption.fill('\0');
-    std::strncpy(button.caption.data(), INI_ReadString("caption", file), button.caption.size() - 1);
-    button.width = INI_ReadFloat("width", file);
-    button.height = INI_ReadFloat("height", file);
-    button.stid = ReadByte("stid", file);
-    button.left = INI_ReadFloat("left", file);
-    button.top = INI_ReadFloat("top", file);
-    button.scissor = INI_ReadInt("scissor", file) != 0;
-    button.pos_id = ReadByte("pos_id", file);
+    ReadRecord(ButtonSettings::Table(), button, file);
     INI_SkipBlock(block, file);
-}
-
-BorderBox ReadBox(ConfigFile* file) {
-    BorderBox box;
-    box.pos1x = INI_ReadFloat("pos1x", file);
-    box.pos1y = INI_ReadFloat("pos1y", file);
-    box.fixed1 = ReadByte("fixed1", file);
-    box.pos2x = INI_ReadFloat("pos2x", file);
-    box.pos2y = INI_ReadFloat("pos2y", file);
-    box.fixed2 = ReadByte("fixed2", file);
-    return box;
 }
 
 std::vector<BorderBox> ReadBorder(ConfigFile* file) {
@@ -92,10 +47,12 @@ std::vector<BorderBox> ReadBorder(ConfigFile* file) {
         LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - Border block wasn't found\n");
         return {BorderBox()};
     }
-    std::vector<BorderBox> boxes(ReadByte("box_num", file));
+    SkinCounts counts;
+    ReadRecord(SkinCounts::BorderTable(), counts, file);
+    std::vector<BorderBox> boxes(counts.boxes);
     for (std::size_t i = 0; i < boxes.size(); ++i) {
         if (INI_FindNextBlock("box", file)) {
-            boxes[i] = ReadBox(file);
+            ReadRecord(BorderBox::Table(), boxes[i], file);
             INI_SkipBlock("box", file);
         } else {
             LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - Box block N %d wasn't found\n",
@@ -104,19 +61,6 @@ std::vector<BorderBox> ReadBorder(ConfigFile* file) {
     }
     INI_SkipBlock("border", file);
     return boxes;
-}
-
-ShotVertex ReadVertex(ConfigFile* file) {
-    ShotVertex vertex;
-    vertex.fixed = ReadByte("fixed", file);
-    for (const auto& [key, field] : VertexNumbers)
-        vertex.*field = INI_ReadFloat(key, file);
-    return vertex;
-}
-
-// The count is kept with sixteen bits.
-int ReadCount(const char* key, ConfigFile* file) {
-    return static_cast<std::uint16_t>(INI_ReadInt(key, file));
 }
 
 void ReadVertices(ConfigFile* file, int count, std::vector<ShotVertex>& vertices, MissingBlocks& missing) {
@@ -128,16 +72,17 @@ void ReadVertices(ConfigFile* file, int count, std::vector<ShotVertex>& vertices
             vertices.resize(vertices.size() + static_cast<std::size_t>(std::min(count - i, MaxMissing)));
             return;
         }
-        vertices.push_back(ReadVertex(file));
+        ReadRecord(ShotVertex::Table(), vertices.emplace_back(), file);
         INI_SkipBlock("vert", file);
     }
 }
 
 ShotPoly ReadPoly(ConfigFile* file, MissingBlocks& missing) {
     ShotPoly poly;
-    const int count = ReadCount("vnum", file);
+    SkinCounts counts;
+    ReadRecord(SkinCounts::PolyTable(), counts, file);
     if (INI_FindNextBlock("vertlist", file)) {
-        ReadVertices(file, count, poly.verts, missing);
+        ReadVertices(file, counts.vertices, poly.verts, missing);
         INI_SkipBlock("vertlist", file);
     } else {
         missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vertlist is found in poly \n", 1);
@@ -164,12 +109,13 @@ std::vector<ShotPoly> ReadPolys(ConfigFile* file, int count, MissingBlocks& miss
 void LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
     while (INI_FindNextBlock("new shot", file)) {
         ShotPolylist& list = shot.emplace_back();
-        list.mode = ReadByte("mode", file);
-        const int count = ReadCount("polynum", file);
+        SkinCounts counts;
+        ReadRecord(SkinCounts::ShotTable(), counts, file);
+        list.mode = counts.mode;
         if (INI_FindNextBlock("polylist", file)) {
-            list.polys = ReadPolys(file, count, missing);
+            list.polys = ReadPolys(file, counts.polys, missing);
             INI_SkipBlock("polylist", file);
-        } else if (count != 0) {
+        } else if (counts.polys != 0) {
             missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No polylist is found \n", 1);
         }
         INI_SkipBlock("new shot", file);
@@ -177,13 +123,14 @@ void LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
 }
 
 void LoadStyle(ConfigFile* file, GUI_Style& style, MissingBlocks& missing) {
-    for (const auto& [key, field] : StyleNumbers)
-        style.*field = INI_ReadFloat(key, file);
+    ReadRecord(GUI_Style::Table(), style, file);
 
     static constexpr std::array<const char*, 4> StateNames = {"normal", "hover", "clicked", "disabled"};
     bool recognised = false;
     while (INI_FindNextBlock("mode", file)) {
-        const std::string state = INI_ReadString("state", file);
+        SkinCounts block;
+        ReadRecord(SkinCounts::ModeTable(), block, file);
+        const std::string& state = block.state;
         const auto found = std::ranges::find(StateNames, state);
         if (found != StateNames.end()) {
             LoadShot(file, style.shots[static_cast<std::size_t>(found - StateNames.begin())], missing);
@@ -205,16 +152,81 @@ void LoadStyle(ConfigFile* file, GUI_Style& style, MissingBlocks& missing) {
 
 } // namespace
 
+RecordTable<ShotVertex> ShotVertex::Table() {
+    static constexpr RecordKey<ShotVertex> Keys[] = {
+        {"fixed", &ShotVertex::fixed}, {"x", &ShotVertex::x}, {"y", &ShotVertex::y},
+        {"r", &ShotVertex::r},         {"g", &ShotVertex::g}, {"b", &ShotVertex::b},
+        {"a", &ShotVertex::a},         {"u", &ShotVertex::u}, {"v", &ShotVertex::v}};
+    return {"vert", Keys};
+}
+
+RecordTable<GUI_Style> GUI_Style::Table() {
+    static constexpr RecordKey<GUI_Style> Keys[] = {
+        {"leftx", &GUI_Style::leftx},   {"lefty", &GUI_Style::lefty}, {"rightx", &GUI_Style::rightx},
+        {"righty", &GUI_Style::righty}, {"textx", &GUI_Style::textx}, {"texty", &GUI_Style::texty},
+        {"textr", &GUI_Style::textr},   {"textg", &GUI_Style::textg}, {"textb", &GUI_Style::textb},
+        {"texta", &GUI_Style::texta}};
+    return {"New style", Keys};
+}
+
+RecordTable<BorderBox> BorderBox::Table() {
+    static constexpr RecordKey<BorderBox> Keys[] = {
+        {"pos1x", &BorderBox::pos1x}, {"pos1y", &BorderBox::pos1y}, {"fixed1", &BorderBox::fixed1},
+        {"pos2x", &BorderBox::pos2x}, {"pos2y", &BorderBox::pos2y}, {"fixed2", &BorderBox::fixed2}};
+    return {"box", Keys};
+}
+
+RecordTable<ButtonSettings> ButtonSettings::Table() {
+    using B = ButtonSettings;
+    static constexpr RecordKey<B> Keys[] = {{"caption", &B::caption, IfMissing::Zero, 255},
+                                            {"width", &B::width},
+                                            {"height", &B::height},
+                                            {"left", &B::left},
+                                            {"top", &B::top},
+                                            {"stid", &B::stid},
+                                            {"pos_id", &B::pos_id},
+                                            {"scissor", &B::scissor}};
+    return {"button", Keys};
+}
+
+RecordTable<SkinCounts> SkinCounts::BorderTable() {
+    static constexpr RecordKey<SkinCounts> Keys[] = {{"box_num", &SkinCounts::boxes}};
+    return {"border", Keys};
+}
+
+RecordTable<SkinCounts> SkinCounts::ShotTable() {
+    static constexpr RecordKey<SkinCounts> Keys[] = {{"mode", &SkinCounts::mode},
+                                                     {"polynum", &SkinCounts::polys}};
+    return {"new shot", Keys};
+}
+
+RecordTable<SkinCounts> SkinCounts::PolyTable() {
+    static constexpr RecordKey<SkinCounts> Keys[] = {{"vnum", &SkinCounts::vertices}};
+    return {"poly", Keys};
+}
+
+RecordTable<SkinCounts> SkinCounts::ModeTable() {
+    static constexpr RecordKey<SkinCounts> Keys[] = {{"state", &SkinCounts::state}};
+    return {"mode", Keys};
+}
+
+RecordTable<GUI_Styles> GUI_Styles::GeneralTable() {
+    static constexpr RecordKey<GUI_Styles> Keys[] = {
+        {"win_min_width", &GUI_Styles::win_min_width, IfMissing::Keep},
+        {"win_min_height", &GUI_Styles::win_min_height, IfMissing::Keep},
+        {"win_max_width", &GUI_Styles::win_max_width, IfMissing::Keep},
+        {"win_max_height", &GUI_Styles::win_max_height, IfMissing::Keep},
+        {"scroll_width", &GUI_Styles::scroll_width, IfMissing::Keep},
+        {"scroll_height", &GUI_Styles::scroll_height, IfMissing::Keep},
+        {"image", &GUI_Styles::pictureName}};
+    return {"general", Keys};
+}
+
 void GUI_Styles::Load(ConfigFile* file) {
     MissingBlocks missing;
     if (INI_FindNextBlock("general", file)) {
-        ReadOptional("win_min_width", file, win_min_width);
-        ReadOptional("win_min_height", file, win_min_height);
-        ReadOptional("win_max_width", file, win_max_width);
-        ReadOptional("win_max_height", file, win_max_height);
-        ReadOptional("scroll_width", file, scroll_width);
-        ReadOptional("scroll_height", file, scroll_height);
-        picture = image.Add(INI_ReadString("image", file));
+        ReadRecord(GeneralTable(), *this, file);
+        picture = image.Add(pictureName.c_str());
         boxes = ReadBorder(file);
         ReadButton("close button",
                    "QEV_Gui::GUI_Styles::Load() [ warning ] - Close button block wasn't found\n", file,

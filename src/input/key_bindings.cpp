@@ -2,7 +2,7 @@
 #include "input/key_bindings.h"
 
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 
 #include <algorithm>
 #include <string>
@@ -29,8 +29,12 @@ void KeyBindings::ReadKeys(ConfigFile* file) {
         LogWrite("mainScene::ExecConfig::ReadKeys() - [WARNING] no input information found\n");
         return;
     }
-    for (const char* line = INI_ReadLine(file); *line != '\0'; line = INI_ReadLine(file))
-        AddConfigKey(line);
+    for (const char* line = INI_ReadLine(file); *line != '\0'; line = INI_ReadLine(file)) {
+        const std::string_view words = line;
+        if (words.find('\t') != words.npos || words.find("  ") != words.npos)
+            WarnAboutLine(file, "the words of a bind line are separated by one blank each");
+        AddConfigKey(words);
+    }
     INI_SkipBlock("input", file);
 }
 

@@ -3,46 +3,86 @@
 #include "particles/effect_files.h"
 
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 #include "particles/engine.h"
 
-#include <algorithm>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
 constexpr int LastForm = 5;
 
-ParticleFrame ReadFrame(ConfigFile* file) {
-    ParticleFrame frame;
-    frame.randx = INI_ReadFloat("randx", file);
-    frame.randy = INI_ReadFloat("randy", file);
-    frame.randz = INI_ReadFloat("randz", file);
-    frame.red = INI_ReadFloat("red", file);
-    frame.green = INI_ReadFloat("green", file);
-    frame.blue = INI_ReadFloat("blue", file);
-    frame.alpha = INI_ReadFloat("alpha", file);
-    frame.rota = INI_ReadFloat("rota", file);
-    frame.size = INI_ReadFloat("size", file);
-    return frame;
-}
-
 // Names the first plain key between two points of an emitter file; in front of the frames they are not read.
-void WarnOfEarlyKey(const std::string& path, ConfigFile* file, std::size_t from) {
+void WarnOfEarlyKey(ConfigFile* file, std::size_t from) {
     const std::size_t to = file->Position();
     file->Seek(from);
     while (file->Position() < to) {
         const std::string_view line = INI_NextLine(file);
         if (line.empty() || line.front() == ';') continue;
         if (line.front() != '<')
-            LogWrite("QEV_PEngine::Load(%s) - [WARNING] - in front of the frames, not read: %s\n",
-                     path.c_str(), lineBuffer.data());
+            WarnAboutLine(file, "in front of the frames, not read: " + std::string(line));
         break;
     }
     file->Seek(to);
 }
 
 } // namespace
+
+RecordTable<EffectEntry> EffectEntry::Table() {
+    static constexpr RecordKey<EffectEntry> Keys[] = {{"name", &EffectEntry::name}};
+    return {"TEffect", Keys};
+}
+
+RecordTable<EmitterEntry> EmitterEntry::Table() {
+    static constexpr RecordKey<EmitterEntry> Keys[] = {{"emittor", &EmitterEntry::emittor}};
+    return {"TEmittor", Keys};
+}
+
+RecordTable<ParticleFrame> ParticleFrame::Table() {
+    using F = ParticleFrame;
+    static constexpr RecordKey<F> Keys[] = {{"randx", &F::randx}, {"randy", &F::randy}, {"randz", &F::randz},
+                                            {"red", &F::red},     {"green", &F::green}, {"blue", &F::blue},
+                                            {"alpha", &F::alpha}, {"rota", &F::rota},   {"size", &F::size}};
+    return {"Frame", Keys};
+}
+
+RecordTable<QEV_PTEmittor> QEV_PTEmittor::Table() {
+    using E = QEV_PTEmittor;
+    static constexpr RecordKey<E> Keys[] = {// in the order of the page
+                                            {"particleNum", &E::particleNum},
+                                            {"gravity", &E::gravity},
+                                            {"gravpower", &E::gravpower},
+                                            {"gravborder", &E::gravborder},
+                                            {"framerandom", &E::framerandom},
+                                            {"bounce", &E::bounce},
+                                            {"updatepos", &E::updatepos},
+                                            {"collision", &E::collision},
+                                            {"framespeed", &E::framespeed},
+                                            {"form", &E::form},
+                                            {"shape", &E::shape},
+                                            {"emitnum", &E::emitnum},
+                                            {"emittime", &E::emittime},
+                                            {"dietype", &E::dietype},
+                                            {"die", &E::die},
+                                            {"acceleration", &E::acceleration},
+                                            {"friction", &E::friction},
+                                            {"sfactor", &E::sfactor},
+                                            {"dfactor", &E::dfactor},
+                                            {"power", &E::power},
+                                            {"sectordependant", &E::sectordependant},
+                                            {"life", &E::life},
+                                            {"liferand", &E::liferand},
+                                            {"totallife", &E::totallife},
+                                            {"dirx", &E::dirx},
+                                            {"diry", &E::diry},
+                                            {"dirz", &E::dirz},
+                                            {"startx", &E::startx},
+                                            {"starty", &E::starty},
+                                            {"startz", &E::startz}};
+    return {"TEmittor", Keys};
+}
 
 void QEV_PTEmittor::Load(AniTextures& textures) {
     ConfigFile file(path.c_str());
@@ -56,10 +96,10 @@ void QEV_PTEmittor::Load(AniTextures& textures) {
     }
     const std::size_t start = file.Position();
     texture = textures.AddTexture(&file);
-    if (texture) WarnOfEarlyKey(path, &file, start);
+    if (texture) WarnOfEarlyKey(&file, start);
     LoadFrames(&file);
-    ReadKeys(&file);
-    CheckValues();
+    ReadRecord(Table(), *this, &file);
+    CheckValues(&file);
     Prepare();
 }
 
@@ -69,65 +109,28 @@ void QEV_PTEmittor::LoadFrames(ConfigFile* file) {
         LogWrite("QEV_PTEmittor::LoadFrames() - [ERROR] Frames block not found\n");
         return;
     }
-    WarnOfEarlyKey(path, file, start);
+    WarnOfEarlyKey(file, start);
+    bool warned = false;
     while (INI_FindNextBlock("Frame", file)) {
-        frames.push_back(ReadFrame(file));
+        ReadRecord(ParticleFrame::Table(), frames.emplace_back(), file);
+        if (frames.back().size <= 0.0F && !std::exchange(warned, true))
+            WarnAbout("size", file, "size in a key frame is not above 0, nothing to see");
         INI_SkipBlock("Frame", file);
     }
     INI_SkipBlock("Frames", file);
 }
 
-void QEV_PTEmittor::ReadKeys(ConfigFile* file) {
-    const auto flag = [file](const char* key) { return INI_ReadInt(key, file) != 0; };
-    particleNum = INI_ReadInt("particleNum", file);
-    gravity = static_cast<std::int8_t>(INI_ReadInt("gravity", file));
-    gravpower = INI_ReadFloat("gravpower", file);
-    gravborder = flag("gravborder");
-    framerandom = flag("framerandom");
-    bounce = INI_ReadFloat("bounce", file);
-    updatepos = flag("updatepos");
-    collision = static_cast<std::int8_t>(INI_ReadInt("collision", file));
-    framespeed = INI_ReadInt("framespeed", file);
-    const int style = INI_ReadInt("form", file);
-    form = static_cast<std::uint8_t>(style >= 1 && style <= LastForm ? style : 0);
-    shape = static_cast<std::int8_t>(INI_ReadInt("shape", file));
-    emitnum = INI_ReadInt("emitnum", file);
-    emittime = INI_ReadInt("emittime", file);
-    dietype = static_cast<std::uint8_t>(INI_ReadInt("dietype", file));
-    die = static_cast<std::uint8_t>(INI_ReadInt("die", file));
-    acceleration = INI_ReadInt("acceleration", file);
-    friction = INI_ReadFloat("friction", file);
-    sfactor = INI_ReadInt("sfactor", file);
-    dfactor = INI_ReadInt("dfactor", file);
-    power = INI_ReadFloat("power", file);
-    sectordependant = flag("sectordependant");
-    life = INI_ReadInt("life", file);
-    liferand = INI_ReadFloat("liferand", file);
-    totallife = INI_ReadInt("totallife", file);
-    dirx = INI_ReadFloat("dirx", file);
-    diry = INI_ReadFloat("diry", file);
-    dirz = INI_ReadFloat("dirz", file);
-    startx = INI_ReadFloat("startx", file);
-    starty = INI_ReadFloat("starty", file);
-    startz = INI_ReadFloat("startz", file);
-}
-
-// One line for each value with which nothing would be seen and nobody would know why.
-void QEV_PTEmittor::CheckValues() {
+// One line for each value with which nothing would be seen and no reason would show.
+void QEV_PTEmittor::CheckValues(ConfigFile* file) {
+    if (form < 1 || form > LastForm) form = 0;
     if (particleNum < 0 || particleNum > MaxParticles) {
-        LogWrite("QEV_PEngine::Load(%s) - [ERROR] particleNum = %d cannot be held\n", path.c_str(),
-                 particleNum);
+        WarnAbout("particleNum", file, "particleNum = " + std::to_string(particleNum) + " cannot be held");
         particleNum = 0;
     } else if (particleNum == 0) {
-        LogWrite("QEV_PEngine::Load(%s) - [WARNING] - particleNum = 0, no particles\n", path.c_str());
+        WarnAbout("particleNum", file, "particleNum = 0, no particles");
     }
     if (framespeed <= 0)
-        LogWrite("QEV_PEngine::Load(%s) - [WARNING] - framespeed = %d, key frames count as zeros\n",
-                 path.c_str(), framespeed);
-    const auto unseen = std::ranges::find_if(frames, [](const auto& frame) { return frame.size <= 0.0F; });
-    if (unseen != frames.end())
-        LogWrite("QEV_PEngine::Load(%s) - [WARNING] - size = %g in a key frame, nothing to see\n",
-                 path.c_str(), static_cast<double>(unseen->size));
+        WarnAbout("framespeed", file, "framespeed is not above 0, key frames count as zeros");
 }
 
 void QEV_PTEmittor::Prepare() {
@@ -154,7 +157,9 @@ void QEV_PTEffect::Start(const char* path, QEV_PEngine& engine) {
         return;
     }
     while (INI_FindNextBlock("TEmittor", &file)) {
-        emitters.push_back(engine.FindOrAddEmitter(INI_ReadString("emittor", &file)));
+        EmitterEntry entry;
+        ReadRecord(EmitterEntry::Table(), entry, &file);
+        emitters.push_back(engine.FindOrAddEmitter(entry.emittor.c_str()));
         INI_SkipBlock("TEmittor", &file);
     }
 }

@@ -12,6 +12,19 @@
 #include <vector>
 
 class QEV_PEngine;
+template<class Record> struct RecordTable;
+
+// A line that names a file: of an effect in the list, of an emitter in an effect.
+struct EffectEntry {
+    std::string name;
+
+    static RecordTable<EffectEntry> Table();
+};
+struct EmitterEntry {
+    std::string emittor;
+
+    static RecordTable<EmitterEntry> Table();
+};
 
 // How an emitter's particles look and what kicks them at one moment of their life.
 struct ParticleFrame {
@@ -19,6 +32,8 @@ struct ParticleFrame {
     float red = 0, green = 0, blue = 0, alpha = 0;
     float rota = 0; // turn of the sprite, degrees
     float size = 0; // half width of the sprite and clearance over the floor
+
+    static RecordTable<ParticleFrame> Table();
 };
 
 // What a key frame gives a particle to look like, laid out for blending one into the next.
@@ -40,6 +55,9 @@ struct QEV_PTEmittor {
     static constexpr int Falls = 1, Sinks = 2;
     static constexpr int Walls = 1, Objects = 2, WallsAndObjects = 3;
 
+    // The keys behind the frames.
+    static RecordTable<QEV_PTEmittor> Table();
+
     // Reads the emitter file named by `path` and its texture; whatever is missing is logged.
     void Load(AniTextures& textures);
     // Works out what updates and drawing need; to be called after a change of frames, framespeed or texture.
@@ -60,7 +78,7 @@ struct QEV_PTEmittor {
     bool updatepos = false;   // follows its owner
     std::int8_t collision = 0;
     std::int32_t framespeed = 0; // ms
-    std::uint8_t form = 1;       // drawing style 1 to 5, 0 none
+    std::int32_t form = 1;       // drawing style 1 to 5, 0 none
     std::int8_t shape = 7;       // OpenGL primitive
     std::int32_t emitnum = 0;    // particles in a burst
     std::int32_t emittime = 0;   // ms between bursts
@@ -85,8 +103,7 @@ struct QEV_PTEmittor {
 
 private:
     void LoadFrames(ConfigFile* file);
-    void ReadKeys(ConfigFile* file);
-    void CheckValues();
+    void CheckValues(ConfigFile* file);
 };
 
 struct QEV_PTEffect {

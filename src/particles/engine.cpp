@@ -4,7 +4,7 @@
 
 #include "base/frame_clock.h"
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 #include "particles/drawing.h"
 #include "particles/random_table.h"
 
@@ -29,14 +29,15 @@ bool QEV_PEngine::Load(const char* path) {
         return false;
     }
     while (INI_FindNextBlock("TEffect", &file)) {
-        AddEffect(INI_ReadString("name", &file));
+        EffectEntry entry;
+        ReadRecord(EffectEntry::Table(), entry, &file);
+        AddEffect(entry.name.c_str());
         INI_SkipBlock("TEffect", &file);
     }
     return true;
 }
 
 void QEV_PEngine::AddEffect(const char* path) {
-    // The reader's string is shared with the files that the effect itself reads.
     const std::string name = path;
     if (std::ranges::any_of(effects, [&](const auto& effect) { return effect->name == name; })) return;
     effects.emplace_back(std::make_unique<QEV_PTEffect>())->Start(name.c_str(), *this);

@@ -3,7 +3,7 @@
 #include "particles/particle_textures.h"
 
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 #include "graphics/textures.h"
 #include "graphics/video.h"
 
@@ -68,12 +68,20 @@ std::span<const TextureCell> CellsOfSheet(int framenum) {
     }
 }
 
+RecordTable<TextureRecord> TextureRecord::Table() {
+    static constexpr RecordKey<TextureRecord> Keys[] = {{"filename", &TextureRecord::filename},
+                                                        {"framenum", &TextureRecord::framenum}};
+    return {"texture", Keys};
+}
+
 TextureEntry* AniTextures::AddTexture(ConfigFile* file) {
     if (!INI_FindNextBlock("texture", file)) {
         LogWrite("AniTextures::AddTexture() - [ERROR] Texture block not found\n");
         return nullptr;
     }
-    const std::string filename = INI_ReadString("filename", file);
+    TextureRecord record;
+    ReadRecord(TextureRecord::Table(), record, file);
+    const std::string& filename = record.filename;
     for (const auto& entry : entries) {
         if (entry->filename != filename) continue;
         INI_SkipBlock("texture", file);
@@ -83,7 +91,7 @@ TextureEntry* AniTextures::AddTexture(ConfigFile* file) {
     entry.filename = filename;
     LoadPicture(entry);
     if (!ConfigFile(filename.c_str()).IsOpen()) entry.filename = QEV_Textures::BlankPicture;
-    entry.cells = CellsOfSheet(INI_ReadInt("framenum", file));
+    entry.cells = CellsOfSheet(record.framenum);
     entry.framenum = static_cast<int>(entry.cells.size());
     INI_SkipBlock("texture", file);
     return &entry;

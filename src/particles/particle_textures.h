@@ -30,6 +30,16 @@ struct TextureEntry {
     std::span<const TextureCell> cells;
 };
 
+template<class Record> struct RecordTable;
+
+// What a `texture` block says.
+struct TextureRecord {
+    std::string filename;
+    std::int32_t framenum = 0;
+
+    static RecordTable<TextureRecord> Table();
+};
+
 class AniTextures {
 public:
     AniTextures() = default;

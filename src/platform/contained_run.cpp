@@ -89,7 +89,7 @@ void Confine(std::size_t usedMemory, std::chrono::milliseconds patience) {
     alarm(static_cast<unsigned>(seconds) + 1);
     SetLimit(RLIMIT_CORE, 0);
     if (LimitMemory && usedMemory > 0) SetLimit(RLIMIT_AS, usedMemory + MoreMemory);
-    // Whatever a library has to say about broken bytes is of no use to anybody.
+    // What a library prints about broken bytes helps no player.
     const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
     if (nowhere >= 0) {
         dup2(nowhere, STDOUT_FILENO);

@@ -9,18 +9,12 @@
 
 namespace platform {
 
-bool IsPlainFile(const char* path) {
-    std::error_code error;
-    return path && std::filesystem::is_regular_file(path, error);
-}
-
 FileBytes::FileBytes(const char* path) {
     std::error_code error;
-    if (!IsPlainFile(path)) {
-        missing =
-            !path || std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found;
-        return;
-    }
+    const auto type =
+        path ? std::filesystem::status(path, error).type() : std::filesystem::file_type::not_found;
+    missing = type == std::filesystem::file_type::not_found;
+    if (type != std::filesystem::file_type::regular) return;
     const auto length = std::filesystem::file_size(path, error);
     if (error || length > MaxSize) return;
     const FileStream file = OpenFile(path, "rb");

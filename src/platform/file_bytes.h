@@ -8,9 +8,6 @@
 
 namespace platform {
 
-// Whether the path names a plain file, which may be opened without waiting.
-[[nodiscard]] bool IsPlainFile(const char* path);
-
 class FileBytes {
 public:
     // Larger files are refused; no data file comes near.

@@ -94,8 +94,8 @@ void FolderLock::Release() {}
 #else
 
 bool FolderLock::Take(const std::string& file) {
-    constexpr int Tries = 200;
-    constexpr unsigned Pause = 5; // ms
+    constexpr int Tries = 1000;
+    constexpr unsigned Pause = 1; // ms
     Release();
     const int opened = open(FolderOf(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (opened < 0) return false;

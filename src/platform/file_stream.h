@@ -13,7 +13,7 @@ struct CloseStream {
 using FileStream = std::unique_ptr<std::FILE, CloseStream>;
 
 // Opens a file in one of fopen's modes; empty for a null path and for a file that cannot be opened.
-inline FileStream OpenFile(const char* path, const char* mode) {
+[[nodiscard]] inline FileStream OpenFile(const char* path, const char* mode) {
     return FileStream(path ? std::fopen(path, mode) : nullptr);
 }
 

@@ -43,7 +43,7 @@ inline int CompareNoCase(const char* a, const char* b, std::size_t count) {
 }
 
 // Whether the system lets this program write to the file.
-inline bool HasWriteAccess(const char* path) {
+[[nodiscard]] inline bool HasWriteAccess(const char* path) {
 #ifdef _WIN32
     return _access(path, 2) == 0;
 #else
@@ -52,7 +52,7 @@ inline bool HasWriteAccess(const char* path) {
 }
 
 // Waits until everything written to the stream is on the disk; false when any of it could not be written.
-inline bool FlushToDisk(std::FILE* stream) {
+[[nodiscard]] inline bool FlushToDisk(std::FILE* stream) {
     if (std::fflush(stream) != 0) return false;
 #ifdef _WIN32
     return _commit(_fileno(stream)) == 0;
@@ -63,7 +63,7 @@ inline bool FlushToDisk(std::FILE* stream) {
 
 // Puts the file `from` in the place of `to` in one step, so that `to` names a whole file at every moment.
 // False when it cannot be done; both files then stand as before.
-inline bool ReplaceFileWith(const char* from, const char* to) {
+[[nodiscard]] inline bool ReplaceFileWith(const char* from, const char* to) {
 #ifdef _WIN32
     return MoveFileExA(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 #else

@@ -4,8 +4,7 @@
 #include "audio/audio.h"
 #include "base/frame_clock.h"
 #include "base/log.h"
-#include "config/config_reader.h"
-#include "config/config_writer.h"
+#include "config/record.h"
 
 #include <array>
 
@@ -29,13 +28,19 @@ constexpr std::array<const char*, Piece::TypeCount> FloorTextures = {
 
 } // namespace
 
+RecordTable<Kolvex> Kolvex::Table() {
+    static constexpr RecordKey<Kolvex> Keys[] = {{"showgrid", &Kolvex::showgrid}};
+    return {BlockName, Keys};
+}
+
 void Kolvex::Load(const char* path) {
     ConfigFile file(path);
     showgrid = true;
     if (!file.IsOpen()) return;
     LogWrite("Kolvex::ReadParameters()\n");
     if (INI_FindBlock(BlockName, &file)) {
-        showgrid = INI_ReadInt("showgrid", &file) != 0;
+        ReadRecord(Table(), *this, &file, &unread);
+        SettleUnread(Table(), *this, unread);
         INI_SkipBlock(BlockName, &file);
     } else {
         LogWrite("Kolvex::Load [WARNING] - Quarvello block not found\n");
@@ -50,7 +55,7 @@ void Kolvex::Save(const char* path) const {
 
 void Kolvex::Save(const char* path, INI_Writer& writer) const {
     writer.RewriteBlock(path, BlockName);
-    writer.WriteInt(showgrid ? 1 : 0, "showgrid");
+    WriteRecord(Table(), *this, writer, &unread);
     highScores.Write(writer);
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/timer.h"
+#include "config/unread_keys.h"
 #include "graphics/textures.h"
 #include "rules/board.h"
 #include "rules/high_scores.h"
@@ -12,6 +13,7 @@
 #include <cstdint>
 
 class INI_Writer;
+template<class Record> struct RecordTable;
 struct AudioSample;
 class QEV_MD2loader;
 
@@ -22,6 +24,8 @@ class Kolvex {
 public:
     // Reads showgrid and the high scores; a missing file or block gives the defaults.
     void Load(const char* path);
+    // The keys of the block "quarvello" itself.
+    static RecordTable<Kolvex> Table();
     // Rewrites the "quarvello" block of the file.
     void Save(const char* path) const;
     // The same within a save that the writer has under way for that file, if it has.
@@ -75,6 +79,7 @@ public:
     Timer previewTimer; // turns the next piece; advanced by the scene
 
 private:
+    UnreadKeys unread;
     void ClearBoard() { board.Clear(); }
     void NextPiece();
     void HandleMove(std::int32_t delta);

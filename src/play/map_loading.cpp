@@ -3,7 +3,7 @@
 
 #include "audio/audio.h"
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
 #include "world/background_map.h"
@@ -41,8 +41,9 @@ private:
             LogWrite("mainScene::LoadMap(%s) - Map block not found\n", path);
             return false;
         }
+        ReadRecord(MapRecord::Table(), record, &file);
         Tell("Background Block...");
-        if (!backmap->Load(INI_ReadString("Background", &file))) {
+        if (!backmap->Load(record.background.c_str())) {
             LogWrite("mainScene::LoadMap(%s) - Backmap loading failed\n", path);
             return false;
         }
@@ -54,7 +55,7 @@ private:
 
     bool LoadObjects() {
         Tell("Loading objects...");
-        if (objects->Load(INI_ReadString("Objects", &file))) return true;
+        if (objects->Load(record.objects.c_str())) return true;
         LogWrite("mainScene::LoadMap(%s) - Objects loading failed\n", path);
         return false;
     }
@@ -62,10 +63,10 @@ private:
     bool LoadMusicAndParticles() {
         Tell("Loading music...");
         // A map that names no track loads none, which the music takes for a success.
-        if (!audio.music.Load(INI_ReadString("Music", &file)) || !audio.music.IsLoaded())
+        if (!audio.music.Load(record.music.c_str()) || !audio.music.IsLoaded())
             LogWrite("mainScene::LoadMap(%s) - [NOTICE] - no music\n", path);
         Tell("Loading particles...");
-        if (!pengine->Load(INI_ReadString("Particles", &file)))
+        if (!pengine->Load(record.particles.c_str()))
             LogWrite("mainScene::LoadMap(%s) - [NOTICE] - no particles\n", path);
         return true;
     }
@@ -95,6 +96,7 @@ private:
     ConfigFile& file;
     const char* path;
     LoadStep step;
+    MapRecord record;
 };
 
 void ShowLoadingStep(const char* text) {
@@ -116,6 +118,14 @@ template<class Container> void Create(std::unique_ptr<Container>& container, con
 }
 
 } // namespace
+
+RecordTable<MapRecord> MapRecord::Table() {
+    static constexpr RecordKey<MapRecord> Keys[] = {{"Background", &MapRecord::background},
+                                                    {"Objects", &MapRecord::objects},
+                                                    {"Music", &MapRecord::music},
+                                                    {"Particles", &MapRecord::particles}};
+    return {"map", Keys};
+}
 
 bool LoadMapFile(mainScene& scene, std::optional<std::string>& mapName, const char* path, LoadStep step) {
     if (step) step("Loading map...");

@@ -7,6 +7,15 @@
 #include <optional>
 #include <string>
 
+template<class Record> struct RecordTable;
+
+// The files that a map's own block names.
+struct MapRecord {
+    std::string background, objects, music, particles;
+
+    static RecordTable<MapRecord> Table();
+};
+
 // Called with the name of each step of a load as it begins.
 using LoadStep = void (*)(const char* text);
 

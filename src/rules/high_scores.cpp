@@ -1,11 +1,16 @@
 // The table of the best scores; see high_scores.h.
 #include "rules/high_scores.h"
 
-#include "config/config_reader.h"
-#include "config/config_writer.h"
+#include "config/record.h"
 
 #include <string>
 #include <utility>
+
+RecordTable<ScoreRecord> ScoreRecord::Table() {
+    static constexpr RecordKey<ScoreRecord> Keys[] = {{"score", &ScoreRecord::score},
+                                                      {"name", &ScoreRecord::name}};
+    return {"score", Keys};
+}
 
 void HighScoreTable::Clear() {
     entries = {};
@@ -51,8 +56,9 @@ bool HighScoreTable::Read(ConfigFile* file) {
     Clear();
     if (!INI_FindBlock("highscores", file)) return false;
     while (INI_FindNextBlock("score", file)) {
-        const auto score = static_cast<std::uint32_t>(INI_ReadInt("score", file));
-        Insert(INI_ReadString("name", file), score);
+        ScoreRecord entry;
+        ReadRecord(ScoreRecord::Table(), entry, file);
+        Insert(entry.name.c_str(), entry.score);
         INI_SkipBlock("score", file);
     }
     INI_SkipBlock("highscores", file);
@@ -64,8 +70,7 @@ void HighScoreTable::Write(INI_Writer& writer) const {
     for (const HighScoreEntry& entry : entries) {
         if (entry.score == 0) continue;
         writer.OpenBlock("score");
-        writer.WriteInt(static_cast<int>(entry.score), "score");
-        writer.WriteString(entry.name.data(), "name");
+        WriteRecord(ScoreRecord::Table(), ScoreRecord{entry.score, entry.name.data()}, writer);
         writer.CloseBlock("score");
     }
     writer.CloseBlock("highscores");

@@ -3,13 +3,23 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 class ConfigFile;
 class INI_Writer;
+template<class Record> struct RecordTable;
 
 struct HighScoreEntry {
     std::array<char, 20> name{}; // ends with a NUL: at most 19 bytes of text
     std::uint32_t score = 0;     // 0 marks an empty entry
+};
+
+// An entry as it stands in the file.
+struct ScoreRecord {
+    std::uint32_t score = 0;
+    std::string name;
+
+    static RecordTable<ScoreRecord> Table();
 };
 
 class HighScoreTable {

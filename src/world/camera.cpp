@@ -2,7 +2,7 @@
 #include "world/camera.h"
 
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 #include "world/world_object.h"
 
 #include <GL/gl.h>
@@ -13,18 +13,20 @@ void Camera::Start() const {
     LogWrite("mainScene::camera.Start()\n");
 }
 
+RecordTable<Camera> Camera::Table() {
+    static constexpr RecordKey<Camera> Keys[] = {
+        {"Camera_x", &Camera::x},       {"Camera_y", &Camera::y},       {"Camera_z", &Camera::z},
+        {"Camera_rot1", &Camera::rot1}, {"Camera_rot2", &Camera::rot2}, {"Object_id", &Camera::objectId}};
+    return {"camera", Keys};
+}
+
 void Camera::Load(ConfigFile* mapFile) {
     LogWrite("mainScene::camera.Load()\n");
     if (!INI_FindBlock("camera", mapFile)) {
         LogWrite("mainScene::camera.Load() [WARNING] - Camera block not found\n");
         return;
     }
-    x = INI_ReadFloat("Camera_x", mapFile);
-    y = INI_ReadFloat("Camera_y", mapFile);
-    z = INI_ReadFloat("Camera_z", mapFile);
-    rot1 = INI_ReadFloat("Camera_rot1", mapFile);
-    rot2 = INI_ReadFloat("Camera_rot2", mapFile);
-    objectId = INI_ReadInt("Object_id", mapFile);
+    ReadRecord(Table(), *this, mapFile);
     INI_SkipBlock("camera", mapFile);
 }
 

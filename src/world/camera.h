@@ -5,6 +5,7 @@
 #include "config/config_file.h"
 
 struct WorldObject;
+template<class Record> struct RecordTable;
 
 class Camera {
 public:
@@ -12,9 +13,9 @@ public:
     void Start() const;
 
     // Takes position, angles and followed object from the `camera` block of an open map file; without one the
-    // camera stays as it is (logged). Keys: floats Camera_x, Camera_y, Camera_z, Camera_rot1, Camera_rot2 and
-    // the integer Object_id.
+    // camera stays as it is (logged).
     void Load(ConfigFile* mapFile);
+    static RecordTable<Camera> Table();
 
     // Position in drawing units, negated: the eye stands at (-x, -y, -z).
     void SetPosition(float newX, float newY, float newZ);

@@ -4,7 +4,7 @@
 
 #include "audio/audio.h"
 #include "base/log.h"
-#include "config/config_reader.h"
+#include "config/record.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
 
@@ -19,14 +19,6 @@ namespace {
 constexpr std::size_t MaxModelPath = 255;
 constexpr std::size_t MaxEntityPath = 79;
 
-// A string value of the block under the file's position, cut to `limit` bytes; a copy, since the reader has
-// one buffer for all.
-std::string ReadPath(const char* key, ConfigFile* file, std::size_t limit) {
-    std::string path = INI_ReadString(key, file);
-    if (path.size() > limit) path.resize(limit);
-    return path;
-}
-
 // Reads the entity file into a record with a new world object; false, and nothing added, without its block.
 bool ReadEntityFile(const char* path, Entity& entity) {
     ConfigFile file(path);
@@ -34,33 +26,57 @@ bool ReadEntityFile(const char* path, Entity& entity) {
         LogWrite("mainScene::LoadMap::entityes->Load->NewEntity()->Load() - Block not found\n");
         return false;
     }
-    const std::string model = ReadPath("model", &file, MaxModelPath);
-    const std::string skin = ReadPath("skin", &file, MaxModelPath);
-    entity.walkSound = audio.Sample_Add(INI_ReadString("walk", &file));
+    EntityRecord record;
+    ReadRecord(EntityRecord::Table(), record, &file);
+    entity.walkSound = audio.Sample_Add(record.walk.c_str());
     const std::uint32_t index = globalp->AddObject();
     entity.object = static_cast<std::uint8_t>(index);
     entity.path = path;
     // Without a model, not even the blank one, it gets an instance that draws nothing.
     QEV_MD2loader& models = objects->models;
     WorldObject& object = globalp->objects[index];
-    object.modelSlot = models.AddInstance(models.FindOrAddMD2(model.c_str(), skin.c_str()));
-    object.status = static_cast<std::uint8_t>(INI_ReadInt("status", &file));
-    object.size = INI_ReadFloat("size", &file);
-    if (object.size <= 0.0F)
-        LogWrite(
-            "mainScene::LoadMap::entityes->Load->NewEntity(%s) - [WARNING] - size = %g, nothing to see\n",
-            path, static_cast<double>(object.size));
-    object.bplayer = static_cast<std::uint8_t>(INI_ReadInt("bplayer", &file));
-    entity.speed = INI_ReadFloat("speed", &file);
+    object.modelSlot = models.AddInstance(models.FindOrAddMD2(record.model.c_str(), record.skin.c_str()));
+    object.status = record.status;
+    object.size = record.size;
+    if (object.size <= 0.0F) WarnAbout("size", &file, "size is not above 0, nothing to see");
+    object.bplayer = record.bplayer;
+    entity.speed = record.speed;
     return true;
 }
 
 } // namespace
 
+RecordTable<EntityRecord> EntityRecord::Table() {
+    static constexpr RecordKey<EntityRecord> Keys[] = {
+        {"model", &EntityRecord::model, IfMissing::Zero, MaxModelPath},
+        {"skin", &EntityRecord::skin, IfMissing::Zero, MaxModelPath},
+        {"walk", &EntityRecord::walk},
+        {"status", &EntityRecord::status},
+        {"size", &EntityRecord::size},
+        {"bplayer", &EntityRecord::bplayer},
+        {"speed", &EntityRecord::speed}};
+    return {"entity", Keys};
+}
+
+RecordTable<EntityLines> EntityLines::Table() {
+    static constexpr RecordKey<EntityLines> Keys[] = {
+        {"number", &EntityLines::number}, {"entity", &EntityLines::entity, IfMissing::Zero, MaxEntityPath}};
+    return {"entityes", Keys};
+}
+
+RecordTable<EntityPlace> EntityPlace::Table() {
+    static constexpr RecordKey<EntityPlace> Keys[] = {{"posx", &EntityPlace::posx},
+                                                      {"posy", &EntityPlace::posy}};
+    return {"custom", Keys};
+}
+
 bool Entityes::Load(ConfigFile* mapFile) {
-    const auto number = static_cast<std::uint8_t>(INI_ReadInt("number", mapFile));
+    EntityLines lines;
+    ReadRecord(EntityLines::Table(), lines, mapFile);
+    const int number = lines.number;
     for (int i = 0; i < number; ++i) {
-        const std::string path = ReadPath("entity", mapFile, MaxEntityPath);
+        if (i > 0) ReadRecord(EntityLines::Table(), lines, mapFile);
+        const std::string& path = lines.entity;
         const Entity* entity = NewEntity(path.c_str());
         if (!entity)
             LogWrite("mainScene::LoadMap::entityes->Load->NewEntity(%s) - [ERROR] Couldn't load entity\n",
@@ -88,8 +104,10 @@ Entity* Entityes::NewEntity(const char* path) {
 void Entityes::ReadCustom(const Entity& entity, ConfigFile* mapFile) {
     WorldObject* object = globalp ? globalp->Object(entity.object) : nullptr;
     if (!object) return;
-    object->x = INI_ReadFloat("posx", mapFile);
-    object->y = INI_ReadFloat("posy", mapFile);
+    EntityPlace place;
+    ReadRecord(EntityPlace::Table(), place, mapFile);
+    object->x = place.posx;
+    object->y = place.posy;
     std::uint8_t sector = globalp->SectorUnder(object->x, object->y);
     if (sector == NoSector) {
         LogWrite("mainScene::LoadMap::entityes->Load->ReadCustom() - [WARNING] - Entity %d out of sector\n",

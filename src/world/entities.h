@@ -10,12 +10,39 @@
 #include <vector>
 
 struct AudioSample;
+template<class Record> struct RecordTable;
 
 struct Entity {
     std::uint8_t object = 0; // index in the world's object table
     float speed = 0.0F;
     std::string path;                 // the entity file
     AudioSample* walkSound = nullptr; // owned by the audio system
+};
+
+// What an entity file says.
+struct EntityRecord {
+    std::string model, skin, walk;
+    std::uint8_t status = 0;
+    float size = 0;
+    std::uint8_t bplayer = 0;
+    float speed = 0;
+
+    static RecordTable<EntityRecord> Table();
+};
+
+// The lines of a map's `entityes` block: the count, and the next entity file.
+struct EntityLines {
+    std::uint8_t number = 0;
+    std::string entity;
+
+    static RecordTable<EntityLines> Table();
+};
+
+// Where a map places an entity.
+struct EntityPlace {
+    float posx = 0, posy = 0;
+
+    static RecordTable<EntityPlace> Table();
 };
 
 // The list works on the current world and object set; without them no entity can be added.

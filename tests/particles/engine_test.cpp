@@ -114,7 +114,7 @@ TEST_F(Engine, ReadsEveryKey) {
     EXPECT_EQ(bare.frames.at(0).alpha, 0.5F);
     EXPECT_EQ(bare.frames.at(0).size + bare.frames.at(0).red + bare.frames.at(0).randz, 0.0F);
     EXPECT_EQ(ReadLog(),
-              "QEV_PEngine::Load(emitter1.txt) - [WARNING] - size = 0 in a key frame, nothing to see\n");
+              "ReadRecord [WARNING] - emitter1.txt:8: size in a key frame is not above 0, nothing to see\n");
 }
 
 TEST_F(Engine, LogsWhatIsMissing) {
@@ -142,13 +142,13 @@ TEST_F(Engine, LogsWhatIsMissing) {
                            "QEV_PEngine::Load(empty.txt) - [ERROR] TEmittor block not found\n",
                            "AniTextures::AddTexture() - [ERROR] Texture block not found\n",
                            "QEV_PTEmittor::LoadFrames() - [ERROR] Frames block not found\n",
-                           "QEV_PEngine::Load(lots.txt) - [ERROR] particleNum = 1000000000 cannot be held\n",
-                           "QEV_PEngine::Load(less.txt) - [ERROR] particleNum = -1 cannot be held\n",
-                           "(zero.txt) - [WARNING] - particleNum = 0, no particles\n",
-                           "(zero.txt) - [WARNING] - framespeed = -3, key frames count as zeros\n",
-                           "(early.txt) - [WARNING] - in front of the frames, not read: life = 7\n",
-                           "(early.txt) - [WARNING] - in front of the frames, not read: form=2\n",
-                           "(early.txt) - [WARNING] - size = -1 in a key frame, nothing to see\n"};
+                           "lots.txt:31: particleNum = 1000000000 cannot be held\n",
+                           "less.txt:31: particleNum = -1 cannot be held\n",
+                           "zero.txt:31: particleNum = 0, no particles\n",
+                           "zero.txt:29: framespeed is not above 0, key frames count as zeros\n",
+                           "early.txt:4: in front of the frames, not read: life = 7\n",
+                           "early.txt:7: in front of the frames, not read: form=2\n",
+                           "early.txt:10: size in a key frame is not above 0, nothing to see\n"};
     for (const char* line : lines)
         EXPECT_EQ(CountInLog(line), 1) << line;
     const auto& emitters = engine.Effect(1).emitters;
