@@ -13,7 +13,7 @@ def main():
     data = sys.argv[1]
     for number, piece in enumerate((evening_court, river_stones)):
         tempo, parts = piece.compose()
-        samples = render.mix(parts, tempo, piece.HALL, 1000 * (number + 1))
+        samples = render.even(render.mix(parts, tempo, piece.HALL, 1000 * (number + 1)), piece.EVENNESS)
         path = os.path.join(data, "music", piece.NAME + ".ogg")
         render.write_loop(samples, path, piece.LOUDNESS, QUALITY, piece.TITLE)
 

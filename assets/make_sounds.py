@@ -3,13 +3,14 @@
 
 The temple sets the materials: the pieces are cut stone, the interface is wood with bronze edges, the signature is a
 harp, a frame drum and a gong. What is heard often is short, dry and soft; a cleared row is the loudest. The modes of
-the bodies stand in ratios of plates and bars, not of strings, so that nothing sounds like a pitched beep.
+the bodies stand in ratios of plates and bars, not of strings, so that nothing sounds like a pitched beep. Peaks are kept
+low and bodies dense: whatever sounds together in a game must stay below full scale with the music.
 """
 import sys
 
 import numpy as np
 
-from sound.synthesis import (body, fade, grains, grit, high_pass, low_pass, place, string, times, write, MASTER)
+from sound.synthesis import (body, dense, fade, grains, grit, high_pass, low_pass, place, string, times, write, MASTER)
 
 # D of the Phrygian dominant scale on which the music rests too.
 D2 = 73.416
@@ -31,7 +32,7 @@ def block_move():
     total = np.zeros(len(times(0.068)))
     place(total, slab(0.068, 392, 0.075), 0.004)
     place(total, grit(0.060, 1500, 6500, 0.05, 11), 0.0, 0.40)
-    return total
+    return dense(total, 3.2)
 
 
 def block_rotate():
@@ -40,7 +41,7 @@ def block_rotate():
     place(total, slab(0.06, 470, 0.045, 1.2), 0.0, 0.6)
     place(total, slab(0.05, 640, 0.055, 1.3), 0.026)
     place(total, grit(0.05, 2400, 8000, 0.045, 12, attack=0.004), 0.002, 0.28)
-    return total
+    return dense(total, 3.6)
 
 
 def block_fall():
@@ -51,7 +52,7 @@ def block_fall():
     place(total, slab(0.1, 520, 0.05, 1.2), 0.016, 0.2)
     place(total, grit(0.24, 500, 4200, 0.16, 13), 0.0, 0.45)
     place(total, grit(0.05, 3500, 16000, 0.03, 14), 0.0, 0.22)
-    return total
+    return dense(total, 1.8)
 
 
 def splinter(random):
@@ -60,22 +61,32 @@ def splinter(random):
 
 
 def block_explotion():
-    """A row bursts: a deep blow, stone that breaks and scatters, and bronze that rings on as the reward."""
-    length = 1.25
-    total = np.zeros(len(times(length)))
-    place(total, body(length, [(52, 1.0, 0.55), (83, 0.7, 0.38), (131, 0.4, 0.24)], attack=0.0015, bend=0.9), 0.0, 1.0)
-    place(total, slab(0.4, 205, 0.22, 1.3), 0.0, 0.62)
-    place(total, low_pass(grit(0.7, 180, 7000, 0.42, 21), 5200), 0.0, 0.62)
-    place(total, high_pass(grit(0.3, 2500, 14000, 0.12, 22), 2500), 0.0, 0.30)
-    place(total, grains(1.0, 150, 9, splinter, 23), 0.02, 0.34)
-    # A small cluster of bronze bells on D, F sharp and A, with their stretched partials.
-    for step, at, level in ((36, 0.028, 1.0), (40, 0.055, 0.8), (43, 0.082, 0.9), (48, 0.110, 0.7)):
-        pitch = semitones(step)
-        bell = body(length, [(pitch, 1.0, 1.15), (pitch * 2.003, 0.5, 0.8), (pitch * 2.76, 0.42, 0.55),
-                             (pitch * 4.07, 0.25, 0.34), (pitch * 5.4, 0.16, 0.22)], attack=0.0010)
-        place(total, bell, at, 0.085 * level)
-    # Soft saturation gives the blow weight without a higher peak: it often sounds together with a landing.
-    return np.tanh(2.4 * total / np.abs(total).max())
+    """A row bursts, and the same sound stands for four: a deep blow, stone that breaks and is swept from right to left
+    as its sparks are, four bells that climb to the octave, and a shimmer of bronze that stays behind."""
+    length = 1.9
+    middle = np.zeros(len(times(length)))
+    place(middle, body(length, [(52, 1.0, 0.6), (83, 0.7, 0.42), (131, 0.4, 0.26)], attack=0.004, bend=0.9), 0.006, 1.0)
+    place(middle, slab(0.4, 205, 0.22, 1.3), 0.004, 0.62)
+    place(middle, low_pass(grit(0.7, 180, 7000, 0.42, 21), 5200), 0.004, 0.62)
+    place(middle, high_pass(grit(0.3, 2500, 14000, 0.12, 22), 2500), 0.004, 0.30)
+    total = np.tile(0.5 * dense(middle, 3.0), (2, 1))
+    # Five showers of splinters, each further to the left, and a last one that only trickles.
+    for number in range(6):
+        shower = grains(0.9, 150 if number < 5 else 30, 7, splinter, 23 + number)
+        pan = 0.85 - 0.14 * number
+        at = 0.02 + 0.095 * number
+        place(total[0], shower, at, 0.15 * np.cos(pan * np.pi / 2))
+        place(total[1], shower, at, 0.15 * np.sin(pan * np.pi / 2))
+    # Bronze on D, F sharp, A and the upper D, with its stretched partials; the last one rings.
+    for number, (step_, at, level) in enumerate(((36, 0.05, 1.0), (40, 0.15, 0.9), (43, 0.25, 0.95), (48, 0.36, 1.0),
+                                                 (52, 0.50, 0.5), (55, 0.60, 0.4), (60, 0.72, 0.35))):
+        pitch = semitones(step_)
+        bell = body(length, [(pitch, 1.0, 1.7), (pitch * 2.003, 0.5, 1.1), (pitch * 2.76, 0.42, 0.7),
+                             (pitch * 4.07, 0.25, 0.4), (pitch * 5.4, 0.16, 0.25)], attack=0.0010)
+        pan = 0.7 - 0.07 * number
+        place(total[0], bell, at, 0.085 * level * np.cos(pan * np.pi / 2))
+        place(total[1], bell, at + 0.0006, 0.085 * level * np.sin(pan * np.pi / 2))
+    return dense(total, 1.6)
 
 
 def block_hover():
@@ -85,7 +96,7 @@ def block_hover():
     place(total, body(0.056, [(pitch, 1.0, 0.06), (pitch * 2.0, 0.4, 0.045), (pitch * 3.01, 0.2, 0.03),
                               (pitch * 5.4, 0.1, 0.014)], attack=0.0012), 0.0)
     place(total, grit(0.02, 3000, 16000, 0.012, 31), 0.0, 0.16)
-    return total
+    return dense(total, 2.2)
 
 
 def gui_hover():
@@ -93,7 +104,7 @@ def gui_hover():
     total = np.zeros(len(times(0.032)))
     place(total, body(0.032, [(1180, 1.0, 0.022), (2360, 0.45, 0.014), (3890, 0.25, 0.009)], attack=0.0006), 0.0)
     place(total, grit(0.016, 4000, 16000, 0.008, 32, attack=0.0003), 0.0, 0.16)
-    return total
+    return dense(total, 2.2)
 
 
 def gui_click():
@@ -165,49 +176,52 @@ def hall(signal, seconds, seed, wet):
     return out
 
 
-def logo():
-    """The maker's signature, five seconds: a drum and a gong open the gate, the harp climbs the Phrygian dominant
-    scale to the light, and a fifth of bells stays behind."""
-    length = 5.0
-    total = np.zeros((2, len(times(length))))
+def phrase(total, at, ground, climb, bells, weight):
+    """A drum and a gong, the harp that climbs from them, and the bells where it arrives. Steps are above D."""
     drum = body(1.2, [(61, 1.0, 0.75), (96, 0.45, 0.45), (142, 0.22, 0.3)], attack=0.002, bend=0.5)
     drum += 0.16 * np.pad(grit(0.3, 200, 2200, 0.14, 71), (0, len(drum) - len(times(0.3))))
     for side in range(2):
-        place(total[side], drum, 0.05, 0.95)
-        place(total[side], drum, 3.02, 0.50)
-    place(total, gong(length, semitones(0)), 0.06, 0.34)
-    # D, A, D, E flat, F sharp, A, B flat, D: the augmented second in the middle is what gives the place away.
-    climb = (12, 19, 24, 25, 28, 31, 32, 36)
+        place(total[side], drum, at + 0.05, 0.95 * weight)
+        place(total[side], drum, at + 3.02, 0.50 * weight)
+    place(total, gong(5.0, semitones(ground)), at + 0.06, 0.34 * weight)
     for number, step_ in enumerate(climb):
-        at = 0.80 + 0.178 * number + (0.05 if number == len(climb) - 1 else 0)
-        note = string(3.6, semitones(step_), 0.45 + 0.05 * number, 3.2, 80 + number)
-        note = fade(note, MASTER, 0.001, 0.3)
+        start = at + 0.80 + 0.178 * number + (0.05 if number == len(climb) - 1 else 0)
+        note = fade(string(3.6, semitones(step_), 0.45 + 0.05 * number, 3.2, 80 + number), MASTER, 0.001, 0.3)
         pan = 0.32 + 0.36 * number / (len(climb) - 1)
         level = 0.30 + 0.03 * number
-        place(total[0], note, at, level * np.cos(pan * np.pi / 2))
-        place(total[1], note, at + 0.0004, level * np.sin(pan * np.pi / 2))
-    for step_, at, level in ((36, 2.36, 1.0), (43, 2.40, 0.7), (48, 2.46, 0.55)):
+        place(total[0], note, start, level * np.cos(pan * np.pi / 2))
+        place(total[1], note, start + 0.0004, level * np.sin(pan * np.pi / 2))
+    for number, step_ in enumerate(bells):
+        start, level = at + 2.36 + 0.05 * number, (1.0, 0.7, 0.55, 0.4)[number]
         pitch = semitones(step_)
         bell = body(2.6, [(pitch, 1.0, 2.6), (pitch * 2.004, 0.4, 1.9), (pitch * 2.75, 0.3, 1.2), (pitch * 5.4, 0.1, 0.5)],
                     attack=0.004)
-        place(total[0], bell, at, 0.10 * level)
-        place(total[1], bell, at + 0.0007, 0.10 * level)
-    total = hall(total, 2.2, 90, 0.5)
-    return np.tanh(1.25 * total / np.abs(total).max())
+        place(total[0], bell, start, 0.10 * level)
+        place(total[1], bell, start + 0.0007, 0.10 * level)
+
+
+def logo():
+    """The maker's signature, ten seconds in two phrases, one to each picture of the intro. The first climbs the Phrygian
+    dominant scale to the light; the second answers from the fourth, turns round the octave and comes home."""
+    total = np.zeros((2, len(times(10.0))))
+    # D, A, D, E flat, F sharp, A, B flat, D: the augmented second in the middle is what gives the place away.
+    phrase(total, 0.0, 0, (12, 19, 24, 25, 28, 31, 32, 36), (36, 43, 48), 1.0)
+    phrase(total, 5.0, 5, (17, 24, 29, 32, 36, 37, 32, 36), (36, 40, 43, 48), 0.95)
+    return dense(hall(total, 2.2, 90, 0.5), 1.25)
 
 
 def main():
     data = sys.argv[1]
-    write(data, "block_move", block_move(), -10.5)
-    write(data, "block_rotate", block_rotate(), -9.5)
-    write(data, "block_fall", block_fall(), -9)
-    write(data, "block_explotion", block_explotion(), -4.5, end=0.2)
-    write(data, "block_hover", block_hover(), -12, end=0.012)
-    write(data, "gui_hover", gui_hover(), -15)
-    write(data, "gui_click", gui_click(), -10.5)
+    write(data, "block_move", block_move(), -12.5)
+    write(data, "block_rotate", block_rotate(), -13)
+    write(data, "block_fall", block_fall(), -12.5)
+    write(data, "block_explotion", block_explotion(), -7, end=0.5)
+    write(data, "block_hover", block_hover(), -11.5, end=0.012)
+    write(data, "gui_hover", gui_hover(), -14.5)
+    write(data, "gui_click", gui_click(), -11)
     write(data, "move", move(), -12, start=0.02, end=0.02)
     write(data, "step", step(), -10, end=0.05)
-    write(data, "Logo", logo(), -6, end=0.9)
+    write(data, "Logo", logo(), -6, end=1.5)
 
 
 if __name__ == "__main__":

@@ -14,7 +14,9 @@ from sound.score import BEATS, Part, Tempo, pitch
 NAME, TITLE = "KolvexIntro", "Evening Court"
 BARS = 48
 HALL = 3.2
-LOUDNESS = -18.5
+LOUDNESS = -20.0
+# Share of the slow changes of level that is taken back: a menu is heard in pieces, none of which may be lost.
+EVENNESS = 0.5
 
 THEME = """A4:3 Bb4:0.5 A4:0.5 | G4:1 ^F#4:2 r:1 | F#4:1 G4:1 A4:1 C5:1 | Bb4:1.5 A4:2.5 |
            D5:3 Eb5:0.5 D5:0.5 | C5:1 Bb4:1 ^A4:2 | G4:0.5 A4:0.5 Bb4:1 A4:1 G4:0.5 F#4:0.5 | Eb4:1 D4:3"""
@@ -42,7 +44,7 @@ WIDE = "0 2 4 6 5 4 3 2"
 def harp():
     part = Part("harp", 46, pan=-0.28, level=0.0, wet=-9, loose=0.014)
     # Prelude: every bar reaches one string higher.
-    for bar, (figure, loudness) in enumerate((("0 1 2 1 . . . .", 50), ("0 1 2 3 2 . . .", 54),
+    for bar, (figure, loudness) in enumerate((("0 1 2 1 . . . .", 46), ("0 1 2 3 2 . . .", 52),
                                               ("0 1 2 3 4 3 . .", 60), ("0 1 2 3 4 5 6 .", 66))):
         arpeggio(part, bar, ("D", "D", "Cm", "D")[bar], figure, loudness, ring=3.5)
     part.melody(4, THEME, (70, 80, 86, 72), legato=1.6)
@@ -58,7 +60,7 @@ def harp():
         part.note(35 * BEATS + 2 + i / 7, 2.5, key, 46 + 2 * i)
     arpeggio(part, 36, THEME_CHORDS, "0 1 2 3 4 5 6 5", 62, ring=2.5)
     for bar, (figure, loudness) in enumerate((("6 5 4 3 2 1 0 .", 56), ("6 4 3 2 1 0 . .", 54),
-                                              ("5 3 2 1 0 . . .", 51), ("2 . 1 . 0 . . .", 48))):
+                                              ("5 3 2 1 0 . . .", 54), ("2 1 0 2 1 0 2 1", 52))):
         arpeggio(part, 44 + bar, ("D", "Eb", "Cm", "D")[bar], figure, loudness, ring=3.5)
     return part
 
@@ -92,13 +94,13 @@ def soft_strings():
     part = Part("soft strings", 49, pan=0.0, level=-8.5, wet=-5, loose=0.02)
     # The drone of the postlude reaches over the loop's end into the prelude.
     for key in ("D3", "A3"):
-        part.note(44 * BEATS, 4 * BEATS + 3, pitch(key), 54)
-        part.note(0.5, 4 * BEATS - 0.2, pitch(key), 54)
+        part.note(44 * BEATS, 4 * BEATS + 3, pitch(key), 62)
+        part.note(0.5, 4 * BEATS - 0.2, pitch(key), 58)
         part.note(28 * BEATS, 8 * BEATS + 0.3, pitch(key), 56)
     part.note(2 * BEATS, 2 * BEATS + 0.2, pitch("D4"), 48)
-    part.swell(0, 3 * BEATS, 62, 88)
+    part.swell(0, 3 * BEATS, 96, 92)
     pad(part, 4, THEME_CHORDS, 52)
-    part.swell(4 * BEATS, BEATS, 88, 66)
+    part.swell(4 * BEATS, BEATS, 92, 66)
     pad(part, 12, THEME_CHORDS, 58)
     part.swell(12 * BEATS, 4 * BEATS, 66, 92)
     part.swell(17 * BEATS, 3 * BEATS, 92, 74)
@@ -109,7 +111,7 @@ def soft_strings():
     pad(part, 36, THEME_CHORDS, 66)
     part.swell(36 * BEATS, 4 * BEATS, 86, 112)
     part.swell(41 * BEATS, 3 * BEATS, 112, 80)
-    part.swell(44 * BEATS, 3 * BEATS, 80, 62)
+    part.swell(44 * BEATS, 3 * BEATS, 80, 96)
     return part
 
 

@@ -13,6 +13,8 @@ RATE = 44100
 SOUND_FONT = "/usr/share/sounds/sf2/FluidR3_GM.sf2"
 # Seconds that are rendered before the first beat; they are folded round the loop's end.
 LEAD = 0.25
+# Peak of the music: what is left up to full scale belongs to the sounds that are heard with it.
+CEILING = 10 ** (-8.5 / 20)
 
 
 def play(part, tempo, seed):
@@ -107,6 +109,17 @@ def limit(samples, ceiling):
     return samples * smooth
 
 
+def even(samples, share, seconds=2.5):
+    """Rides the level as a hand on the fader does: takes back a share of every slow deviation, in decibels, from the
+    middle level of the piece. A circle like the piece, so that the seam is ridden too."""
+    reach = int(seconds * RATE)
+    window = np.hanning(2 * reach + 1)
+    power = (samples ** 2).mean(0)
+    smooth = oaconvolve(np.concatenate([power[-reach:], power, power[:reach]]), window / window.sum(), mode="valid")
+    level = 10 * np.log10(np.maximum(smooth, 1e-9))
+    return samples * decibels(-share * (level - np.median(level)))
+
+
 def write_loop(samples, path, target, quality, title):
     """Brings the piece to target LUFS and encodes it. The serial number is fixed, so that the file is always the same."""
     os.makedirs(os.path.dirname(path), exist_ok=True)
@@ -114,7 +127,7 @@ def write_loop(samples, path, target, quality, title):
         sound = os.path.join(directory, "loop.wav")
         samples = samples / np.abs(samples).max() * 0.5
         wavfile.write(sound, RATE, np.rint(samples.T * 32767).astype("<i2"))
-        samples = limit(samples * decibels(target - loudness(sound)[0]), decibels(-2.5))
+        samples = limit(samples * decibels(target - loudness(sound)[0]), CEILING)
         noise = np.random.RandomState(1).uniform(-0.5, 0.5, (2, *samples.shape)).sum(0)
         wavfile.write(sound, RATE, np.rint(np.clip(samples * 32767 + noise, -32768, 32767)).T.astype("<i2"))
         subprocess.run(["oggenc", "-Q", "-q", str(quality), "-s", "1", "-t", title, "-o", path, sound], check=True)

@@ -17,7 +17,8 @@ from sound.score import BEATS, Part, Tempo
 NAME, TITLE = "Kolvex_NewAge", "River Stones"
 BARS = 72
 HALL = 1.9
-LOUDNESS = -20.0
+LOUDNESS = -21.0
+EVENNESS = 0.15
 
 THEME = """r:1 D5:0.5 Eb5:0.5 F#5:1.5 G5:0.5 | F#5:1 Eb5:0.5 D5:2.5 | r:1 A4:0.5 Bb4:0.5 C5:1 D5:1 |
            Eb5:0.5 D5:0.5 C5:0.5 D5:2.5 | r:1 F#5:0.5 G5:0.5 A5:1.5 Bb5:0.5 | A5:1 G5:0.5 F#5:0.5 G5:1 F#5:1 |

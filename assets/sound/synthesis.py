@@ -96,6 +96,11 @@ def high_pass(signal, frequency, order=2):
     return sosfilt(butter(order, frequency, "highpass", fs=MASTER, output="sos"), signal)
 
 
+def dense(signal, drive):
+    """Soft saturation: more body under the same peak, so that a sound carries without pushing a sum over full scale."""
+    return np.tanh(drive * signal / np.abs(signal).max())
+
+
 def fade(signal, rate, start, end):
     """Raised-cosine ends of the given lengths, so that neither end can click."""
     signal = signal.copy()
