@@ -18,16 +18,14 @@ TEST(HeardAt, GivesDirectionAndDistance) {
     for (const Case& c : {
              Case{0, 0, 0, 0, -1, 0, 36},         // straight ahead
              Case{0, 0, 0, 0, 1, 180, 36},        // behind
-             Case{0, 0, 0, 1, 0, 90, 36},         // to the right
              Case{0, 0, 0, -1, 0, 270, 36},       // to the left
              Case{2, 3, 45.9F, 2, 2, 45, 36},     // cut, not rounded
              Case{0, 0, -0.5F, 0, -1, 0, 36},     // towards zero
              Case{0, 0, -361.5F, 0, -1, 359, 36}, // never negative
-             Case{0, 0, 720, -1, 0, 270, 36},     // whole turns do not count
+             Case{0, 0, 720, 1, 0, 90, 36},       // whole turns do not count
              Case{1, 1, 0, 1, -2, 0, 108},        // three units
              Case{0, 0, 0, 0, -7.08F, 0, 254},    // not yet the farthest
              Case{0, 0, 0, 0, -7.09F, 0, 255},    // as far as anything is heard
-             Case{0, 0, 0, 3e38F, -3e38F, 45, 255},
              Case{NAN, 0, 0, 0, 0, 0, 255},
          }) {
         const SoundPosition heard = HeardAt(c.x, c.y, c.facing, c.sourceX, c.sourceY);
@@ -43,11 +41,17 @@ protected:
         Open();
         tone = sound.Sample_Add("sounds/tone.wav");
     }
-
     void Play() { sound.Positional_Play(tone, &x, &y, &sourcePlane); }
     void Bind() { sound.BindListener(&listenerX, &listenerY, &facing, &plane); }
-    // Records a second of a tone at the given place from its first sound on.
-    std::vector<std::int16_t> Record(float sourceX, float sourceY) {
+    bool UpdateUntilNone() {
+        return WaitUntil([this] {
+            sound.Positional_Update();
+            return sound.Positional().Count() == 0;
+        });
+    }
+    // A second of a tone at the given place from its first sound on.
+    std::array<double, 2> LevelsAt(float sourceX, float sourceY) {
+        SetUp();
         Bind();
         x = sourceX;
         y = sourceY;
@@ -57,99 +61,57 @@ protected:
         SDL_UnlockAudio();
         WaitUntil([] { return std::filesystem::file_size("heard.raw") > 4 * Rate; });
         sound.Positional_Stop(&x, &y);
-        return Close();
+        const auto recording = Close();
+        return {Measure(recording, 0).level, Measure(recording, 1).level};
     }
 
     AudioSample* tone = nullptr;
-    float listenerX = 0;
-    float listenerY = 0;
-    float facing = 0;
-    std::int32_t plane = 1;
-    float x = 0;
-    float y = 0;
-    std::int32_t sourcePlane = 1;
+    float listenerX = 0, listenerY = 0, facing = 0, x = 0, y = 0;
+    std::int32_t plane = 1, sourcePlane = 1;
 };
 
-TEST_F(Positional, LoopsUntilItIsStoppedAndStartsOnceOnly) {
-    Play();
-    Play();
-    EXPECT_EQ(sound.Positional().Count(), 1U);
-    EXPECT_EQ(Mix_Playing(-1), 1);
-    ASSERT_TRUE(WaitUntil([] { return std::filesystem::file_size("heard.raw") > 8 * Rate; }));
-    EXPECT_EQ(Mix_Playing(-1), 1) << "ten times its length later";
-    sound.Positional_Stop(&y, &x); // names no sound
-    EXPECT_EQ(Mix_Playing(-1), 1);
-    sound.Positional_Stop(&x, &y);
-    EXPECT_EQ(Mix_Playing(-1), 0);
-    EXPECT_EQ(sound.Positional().Count(), 0U);
-    sound.Positional_Play(nullptr, &x, &y, &sourcePlane);
-    EXPECT_EQ(sound.Positional().Count(), 0U);
-}
-
 TEST_F(Positional, IsHeardFromItsSideAndLessFromAfar) {
-    for (const int side : {0, 1}) {
-        const auto beside = Record(side == 1 ? 3 : -3, 0);
-        EXPECT_GT(Measure(beside, side).level, 2 * Measure(beside, 1 - side).level);
-        EXPECT_LT(Measure(beside, side).level, 8000) << "three units away";
-        SetUp();
-    }
-    const auto ahead = Record(0, -6);
-    for (const int side : {0, 1})
-        EXPECT_NEAR(Measure(ahead, side).level, 8000 * (255 - 216) / 255, 80);
+    const auto right = LevelsAt(3, 0);
+    EXPECT_GT(right[1], 2 * right[0]);
+    EXPECT_LT(right[1], 8000) << "three units away";
+    const auto left = LevelsAt(-3, 0);
+    EXPECT_GT(left[0], 2 * left[1]);
+    for (const double level : LevelsAt(0, -6))
+        EXPECT_NEAR(level, 8000 * (255 - 216) / 255, 80);
 }
 
-TEST_F(Positional, WithoutAChannelSilencesNothingElse) {
-    Bind();
+TEST_F(Positional, EndsHalfASecondAfterItsPlaneIsAnotherAndSilencesNothingElse) {
     y = -1;
     Play();
+    Play(); // starts once only
     for (int channel = 1; channel < MIX_CHANNELS; channel++)
         Mix_PlayChannel(channel, tone->chunk.get(), -1);
-    const float right = 3;
+    const float right = 3; // finds no channel, and neither does the next
     const float left = -3;
-    for (const float* place : {&right, &left}) {
+    for (const float* place : {&right, &left})
         sound.Positional_Play(tone, place, &y, &sourcePlane);
-        EXPECT_EQ(sound.Positional().Find(place)->channel, -1);
-    }
+    EXPECT_EQ(sound.Positional().Find(&left)->channel, -1);
     sound.Positional_Stop(&left, &y);
-    EXPECT_EQ(Mix_Playing(-1), MIX_CHANNELS);
-    sourcePlane = 2;
-    ASSERT_TRUE(WaitUntil([this] {
-        sound.Positional_Update();
-        return sound.Positional().Count() == 0;
-    }));
-    EXPECT_EQ(Mix_Playing(-1), MIX_CHANNELS - 1) << "only the one that has a channel ends";
-    const auto recording = Close();
-    EXPECT_EQ(Measure(recording, 0).level, Measure(recording, 1).level);
-}
-
-TEST_F(Positional, EndsHalfASecondAfterItsPlaneIsAnother) {
-    Play();
+    sound.Positional_Stop(&y, &x); // names no sound
+    ASSERT_TRUE(WaitUntil([] { return std::filesystem::file_size("heard.raw") > 8 * Rate; }));
+    EXPECT_EQ(Mix_Playing(-1), MIX_CHANNELS) << "ten times its length later";
     sourcePlane = 2;
     sound.Positional_Update();
     EXPECT_FALSE(sound.Positional().Find(&x)->expiring) << "nobody has bound the listener";
     Bind();
-    sourcePlane = 1;
-    sound.Positional_Update();
-    EXPECT_FALSE(sound.Positional().Find(&x)->expiring);
-    sourcePlane = 2;
     const Uint32 start = SDL_GetTicks();
     sound.Positional_Update();
     EXPECT_TRUE(sound.Positional().Find(&x)->expiring);
     sourcePlane = 1; // too late
-    ASSERT_TRUE(WaitUntil([this] {
-        sound.Positional_Update();
-        return sound.Positional().Count() == 0;
-    }));
+    ASSERT_TRUE(UpdateUntilNone());
     EXPECT_GE(SDL_GetTicks() - start, 499U);
-    EXPECT_EQ(Mix_Playing(-1), 0);
-}
-
-TEST_F(Positional, ListenersOwnSoundKeepsItsPlace) {
-    Bind();
+    EXPECT_EQ(Mix_Playing(-1), MIX_CHANNELS - 1) << "only the one that has a channel ends";
     sound.Positional_Play(tone, &listenerX, &y, &sourcePlane);
     sourcePlane = 2;
     sound.Positional_Update();
-    EXPECT_FALSE(sound.Positional().Find(&listenerX)->expiring);
+    EXPECT_FALSE(sound.Positional().Find(&listenerX)->expiring) << "the listener's own";
+    const auto recording = Close();
+    EXPECT_EQ(Measure(recording, 0).level, Measure(recording, 1).level) << "nothing came from the right";
 }
 
 TEST_F(Positional, ReportOfAnEndedSoundDoesNotRemoveItsSuccessor) {
@@ -163,49 +125,32 @@ TEST_F(Positional, ReportOfAnEndedSoundDoesNotRemoveItsSuccessor) {
     sound.Positional_Play(tone, &y, &x, &here);
     ASSERT_EQ(sound.Positional().Count(), 1U);
     EXPECT_EQ(sound.Positional().Find(&y)->channel, channel);
-    sound.Positional_Update();
-    EXPECT_EQ(sound.Positional().Count(), 1U);
-    // An ended one can start again at once.
-    sound.Positional_Stop(&y, &x);
-    Play();
-    sound.Positional_Update();
-    Mix_HaltChannel(sound.Positional().Find(&x)->channel);
-    sound.Positional_Play(tone, &x, &y, &here);
-    ASSERT_NE(sound.Positional().Find(&x), nullptr);
-    EXPECT_FALSE(sound.Positional().Find(&x)->expiring);
     // A sound that was not told to end stays listed when its channel falls silent.
-    QEV_Audio::ChannelFinished(channel);
+    for (const int reported : {channel, -1, MIX_CHANNELS})
+        QEV_Audio::ChannelFinished(reported);
     sound.Positional_Update();
     EXPECT_EQ(sound.Positional().Count(), 1U);
-    QEV_Audio::ChannelFinished(-1);
-    QEV_Audio::ChannelFinished(MIX_CHANNELS);
 }
 
 TEST_F(Positional, ReportsMayComeFromAnotherThread) {
     Bind();
-    std::int32_t elsewhere = 2;
+    sourcePlane = 2;
     float places[4] = {};
     std::atomic<bool> stop = false;
     std::thread mixer([&stop] {
-        while (!stop) {
-            for (int channel = 0; channel < MIX_CHANNELS; channel++)
-                QEV_Audio::ChannelFinished(channel);
-        }
+        for (int channel = 0; !stop; channel++)
+            QEV_Audio::ChannelFinished(channel % MIX_CHANNELS);
     });
     for (int round = 0; round < 300; round++) {
         Mix_HaltChannel(-1); // what was reported too early must not fill the mixer
         for (const float& place : places)
-            sound.Positional_Play(tone, &place, &y, &elsewhere);
+            sound.Positional_Play(tone, &place, &y, &sourcePlane);
         sound.Positional_Update();
         sound.Positional_Stop(&places[0], nullptr);
-        sound.Positional_Update();
     }
+    EXPECT_TRUE(UpdateUntilNone()) << "all were told to end and all are reported";
     stop = true;
     mixer.join();
-    for (int channel = 0; channel < MIX_CHANNELS; channel++)
-        QEV_Audio::ChannelFinished(channel);
-    sound.Positional_Update();
-    EXPECT_EQ(sound.Positional().Count(), 0U) << "all were told to end and all were reported";
 }
 
 } // namespace
