@@ -3,27 +3,12 @@
 #include "config/config_reader.h"
 #include "gui/button.h"
 #include "gui/manager.h"
+#include "hide_pictures.h"
 #include "own_folder.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <string>
-#include <string_view>
-
-namespace {
-
-// Pictures have a fuzzer of their own; a skin's key for one becomes a key that nobody reads.
-void HidePictures(std::string& text) {
-    constexpr std::string_view Key = "image";
-    const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
-    for (auto at = text.begin();
-         (at = std::search(at, text.end(), Key.begin(), Key.end(), same)) != text.end();)
-        *at++ = '-';
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     EnterOwnFolder();
