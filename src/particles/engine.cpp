@@ -5,6 +5,7 @@
 #include "base/frame_clock.h"
 #include "base/log.h"
 #include "config/record.h"
+#include "graphics/gl_state.h"
 #include "particles/drawing.h"
 #include "particles/random_table.h"
 
@@ -107,6 +108,8 @@ void QEV_PEngine::Finish(EmitterInstance& instance) {
 }
 
 void QEV_PEngine::Draw(std::uint32_t layer) {
+    // Particles are flat and have no inside, so they are seen where models are culled, too.
+    const Without culling(GL_CULL_FACE, glIsEnabled(GL_CULL_FACE) == GL_TRUE);
     glDepthMask(GL_FALSE);
     for (const TextureBatch& batch : batches) {
         bool bound = false;

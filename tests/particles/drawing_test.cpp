@@ -243,6 +243,19 @@ TEST_F(Drawing, WhatHasNoWidthOrStyleIsSkipped) {
     EXPECT_EQ(std::ranges::count(recorded, "glBegin", &Call::name), 1);
 }
 
+TEST_F(Drawing, IsSeenWhereModelsAreCulled) {
+    ParticleSlots& s = StartEmitter("form=1").particles;
+    BeginFlat();
+    std::fill_n(s.x, 6, -50.0F), std::fill_n(s.y, 6, -50.0F), std::fill_n(s.z, 6, 0.0F);
+    glEnable(GL_CULL_FACE);
+    for (const GLenum front : {GL_CW, GL_CCW}) {
+        glFrontFace(front);
+        EXPECT_FALSE(Record([&] { engine.Draw(0); }).empty());
+        EXPECT_TRUE(glIsEnabled(GL_CULL_FACE));
+    }
+    glDisable(GL_CULL_FACE);
+}
+
 // Six cells in 200 ms, 33 each, and the first again at their end; in a period shorter than the number of
 // cells the first only.
 TEST_F(Drawing, AnAnimationCloses) {
