@@ -6,6 +6,7 @@
 // usage: frame_cost menu|game     prints CPU nanoseconds a picture, ours and played back, of the fastest
 // blocks
 #include "app/engine.h"
+#include "scene/game_mode.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
@@ -211,5 +212,5 @@ void SDL_GL_SwapBuffers() {
 } // extern "C"
 
 int main(int argc, char** argv) {
-    return RunGame(argc > 1 && std::strcmp(argv[1], "menu") == 0 ? Mode::Menu : Mode::Puzzle);
+    return RunGame(0, nullptr, argc > 1 && std::strcmp(argv[1], "menu") == 0 ? Main::GoMenu : Main::GoPuzzle);
 }

@@ -1,6 +1,8 @@
-// Start, stop and the mode loop; see engine.h.
+// The order in which everything starts and stops, and the two ways of ending: the ordered ones shut the media
+// layer down; when the display has died it would never come back from that, so the process ends at once.
 #include "app/engine.h"
 
+#include "app/command_line.h"
 #include "app/cursor_picture.h"
 #include "audio/audio.h"
 #include "base/log.h"
@@ -12,7 +14,9 @@
 #include "graphics/model_state.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "platform/data_folders.h"
 #include "platform/file_bytes.h"
+#include "platform/platform.h"
 #include "play/kolvex.h"
 #include "scene/scene.h"
 #include "stage/world_scene.h"
@@ -21,6 +25,7 @@
 #include <IL/ilu.h>
 #include <SDL.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -30,6 +35,8 @@ constexpr char IconName[] = "icons/quarvello.bmp";
 // Both are kept for the whole run.
 constinit SDL_Surface* icon = nullptr;
 constinit SDL_Cursor* cursor = nullptr;
+
+constinit bool endsInOrder = false;
 
 void SetWindowIcon() {
     const platform::FileBytes file(IconName);
@@ -67,6 +74,23 @@ mainScene* SceneOf(Mode mode) {
     }
 }
 
+// Tells the player what there is to tell; false when the game cannot start.
+bool FindData(const std::string& option) {
+    const char* const environment = std::getenv("QUARVELLO_DATA");
+    bool mayStart = false;
+    const std::string told = platform::ChooseFolders({option, environment ? environment : ""}, mayStart);
+    if (!told.empty()) std::fprintf(stderr, "quarvello: %s\n", told.c_str());
+    return mayStart;
+}
+
+// When the display dies the windowing library leaves by exit, from the middle of a call of the media layer.
+// What was registered last runs first.
+void EndWithTheDisplay() {
+    std::atexit([] {
+        if (!endsInOrder) std::_Exit(EXIT_FAILURE);
+    });
+}
+
 } // namespace
 
 void Global_Start() {
@@ -100,20 +124,28 @@ void Global_Destroy() {
     CheckMem();
     LogWrite("Global_Destroy() - Log Stop\n");
     LogWrite("Global_Destroy() - Normal Exit\n");
+    endsInOrder = true;
+    SDL_Quit();
     std::exit(0);
 }
 
-int RunGame(Mode first) {
-    std::atexit(SDL_Quit);
+int RunGame(int argc, const char* const* argv, void (*first)()) {
+    const CommandLine line = ReadCommandLine(argc, argv);
+    if (!line.answer.empty()) {
+        std::fputs(line.answer.c_str(), stdout);
+        return 0;
+    }
+    platform::OnRequestsToEnd([](int) { Main::EndAtOnce(); });
+    if (!FindData(line.dataFolder)) return 1;
     LogStart();
     LogAppend("-- game version %f\n\n", static_cast<double>(gameVersion));
     LogWrite("Main\n");
     Global_Start();
-    GameMode = first;
-    Main::RequestChange();
+    EndWithTheDisplay();
+    first();
     LogWrite("Game mode Change - [%s]\n", Main::ModeName());
     while (GameMode <= Mode::Intro) {
-        if (GameMode == Mode::Destroy) Global_Destroy();
+        if (GameMode == Mode::Destroy || Main::MustEnd()) Global_Destroy();
         mainScene* scene = SceneOf(GameMode);
         if (!scene) {
             // A mode without a scene would turn here for ever.
@@ -123,5 +155,7 @@ int RunGame(Mode first) {
         scene->GameStart(0, 0);
         LogWrite("Game mode Change - [%s]\n", Main::ModeName());
     }
+    endsInOrder = true;
+    SDL_Quit();
     return 0;
 }

@@ -1,8 +1,6 @@
 // Starts and stops the engine and hands control from scene to scene.
 #pragma once
 
-#include "scene/game_mode.h"
-
 // Starts video, image library, models, font, audio, GUI and rules from the files beside the program.
 // Every part reports its own failures; only video and a missing blank texture end the program.
 void Global_Start();
@@ -10,6 +8,7 @@ void Global_Start();
 // Stops everything in reverse order and ends the process with status 0.
 [[noreturn]] void Global_Destroy();
 
-// Starts the log and the engine and runs scenes, the given one first, until the player quits.
-// Returns only when the mode has no meaning; the program's exit status.
-int RunGame(Mode first);
+// Starts the log and the engine and runs scenes until the player quits or a signal asks for the end; `first`
+// requests the first. The words are those of the command line. Returns the program's exit status: when it was
+// only asked something, when there are no data, or when the mode has no meaning.
+int RunGame(int argc, const char* const* argv, void (*first)());

@@ -3,6 +3,7 @@
 
 #include "audio/sound_check.h"
 #include "base/log.h"
+#include "platform/data_folders.h"
 #include "platform/file_bytes.h"
 
 #include <cstdint>
@@ -25,7 +26,7 @@ Mix_Music* LoadTrack(const char* name) {
     Mix_Music* track = nullptr;
     if (remark.empty() && !sound.plain) remark = "a WAV file with more than the plain header";
     if (remark.empty()) {
-        track = Mix_LoadMUS(name);
+        track = Mix_LoadMUS(platform::DataPath(name).c_str());
         remark = track ? PitchRemark(sound) : Mix_GetError();
     }
     if (!remark.empty()) LogWrite("QEV_Music::Load(%s) - [WARNING] - %s\n", name, remark.c_str());

@@ -1,15 +1,15 @@
-// Timers; see timer.h.
 #include "base/timer.h"
 
 #include <cmath>
 
-void Timer::Update(std::uint32_t delta) {
-    if (!running) return;
+bool Timer::Update(std::uint32_t delta) {
+    if (!running) return false;
     elapsed += delta;
-    if (elapsed < duration) return;
+    if (elapsed < duration) return false;
     elapsed = 0;
     if (stopsAtEnd) running = false;
     if (callback) callback();
+    return true;
 }
 
 double Timer::Progress() const {

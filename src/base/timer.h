@@ -17,9 +17,9 @@ public:
     constexpr void Stop() { running = false; }
     constexpr bool IsRunning() const { return running; }
 
-    // Advances a running timer by `delta` milliseconds. At the end of a run the time restarts at 0 (what the
-    // step had left over is dropped) and the callback is called.
-    void Update(std::uint32_t delta);
+    // Advances a running timer by `delta` milliseconds; true when that ends a run. The time then restarts at
+    // 0 (what the step had left over is dropped), and the callback has been called.
+    bool Update(std::uint32_t delta);
 
     // Share of the run that has passed, 0 to 1; 1 when the timer is not running or has no duration.
     double Progress() const;

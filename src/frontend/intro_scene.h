@@ -4,11 +4,11 @@
 
 #include "base/timer.h"
 #include "graphics/textures.h"
-#include "scene/scene.h"
+#include "play/key_scene.h"
 
 struct AudioSample;
 
-class IntroScene : public mainScene {
+class IntroScene : public KeyScene {
 public:
     constexpr IntroScene() = default;
 

@@ -30,7 +30,6 @@ constexpr std::uint32_t FadeDuration = 3000;       // ms
 constexpr std::uint32_t GlowInterval = 200;        // ms
 constexpr std::uint32_t TransitionDuration = 2000; // ms
 constexpr std::uint32_t PageDuration = 20000;      // ms
-constexpr std::uint16_t LoadingSteps = 11;
 constexpr std::uint32_t MenuEffect = 0;
 constexpr std::uint32_t EffectOwner = 0;
 constexpr int BoxTextures = 7; // textures/floor1a.png and so on
@@ -93,7 +92,7 @@ bool MenuScene::LoadScenery() {
     std::array<char, 32> texture;
     std::snprintf(texture.data(), texture.size(), "textures/floor1%c.png", 'a' + std::rand() % BoxTextures);
     gui.cursor.visible = false;
-    gui.LoadingStart(0.35F, 0.75F, LoadingSteps, "Loading...");
+    gui.LoadingStart(0.35F, 0.75F, MapStepCount, "Loading...");
     const bool loaded = LoadMap("maps/reason.txt");
     gui.LoadingEnd();
     return loaded && objects->models.AddKsm("models/box.ksm", texture.data());

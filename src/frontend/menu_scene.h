@@ -6,13 +6,13 @@
 #include "frontend/block_menu.h"
 #include "frontend/credits_pages.h"
 #include "graphics/textures.h"
-#include "scene/scene.h"
+#include "play/map_scene.h"
 
 #include <array>
 
 struct AudioSample;
 
-class MenuScene : public mainScene {
+class MenuScene : public MapScene {
 public:
     constexpr MenuScene() = default;
 

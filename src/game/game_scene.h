@@ -1,15 +1,26 @@
-// The falling-block game: drives the rules, follows the falling piece with the camera, draws scenery, board
-// and particles, and fades in and out. Rests on the rules, the map containers, the particle engine, the GUI
-// with the windows of game_windows.h, and the frame loop of all scenes.
+// The falling-block game: drives the rules, fades in and out, and does what the player decides in its
+// windows. Rests on the rules, the court around them, the GUI, and the frame loop of all scenes.
 #pragma once
 
 #include "base/timer.h"
-#include "scene/scene.h"
+#include "game/court.h"
+#include "game/decisions.h"
+#include "game/leave_window.h"
+#include "game/list_window.h"
+#include "game/name_window.h"
+#include "game/next_window.h"
+#include "game/pause_window.h"
+#include "game/score_window.h"
+#include "play/map_scene.h"
+
+#include <SDL.h>
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <string>
 
-class GameScene : public mainScene {
+class GameScene : public MapScene, private GameDecisions {
 public:
     constexpr GameScene() = default;
 
@@ -26,14 +37,6 @@ public:
     virtual void SaveGuiConfig();
     virtual void LoadGuiConfig();
 
-    // Begins the fade to black; the scene ends with the state that is requested next.
-    void StartFadeOut();
-    // Draws the next piece in the current 3D viewport, with the light that is right for it.
-    void DrawNextPiece() const;
-
-    // Place in the table of the score entered last, -1 for none; its row is drawn in red.
-    int lastRank = -1;
-
 protected:
     void GameFrame() override;
     void PauseFrame() override;
@@ -43,26 +46,42 @@ protected:
     void EndScene() override;
     void ChangeScene() override;
 
+    // From then on the scene hears when a game ends and when the window is to be closed.
+    void InstallHooks();
+
 private:
-    bool AddModels();
-    void StartEffects() const;
     void StartPlay();
-    void StartTimers();
     void DrawAll();
     double FadeValue() const;
-    void FollowPiece();
-    void SetLightPosition() const;
-    void DrawScenery() const;
     void DrawFade() const;
-    static void ShowLineEffect(int row); // the rules' onLineCleared
-    static void RedrawWobble();          // the light timer's callback
 
-    Timer lightTimer; // moves the light; at the end of each run the factors are drawn anew
+    // What the player decides; defined in game_decisions.cpp.
+    void Decide(GameDecision decision) override;
+    void EndGame();
+    void KeyPressed(SDL_keysym key);
+    void CloseRequested();
+    void PauseWhenLeft();
+    void AskToLeave(const char* caption, GameDecision answer);
+    void Resume();
+    void Restart();
+    void Leave();
+    void EnterName();
+    void RefuseName();
+    std::array<GUI_HWindow*, 3> PlayWindows() { return {&pauseWindow, &nextWindow, &scoreWindow}; }
+    void EnablePlayWindows(bool enabled);
+
+    Court court;
     Timer fadeTimer;
     bool fadingOut = false;
-    float cameraX = 0.0F; // follow the falling piece's pivot, in columns and rows
-    float cameraY = 0.0F;
-    std::array<int, 3> wobble{}; // how far the light moves along each axis, 0 to 19
+    std::uint8_t attended = 0; // SDL's application state of the last frame of play: keyboard and window
+    std::optional<std::string> pauseLine; // none before the first pause
+
+    PauseWindow pauseWindow; // these stay on screen,
+    NextWindow nextWindow;
+    ScoreWindow scoreWindow;
+    NameWindow nameWindow; // these open over them
+    ListWindow listWindow;
+    LeaveWindow leaveWindow;
 };
 
 extern GameScene gameScene;

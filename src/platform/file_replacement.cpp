@@ -2,6 +2,7 @@
 // taken for the leavings of a program that died: under the lock nobody else is writing one.
 #include "platform/file_replacement.h"
 
+#include "platform/data_folders.h"
 #include "platform/platform.h"
 
 #include <cerrno>
@@ -77,6 +78,7 @@ std::string FollowLinks(const std::string& path) {
 }
 
 bool MayWrite(const std::string& path) {
+    if (!HasPlaceToWrite()) return false;
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found) return true;

@@ -2,6 +2,7 @@
 // Rests on the C library of the system alone.
 #pragma once
 
+#include <csignal>
 #include <cstdio>
 
 #ifdef _WIN32
@@ -68,6 +69,16 @@ inline int CompareNoCase(const char* a, const char* b, std::size_t count) {
     return MoveFileExA(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 #else
     return std::rename(from, to) == 0;
+#endif
+}
+
+// Has the handler called for the signals that ask a program to end: the terminal's interrupt and hang-up, and
+// the system's request.
+inline void OnRequestsToEnd(void (*handler)(int signal)) {
+    std::signal(SIGINT, handler);
+    std::signal(SIGTERM, handler);
+#ifdef SIGHUP
+    std::signal(SIGHUP, handler);
 #endif
 }
 

@@ -54,9 +54,10 @@ void Kolvex::DrawBlocks(int type) const {
             DrawBlock(static_cast<float>(column), static_cast<float>(row), cell.angle, cell.tile);
         }
     }
-    if (piece.type != type) return;
-    for (const PieceBlock& block : piece.blocks)
-        DrawBlock(block.x, block.y, piece.angle, block.tile);
+    const Piece& falling = GetPiece();
+    if (falling.type != type) return;
+    for (const PieceBlock& block : falling.blocks)
+        DrawBlock(block.x, block.y, falling.angle, block.tile);
 }
 
 void Kolvex::DrawBlock(float x, float y, int angle, int tile) const {
@@ -89,14 +90,14 @@ void Kolvex::DrawGrid() {
 
 void Kolvex::DrawNext() const {
     if (!blockModels) return;
-    const Offset offset = PreviewOffset(nextPiece.type);
+    const Offset offset = PreviewOffset(GetNextPiece().type);
     const auto turn = static_cast<GLfloat>(previewTimer.Progress() * 360.0);
     glPushMatrix();
     glTranslatef(0.15F, 0.2F, -5.0F);
     glRotatef(turn, 0, 0, 1);
     glRotatef(turn, 1, 0, 0);
-    glBindTexture(GL_TEXTURE_2D, floorTextures.Get(nextPiece.type));
-    for (const PieceBlock& block : nextPiece.blocks) {
+    glBindTexture(GL_TEXTURE_2D, floorTextures.Get(GetNextPiece().type));
+    for (const PieceBlock& block : GetNextPiece().blocks) {
         DrawBlock(block.x - 5 + offset.x, block.y - 23 + offset.y, 0, block.tile);
     }
     glPopMatrix();

@@ -1,13 +1,8 @@
-// The actions act on the one rules object and request modes; the reading of a scene's bindings hands them
-// over.
+// The actions act on the one rules object and request modes.
 #include "play/key_actions.h"
 
-#include "base/log.h"
-#include "config/config_file.h"
-#include "input/input.h"
 #include "play/kolvex.h"
 #include "scene/game_mode.h"
-#include "scene/scene.h"
 
 #include <array>
 
@@ -38,17 +33,4 @@ constexpr std::array<KeyFunction, 17> KeyFunctions = {{
 
 std::span<const KeyFunction> KeyActions() {
     return KeyFunctions;
-}
-
-void mainScene::ExecConfig(const char* path) {
-    constexpr std::size_t LongestName = 79;
-    LogWrite("mainScene::ExecConfig(%s)\n", path);
-    ConfigFile file(path);
-    if (!file.IsOpen()) {
-        LogWrite("mainScene::ExecConfig(%s) - Can't load file\n", path);
-        return;
-    }
-    configName = std::string(path).substr(0, LongestName);
-    input.SetFunctions(KeyActions());
-    input.ReadKeys(&file);
 }

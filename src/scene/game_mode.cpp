@@ -8,6 +8,7 @@
 #include <SDL.h>
 
 #include <array>
+#include <csignal>
 
 constinit Mode GameMode = Mode::Game;
 constinit State SceneState = State::Game;
@@ -20,6 +21,9 @@ constexpr std::array StateNames = {"NONE", "GAME", "PAUSE", "END", "CHANGE"};
 template<std::size_t N> const char* NameOf(const std::array<const char*, N>& names, std::uint32_t value) {
     return value < N ? names[value] : "UNKNOWN";
 }
+
+// A signal's handler may set it at any moment.
+constinit volatile std::sig_atomic_t mustEnd = 0;
 
 void Go(Mode mode) {
     GameMode = mode;
@@ -65,6 +69,19 @@ void GoIntro() {
 }
 void GoMenu() {
     Go(Mode::Menu);
+}
+
+void EndAtOnce() {
+    mustEnd = 1;
+}
+bool MustEnd() {
+    return mustEnd != 0;
+}
+
+bool TakeWindowClosed() {
+    SDL_Event event;
+    SDL_PumpEvents();
+    return SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_QUITMASK) > 0;
 }
 
 const char* ModeName() {

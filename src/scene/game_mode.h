@@ -24,6 +24,14 @@ void GoPuzzle();
 void GoIntro();
 void GoMenu();
 
+// Asks from outside the game, from a signal's handler too, for the program's end: in order, but without a
+// question or a fade, whatever scene runs and in whatever state. Stands until the program has ended.
+void EndAtOnce();
+bool MustEnd();
+// Whether the window is to be closed, for frames that listen to nothing else; takes the request from SDL's
+// queue.
+bool TakeWindowClosed();
+
 // Names for the log; a value without a name gives "UNKNOWN".
 const char* ModeName();
 const char* StateName();

@@ -1,11 +1,12 @@
 // What all scenes share: the ten operations by which the mode loop runs a scene, and the one frame loop.
-// The map operations are defined where maps live (play/map_loading.cpp), ExecConfig where bindings live
-// (play/key_actions.cpp), so that this folder knows neither.
+// Scenes that read keys or play on a map override ExecConfig and the map operations (play/key_scene.h,
+// play/map_scene.h); this folder knows neither.
 #pragma once
 
 #include "base/timer.h"
 #include "scene/game_mode.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -17,29 +18,30 @@ public:
     constexpr mainScene() = default;
     mainScene(const mainScene&) = delete;
     mainScene& operator=(const mainScene&) = delete;
-    virtual ~mainScene() = default;
 
-    // Loads and sets up the scene, runs its frames and returns when it has ended. The mode loop passes 0 and
-    // 0.
+    // The ten operations in their fixed order. Loads and sets up the scene, runs its frames and returns when
+    // it has ended. The mode loop passes 0 and 0.
     virtual void GameStart(int a, int b) = 0;
     // Frees what the scene loaded.
     virtual void GameEnd() = 0;
-    // Loads a map file, telling each step on the loading screen; false when the scene cannot go on (logged).
-    virtual bool LoadMap(const char* path);
+    // Loads a map file; false when the scene cannot go on (logged).
+    virtual bool LoadMap(const char* /*path*/) { return false; }
     // Removes the objects of the current map; always true.
-    virtual bool StopMap();
+    virtual bool StopMap() { return true; }
     // Creates the empty objects of a new map; always true.
-    virtual bool StartMap();
+    virtual bool StartMap() { return true; }
     // Creates the scene's windows.
     virtual void BuildGui() {}
     // Reads the key bindings of a configuration file; a missing file is logged.
-    virtual void ExecConfig(const char* path);
+    virtual void ExecConfig(const char* /*path*/) {}
     // The frame loop: frames by state until the scene has ended, with one log line at every change of state.
     virtual void GameProcess();
     // One frame of logic.
     virtual void Update() = 0;
     // One frame of drawing.
     virtual void Draw() = 0;
+
+    virtual ~mainScene() = default;
 
 protected:
     // The scene's part of a frame in each state. The loop clears the buffers and selects the model-view
@@ -57,7 +59,8 @@ protected:
 
     // A frame of leaving, in scenes that fade out.
     virtual void LeavingFrame() {}
-    // Frames of leaving for as long as the fade runs, at least one; then a last black picture.
+    // Frames of leaving for as long as the fade runs, at least one, and no more once the program must end;
+    // then a last black picture.
     void RunLeavingFrames(const Timer& fade);
     // Lays black over the whole view, wherever the camera stands: a veil of the given opacity (0 to 1) that
     // hangs `distance` drawing units before the eye, more than the near plane and at most 3.
@@ -73,4 +76,6 @@ private:
     static void BlackFrame();
     // Frames of the given kind for as long as the state holds.
     void RunWhile(State state, void (mainScene::*frame)());
+
+    std::uint32_t lastPicture = 0; // SDL's tick at which it was shown
 };

@@ -25,7 +25,6 @@ constinit WorldScene worldScene;
 namespace {
 
 constexpr std::uint32_t Layers = 3;
-constexpr std::uint16_t LoadingSteps = 11;
 constexpr std::uint16_t DestroyingSteps = 4;
 
 // Times one section of a frame.
@@ -61,7 +60,7 @@ void AnimateObjects(std::uint32_t layer) {
 void WorldScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainScene::GameStart\n");
     BuildGui();
-    OpenLoadingScreen(LoadingSteps, "Loading...");
+    OpenLoadingScreen(MapStepCount, "Loading...");
     mapName.reset();
     configName.reset();
     camera.Start();

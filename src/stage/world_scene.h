@@ -2,13 +2,13 @@
 // profiler. Rests on the map's containers, the key bindings and the GUI.
 #pragma once
 
-#include "scene/scene.h"
+#include "play/map_scene.h"
 
 #include <cstdint>
 
 struct WorldObject;
 
-class WorldScene : public mainScene {
+class WorldScene : public MapScene {
 public:
     constexpr WorldScene() = default;
 

@@ -25,7 +25,8 @@ bool Backmap::Load(const char* path) {
     }
     models.Init();
     models.SetScale(CellWidth);
-    sectors.assign(1, BackgroundSector{});
+    sectors.clear();
+    sectors.emplace_back(); // made in its place: a sector is too large for a small stack
     return true;
 }
 

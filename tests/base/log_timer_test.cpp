@@ -66,10 +66,10 @@ TEST(Timer, StopsOrRepeatsAndReportsItsShare) {
     EXPECT_EQ(ended, 0);
     EXPECT_DOUBLE_EQ(timer.Progress(), 2800.0 / 3000.0);
     EXPECT_DOUBLE_EQ(timer.PingPong(), 1.0 - 2800.0 / 3000.0);
-    timer.Update(200);
+    EXPECT_TRUE(timer.Update(200));
     EXPECT_EQ(ended, 1);
     EXPECT_FALSE(timer.IsRunning());
-    timer.Update(200);
+    EXPECT_FALSE(timer.Update(200));
     EXPECT_EQ(ended, 1);
 
     timer.Set(1000, false);

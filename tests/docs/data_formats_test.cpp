@@ -10,9 +10,9 @@
 #include "gui/window.h"
 #include "particles/engine.h"
 #include "play/kolvex.h"
-#include "play/map_loading.h"
+#include "play/map_scene.h"
+#include "support/bare_scene.h"
 #include "support/gl_fixture.h"
-#include "support/map_scene.h"
 #include "world/camera.h"
 #include "world/entities.h"
 #include "world/world_grid.h"
@@ -97,7 +97,7 @@ TEST_F(DataFormats, Settings) {
     window.caption = "Next:";
     ASSERT_TRUE(INI_FindBlock("gui", &file));
     EXPECT_TRUE(window.Load(&file) && window.left == 0.05F && window.top == 0.1F);
-    MapScene scene;
+    BareScene scene;
     scene.ExecConfig("config.cfg");
     ExpectNoComplaint();
 }
@@ -121,7 +121,7 @@ TEST_F(DataFormats, Skin) {
 
 TEST_F(DataFormats, MapWithCreatureAndParticles) {
     audio.Load("config.cfg");
-    MapScene scene;
+    BareScene scene;
     ASSERT_TRUE(scene.LoadMap("maps/mymap.txt"));
     ASSERT_EQ(entityes->entities.size(), 1U);
     const WorldObject& beast = globalp->objects.at(0);

@@ -1,9 +1,10 @@
 // The game's scene run to its end with the game's own data: the camera's swing, the keys that the fade
-// swallows, pausing, the way out, and what happens when its data are missing.
+// swallows, pausing, where a row's effect stands, the ways out, and what happens when its data are missing.
 #include "base/frame_clock.h"
 #include "game/game_scene.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "input/input.h"
 #include "particles/engine.h"
 #include "play/kolvex.h"
 #include "scene/game_mode.h"
@@ -11,22 +12,20 @@
 #include "world/camera.h"
 
 #include <GL/gl.h>
+#include <GL/glu.h>
 #include <SDL.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
 namespace {
 
-constexpr int FrameTime = 170; // ms that every frame counts as
-constexpr int FadeTime = 5000;
-constexpr int FadeFrames = FadeTime / FrameTime + 1; // the last of them ends the fade
-constexpr int KeyFrame = 10;                         // a key goes down, well within the fade
-constexpr int PauseFrame = FadeFrames + 10;          // the scene pauses,
-constexpr int ResumeFrame = PauseFrame + 10;         // goes on
-constexpr int LeaveFrame = ResumeFrame + 10;         // and is left
-constexpr int EndFrame = LeaveFrame + FadeFrames;
+constexpr int FrameTime = 170;                   // ms that every frame counts as
+constexpr int FadeFrames = 5000 / FrameTime + 1; // the last of them ends the fade
+constexpr int KeyFrame = 10;                     // a key goes down, well within the fade
+constexpr int PauseFrame = FadeFrames + 10;      // the scene pauses,
+constexpr int ResumeFrame = PauseFrame + 10;     // goes on
+constexpr int LeaveFrame = ResumeFrame + 10;     // and is left
 
 // A game in which every frame is as long as the other, watched from inside.
 class SteadyGame : public GameScene {
@@ -45,94 +44,77 @@ public:
     int frames = 0; // begun
 };
 
-// Where the camera goes, worked out anew.
-struct PlainCamera {
-    double x = 5.0;
-    double y = 20.0;
-
-    void Follow(double fade) {
-        const Piece& piece = kolvex.GetPiece();
-        x = Moved(x, static_cast<double>(piece.pivotX), 0.001);
-        y = Moved(y, static_cast<double>(piece.pivotY), 0.005);
-        EXPECT_NEAR(camera.x, 1.0 - x, 1e-3);
-        EXPECT_NEAR(camera.y, 75.0 * fade - 52.0, 1e-3);
-        EXPECT_NEAR(camera.z, -7.0 - 10.0 * fade, 1e-3);
-        EXPECT_EQ(camera.rot1, 0.0F);
-        EXPECT_NEAR(camera.rot2, 35.0 * fade - 105.0 - 0.5 * y, 1e-3);
-    }
-
-    static double Moved(double from, double to, double speed) {
-        const double away = to - from;
-        const double step = std::floor(std::abs(away)) * speed * FrameTime;
-        return from + std::copysign(std::min(step, std::abs(away)), away);
-    }
-};
-
-PlainCamera plainCamera;
-
 class Game : public SceneTest {
 protected:
     void SetUp() override {
         SceneTest::SetUp();
-        WriteFile("config.cfg", "<input>\nbind LEFTARROW moveleft\n</input>\n");
+        WriteFile("config.cfg", "<input>\nbind LEFTARROW moveleft\nbind F1 +pause\n</input>\n");
         GameMode = Mode::Puzzle;
         std::srand(1);
-        plainCamera = {};
-        game.frames = 0;
     }
+    static void WatchCourse(SteadyGame& game);
 
     SteadyGame game;
 };
 
-// What the scene's fade value must be in a frame of the course.
-double FadeOf(int frame) {
-    const auto progress = [](int frames) { return std::min(1.0, frames * FrameTime / double{FadeTime}); };
-    return frame <= LeaveFrame ? progress(frame) : 1.0 - progress(frame - LeaveFrame);
+// Up to twenty rows tilt the camera by half a degree each, and it stands within a column of the piece.
+void ExpectCamera(float y, float z, float tilt) {
+    EXPECT_NEAR(camera.y, y, 0.1F);
+    EXPECT_NEAR(camera.z, z, 0.1F);
+    EXPECT_NEAR(camera.rot2, tilt, 5.0F);
+    EXPECT_NEAR(camera.x, 1.0F - kolvex.GetPiece().pivotX, 1.0F);
 }
 
-void WatchCourse(SteadyGame& game) {
-    plainCamera.Follow(FadeOf(game.frames));
+void Game::WatchCourse(SteadyGame& game) {
+    constexpr float Step = 75.0F * FrameTime / 5000; // of the way that the fade takes
     static float pausedRow;
+    static float before;
+    EXPECT_TRUE(game.frames == 1 || std::abs(camera.y - before) < Step + 0.1F) << "it does not leap";
+    before = camera.y;
     switch (game.frames) {
     case 1:
         EXPECT_EQ(pengine->RunningCount(), 8U);
+        ExpectCamera(-52.0F + Step, -7.3F, -113.0F);
         break;
     case KeyFrame:
-        SceneTest::PressKey(SDLK_LEFT);
+        PressKey(SDLK_LEFT);
         break;
     case FadeFrames:
+        ExpectCamera(23.0F, -17.0F, -75.0F);
         EXPECT_EQ(kolvex.GetMoveState(), MoveState::None) << "keys are not heard before the picture stands";
         EXPECT_LT(kolvex.GetPiece().pivotY, 20.0F) << "and the piece falls all the same";
         break;
     case FadeFrames + 2:
         EXPECT_EQ(kolvex.GetMoveState(), MoveState::None) << "nor are they saved up";
-        SceneTest::PressKey(SDLK_LEFT);
+        PressKey(SDLK_LEFT);
         break;
     case FadeFrames + 3:
         EXPECT_EQ(kolvex.GetMoveState(), MoveState::Left);
         break;
     case PauseFrame:
         gui.cursor.x = 0.1F;
-        Main::Pause();
-        pausedRow = kolvex.GetPiece().pivotY;
+        PressKey(SDLK_F1);
         break;
-    case PauseFrame + 1:
+    case PauseFrame + 2:
+        EXPECT_EQ(SceneState, State::Pause);
         EXPECT_TRUE(gui.cursor.visible);
         EXPECT_EQ(gui.cursor.x, 0.5F);
+        pausedRow = kolvex.GetPiece().pivotY;
         break;
     case ResumeFrame:
         EXPECT_EQ(kolvex.GetPiece().pivotY, pausedRow);
-        Main::Resume();
+        PressKey(SDLK_F1);
         break;
-    case ResumeFrame + 1:
+    case ResumeFrame + 2:
+        EXPECT_EQ(SceneState, State::Game);
         EXPECT_FALSE(gui.cursor.visible);
         kolvex.onLineCleared(3);
         EXPECT_EQ(pengine->RunningCount(), 9U);
         break;
     case LeaveFrame:
-        SceneTest::WatchPictures();
-        game.StartFadeOut();
-        Main::GoMenu();
+        WatchPictures();
+        input.onQuit();
+        Click({0.42F, 0.59F}); // to quit
         break;
     default:
         break;
@@ -142,8 +124,10 @@ void WatchCourse(SteadyGame& game) {
 TEST_F(Game, FadesInPausesAndFadesOut) {
     game.watch = WatchCourse;
     game.GameStart(0, 0);
-    EXPECT_EQ(game.frames, EndFrame);
-    EXPECT_TRUE(Logged("[MENU] State mode Change - [CHANGE]\nmainServer::GameEnd\nmainScene::StopMap()"));
+    EXPECT_EQ(game.frames, LeaveFrame + FadeFrames);
+    ExpectCamera(-52.0F, -7.0F, -110.0F);
+    EXPECT_TRUE(Logged("[DESTROY] State mode Change - [END]\nmainScene::GameEnd\nmainMenu::GameEnd\n"
+                       "mainScene::StopMap()"));
     const std::vector<double>& light = ShownLight();
     ASSERT_EQ(light.size(), static_cast<std::size_t>(FadeFrames) + 2) << "the fade, and one before and after";
     EXPECT_GT(light[1], 0.0);
@@ -170,14 +154,48 @@ TEST_F(Game, LightsTheCourtOnlyWhenLightingIsOn) {
     video.SetLighting(true);
 }
 
+// Seen from the middle of the well's height, as in play.
+TEST_F(Game, ARowsEffectIsSeenAtItsRow) {
+    ASSERT_TRUE(game.LoadMap("maps/reason.txt"));
+    camera.SetPosition(-4.0F, 23.0F, -17.0F);
+    camera.SetAngles(0.0F, -75.0F);
+    frameClock.frameDelta = 20;
+    for (const int row : {0, 5, 10, 15, 19}) {
+        Court::StartRowEffect(row);
+        for (int i = 0; i < 3; ++i)
+            pengine->Update();
+        double seen = 0.0;
+        const std::vector<Vertex> vertices = Record([] {
+            camera.Apply();
+            pengine->Draw(0);
+        });
+        for (const Vertex& vertex : vertices)
+            seen += static_cast<double>(vertex.y) / static_cast<double>(vertices.size());
+        std::array<double, 16> view;
+        std::array<double, 16> projection;
+        std::array<int, 4> viewport;
+        glGetDoublev(GL_MODELVIEW_MATRIX, view.data());
+        glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+        glGetIntegerv(GL_VIEWPORT, viewport.data());
+        const auto height = [&](double z) {
+            double x, y, depth;
+            gluProject(4.5, 0.0, z, view.data(), projection.data(), viewport.data(), &x, &y, &depth);
+            return y;
+        };
+        EXPECT_NEAR(seen, height(row), (height(row + 1) - height(row)) / 2.0);
+        pengine->Release();
+        ASSERT_TRUE(pengine->Load("particles/reason.txt"));
+    }
+    game.StopMap();
+}
+
 TEST_F(Game, EndsTheProgramWithoutItsMap) {
     std::filesystem::remove("maps");
     game.GameStart(0, 0);
-    EXPECT_EQ(game.frames, 1);
-    EXPECT_TRUE(Logged("mainScene::LoadMap(maps/reason.txt) - Can't load file\n"
+    EXPECT_EQ(game.frames, FadeFrames) << "by the frames of its end";
+    EXPECT_TRUE(Logged("mainScene::LoadMap(maps/reason.txt) - Can't load file\nmodel added\n"
                        "mainScene::GameStart - starting debugger\n"
                        "MainServer::GameProcess()[DESTROY] State mode Change - [END]\nmainScene::GameEnd\n"));
-    EXPECT_TRUE(Logged("mainScene::GameStart - stoping debugger\n"));
     EXPECT_EQ(GameMode, Mode::Destroy);
 }
 

@@ -2,13 +2,17 @@
 // events on a real window with the game's own skin.
 #include "base/frame_clock.h"
 #include "game/game_scene.h"
-#include "game/game_windows.h"
 #include "gui/manager.h"
 #include "play/kolvex.h"
 #include "scene/game_mode.h"
 #include "support/scene_fixture.h"
 
 namespace {
+
+class OpenGame : public GameScene {
+public:
+    using GameScene::InstallHooks;
+};
 
 class Dialogs : public SceneTest {
 protected:
@@ -26,14 +30,13 @@ protected:
         SceneTest::SetUp();
         kolvex.highScores.Clear();
         kolvex.NewGame();
-        gameScene.lastRank = -1;
         GameMode = Mode::Puzzle;
         SceneState = State::Game;
-        gameWindows.Build();
-        gameWindows.InstallQuitHandlers();
+        game.BuildGui();
+        game.InstallHooks();
     }
-    // Four rows at once at level 1.
-    static void Score2400() {
+    // Four rows at once at level 1, and the game's end.
+    static void EndWith2400() {
         do {
             kolvex.NewGame();
         } while (kolvex.GetPiece().type != Piece::Bar);
@@ -47,6 +50,7 @@ protected:
             kolvex.Update();
         }
         ASSERT_EQ(kolvex.GetScore(), 2400);
+        kolvex.onGameOver();
     }
     // Pixels in the red of the newest score.
     static int RedPixels() {
@@ -55,27 +59,25 @@ protected:
         return CountPixels([](Rgba pixel) { return pixel.red > 200 && pixel.green < 20 && pixel.blue < 20; });
     }
     static const char* FirstName() { return kolvex.highScores[0].name.data(); }
+
+    OpenGame game;
 };
 
 TEST_F(Dialogs, ANameIsAskedForUntilThereIsOne) {
-    Score2400();
-    GameWindows::OnGameOver();
+    EndWith2400();
     EXPECT_EQ(SceneState, State::Pause);
     TypeTimes(12, SDLK_BACKSPACE);
     Click(NameOk);
     EXPECT_STREQ(FirstName(), "") << "an empty field asks again";
     Click(NameOk);
     EXPECT_STREQ(FirstName(), "Name?");
-    EXPECT_EQ(kolvex.highScores[0].score, 2400U);
-    EXPECT_EQ(gameScene.lastRank, 0);
     EXPECT_NE(ReadFile("config.cfg").find("score = 2400\n      name = \"Name?\""), std::string::npos);
     EXPECT_GT(RedPixels(), 20);
     Click(Restart);
     EXPECT_EQ(SceneState, State::Game);
     EXPECT_EQ(kolvex.GetScore(), 0);
-    EXPECT_EQ(gameScene.lastRank, -1);
     // A score of nothing opens the list at once, without a red row.
-    GameWindows::OnGameOver();
+    kolvex.onGameOver();
     EXPECT_EQ(RedPixels(), 0);
     Type(SDLK_ESCAPE);
     EXPECT_EQ(SceneState, State::Pause);
@@ -84,36 +86,30 @@ TEST_F(Dialogs, ANameIsAskedForUntilThereIsOne) {
     EXPECT_EQ(GameMode, Mode::Menu);
 }
 
-TEST_F(Dialogs, EnterTakesTheNameAndCancelDoesNot) {
-    Score2400();
-    GameWindows::OnGameOver();
+TEST_F(Dialogs, EnterTakesTheNameAndCancelOrCloseDoNot) {
+    EndWith2400();
     Type(SDLK_a);
     Type(SDLK_RETURN);
     EXPECT_STREQ(FirstName(), "My name...a");
-    Click(Restart);
-    Score2400();
-    GameWindows::OnGameOver();
-    Click(NameCancel);
-    Type(SDLK_RETURN);
-    EXPECT_EQ(kolvex.highScores[1].score, 0U);
+    for (const Place refuse : {NameCancel, NameClose}) {
+        Click(Restart);
+        EXPECT_EQ(SceneState, State::Game);
+        EndWith2400();
+        Click(refuse);
+        Type(SDLK_RETURN);
+        EXPECT_EQ(kolvex.highScores[1].score, 0U);
+    }
     Click(ListQuit);
     EXPECT_EQ(SceneState, State::End);
     EXPECT_EQ(GameMode, Mode::Destroy);
 }
 
-// With the name's window gone and nothing else shown, the player could only give up.
-TEST_F(Dialogs, ClosingTheNameLeadsToTheList) {
-    Score2400();
-    GameWindows::OnGameOver();
-    Click(NameClose);
-    EXPECT_STREQ(FirstName(), "");
-    Click(Restart);
-    EXPECT_EQ(SceneState, State::Game);
-}
-
-TEST_F(Dialogs, AQuestionThatWasMovedAwayIsAskedInItsPlace) {
-    Main::Pause();
+TEST_F(Dialogs, ClosingTheWindowPausesAndAsks) {
     CloseWindow();
+    EXPECT_EQ(SceneState, State::Pause);
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::Pause) << "Escape does not answer it";
+    // Moved away, it is asked in its place again.
     Move(0.45F, 0.435F);
     Press();
     Move(0.2F, 0.1F);
@@ -122,27 +118,26 @@ TEST_F(Dialogs, AQuestionThatWasMovedAwayIsAskedInItsPlace) {
     EXPECT_EQ(SceneState, State::Pause);
     CloseWindow();
     Click(ConfirmOk);
-    EXPECT_EQ(SceneState, State::End);
-}
-
-TEST_F(Dialogs, ClosingTheWindowAsksUnlessTheGameIsOver) {
-    CloseWindow();
-    EXPECT_EQ(SceneState, State::Game) << "the question alone does not pause";
-    Main::Pause();
     Type(SDLK_ESCAPE);
-    EXPECT_EQ(SceneState, State::Pause) << "nor does Escape answer it";
-    Click(ConfirmCancel);
-    Type(SDLK_ESCAPE);
-    EXPECT_EQ(SceneState, State::Game);
-    CloseWindow();
-    Main::Pause();
-    Click(ConfirmOk);
-    Type(SDLK_ESCAPE);
-    EXPECT_EQ(SceneState, State::End) << "and what follows in the same frame does not bring the game back";
+    EXPECT_EQ(SceneState, State::End) << "what follows in the same frame does not bring the game back";
     SceneState = State::Game;
-    GameWindows::OnGameOver();
+    kolvex.onGameOver();
     CloseWindow();
     EXPECT_EQ(SceneState, State::End) << "over the list there is nothing to lose";
+}
+
+TEST_F(Dialogs, ANoLeadsBackToTheGameOrToWhatItsEndAsks) {
+    CloseWindow();
+    Click(ConfirmCancel);
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::Game) << "a running game goes on";
+    EndWith2400();
+    CloseWindow();
+    Click(ConfirmCancel);
+    Type(SDLK_ESCAPE);
+    EXPECT_EQ(SceneState, State::Pause) << "an ended one does not";
+    Click(NameOk);
+    EXPECT_STREQ(FirstName(), "My name...") << "and asks for the name as before";
 }
 
 // The game does not hear the button come up.
@@ -163,7 +158,7 @@ TEST_F(Dialogs, EscapeLetsGoOfADraggedWindow) {
 // The rules land the piece in the frame in which a key has paused the game.
 TEST_F(Dialogs, AGameThatEndsWhilePausedStaysPaused) {
     Main::Pause();
-    GameWindows::OnGameOver();
+    kolvex.onGameOver();
     EXPECT_EQ(SceneState, State::Pause);
 }
 

@@ -1,7 +1,7 @@
 // The game's own skin: whole, readable, and wide enough for every caption of the game's windows.
 #include "config/config_reader.h"
 #include "frontend/menu_windows.h"
-#include "game/game_windows.h"
+#include "game/game_scene.h"
 #include "graphics/font.h"
 #include "gui/check_box.h"
 #include "gui/hwindow.h"
@@ -227,7 +227,7 @@ void ExpectCaptionsFit(const GUI_Window& shown, bool grows = false) {
 TEST_F(RealSkinTest, NoCaptionOfTheGamesWindowsIsCut) {
     int windows = 0;
     for (void (*build)() :
-         {+[] { gameWindows.Build(); }, +[] { menuWindows.Build(); }, +[] { worldWindows.Build(); },
+         {+[] { gameScene.BuildGui(); }, +[] { menuWindows.Build(); }, +[] { worldWindows.Build(); },
           +[] { gui.LoadingStart(0.35F, 0.75F, 11, "Destroying..."); }}) {
         gui.Clear();
         build();

@@ -355,8 +355,9 @@ class Game:
         self.await_true(lambda: self.log().count(line) > before, f"another {line}", act=act, pause=pause)
 
     def pause(self):
-        """Presses p until the game pauses, which it does once the picture has faded in."""
-        self.await_another("State mode Change - [PAUSE]", lambda: self.key("p"), pause=0.3)
+        """Presses p until the game pauses, which it does once the picture has faded in. A second press would resume it, so each
+        is given the time to be heard."""
+        self.await_another("State mode Change - [PAUSE]", lambda: (self.key("p"), self.pictures(3)), pause=0.3)
 
     def resume(self):
         """One Escape: a second one would pause the game again."""

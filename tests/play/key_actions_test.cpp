@@ -3,7 +3,7 @@
 #include "play/key_actions.h"
 #include "play/kolvex.h"
 #include "scene/game_mode.h"
-#include "support/map_scene.h"
+#include "support/bare_scene.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -48,7 +48,7 @@ TEST(KeyActions, ReachTheRulesAndTheModes) {
 
 TEST(KeyActions, SceneReadsItsConfiguration) {
     const TemporaryFolder folder;
-    MapScene scene;
+    BareScene scene;
     input.Start();
     scene.ExecConfig("none.cfg");
     EXPECT_EQ(scene.ConfigName(), "");

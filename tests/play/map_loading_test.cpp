@@ -1,8 +1,8 @@
 // Map files: the order of a load, what is missing, and what damaged files do.
 #include "audio/audio.h"
 #include "particles/engine.h"
+#include "support/bare_scene.h"
 #include "support/gl_fixture.h"
-#include "support/map_scene.h"
 #include "world/background_map.h"
 #include "world/camera.h"
 #include "world/entities.h"
@@ -47,7 +47,7 @@ protected:
         return scene.LoadMap("map.txt");
     }
 
-    MapScene scene;
+    BareScene scene;
 };
 
 TEST_F(MapLoading, FillsEverythingInItsOrder) {
@@ -56,7 +56,7 @@ TEST_F(MapLoading, FillsEverythingInItsOrder) {
         "Loading map...",      "Allocating memory..", "Map block",        "Background Block...",
         "Starting physics...", "Loading objects...",  "Loading music...", "Loading particles...",
         "Loading entityes...", "Loading camera..",    "Finished..."};
-    EXPECT_EQ(MapScene::steps, expected);
+    EXPECT_EQ(BareScene::steps, expected);
     EXPECT_EQ(scene.MapName(), "map.txt");
     EXPECT_EQ(backmap->sectors.size(), 1U);
     EXPECT_EQ(globalp->sectorLists.size(), 1U);
@@ -217,7 +217,7 @@ TEST_F(DamagedMaps, CutAtEveryLineAndWithEveryValueReplaced) {
     for (std::size_t at = 0; at < mapLines.size(); ++at) {
         SCOPED_TRACE(at);
         LoadAndUse(Cut(mapLines, at), JackalFile);
-        loaded += !MapScene::steps.empty() && MapScene::steps.back() == "Finished...";
+        loaded += !BareScene::steps.empty() && BareScene::steps.back() == "Finished...";
         for (const char* value : Values)
             LoadAndUse(WithValue(mapLines, at, value), JackalFile);
     }

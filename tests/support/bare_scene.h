@@ -1,13 +1,12 @@
 // A scene of which only the map operations are used.
 #pragma once
 
-#include "play/map_loading.h"
-#include "scene/scene.h"
+#include "play/map_scene.h"
 
 #include <string>
 #include <vector>
 
-class MapScene : public mainScene {
+class BareScene : public MapScene {
 public:
     void GameStart(int /*a*/, int /*b*/) override {}
     void GameEnd() override {}
@@ -15,7 +14,7 @@ public:
     void Draw() override {}
     bool LoadMap(const char* path) override {
         steps.clear();
-        return LoadMapFile(*this, mapName, path, [](const char* text) { steps.emplace_back(text); });
+        return LoadMapFile(path, [](const char* text) { steps.emplace_back(text); });
     }
     std::string MapName() const { return mapName.value_or(""); }
     std::string ConfigName() const { return configName.value_or(""); }

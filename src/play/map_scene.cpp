@@ -1,84 +1,94 @@
-// The map operations that all scenes share; see map_loading.h.
-#include "play/map_loading.h"
+// The map operations that scenes share; rests on the containers of a map and on the music.
+#include "play/map_scene.h"
 
 #include "audio/audio.h"
 #include "base/log.h"
 #include "config/record.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
+#include "play/map_containers.h"
+#include "scene/profiler.h"
 #include "world/background_map.h"
 #include "world/camera.h"
 #include "world/entities.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
 
-#include <memory>
+#include <array>
+#include <string_view>
 
 namespace {
 
 constexpr std::size_t MaxMapPath = 79;
 
+constexpr std::array<const char*, MapScene::MapStepCount> StepNames = {
+    "Loading map...",      "Allocating memory..", "Map block",        "Background Block...",
+    "Starting physics...", "Loading objects...",  "Loading music...", "Loading particles...",
+    "Loading entityes...", "Loading camera..",    "Finished..."};
+
 // The steps of one load. Each tells its name before it begins and returns whether the load can go on.
 class MapLoad {
 public:
-    MapLoad(ConfigFile& mapFile, const char* mapPath, LoadStep stepHook)
+    MapLoad(ConfigFile& mapFile, const char* mapPath, MapScene::StepHook stepHook,
+            const MapContainers& filled)
         : file(mapFile),
           path(mapPath),
-          step(stepHook) {}
+          step(stepHook),
+          map(filled) {}
 
     bool Run() {
         return LoadGround() && LoadObjects() && LoadMusicAndParticles() && LoadEntityes() && LoadCamera();
     }
 
 private:
-    void Tell(const char* text) const {
-        if (step) step(text);
+    void Tell(MapScene::MapStep next) const {
+        if (step) step(StepNames[next]);
     }
 
     bool LoadGround() {
-        Tell("Map block");
+        Tell(MapScene::MapBlock);
         if (!INI_FindBlock("map", &file)) {
             LogWrite("mainScene::LoadMap(%s) - Map block not found\n", path);
             return false;
         }
         ReadRecord(MapRecord::Table(), record, &file);
-        Tell("Background Block...");
-        if (!backmap->Load(record.background.c_str())) {
+        Tell(MapScene::LoadBackground);
+        if (!map.ground.Load(record.background.c_str())) {
             LogWrite("mainScene::LoadMap(%s) - Backmap loading failed\n", path);
             return false;
         }
-        Tell("Starting physics...");
+        Tell(MapScene::StartPhysics);
         LogWrite("mainScene::LoadMap(%s)::Globalp->start\n", path);
-        globalp->start(backmap->sectors);
+        map.world.start(map.ground.sectors);
         return true;
     }
 
     bool LoadObjects() {
-        Tell("Loading objects...");
-        if (objects->Load(record.objects.c_str())) return true;
+        Tell(MapScene::LoadObjects);
+        if (map.models.Load(record.objects.c_str())) return true;
         LogWrite("mainScene::LoadMap(%s) - Objects loading failed\n", path);
         return false;
     }
 
     bool LoadMusicAndParticles() {
-        Tell("Loading music...");
+        Tell(MapScene::LoadMusic);
         // A map that names no track loads none, which the music takes for a success.
         if (!audio.music.Load(record.music.c_str()) || !audio.music.IsLoaded())
             LogWrite("mainScene::LoadMap(%s) - [NOTICE] - no music\n", path);
-        Tell("Loading particles...");
-        if (!pengine->Load(record.particles.c_str()))
+        Tell(MapScene::LoadParticles);
+        if (!map.particles.Load(record.particles.c_str()))
             LogWrite("mainScene::LoadMap(%s) - [NOTICE] - no particles\n", path);
         return true;
     }
 
     bool LoadEntityes() {
-        Tell("Loading entityes...");
-        entityes->Clear();
+        Tell(MapScene::LoadEntityes);
+        map.entities.Clear();
         if (!INI_FindBlock("entityes", &file)) {
             LogWrite("mainScene::LoadMap(%s) - Entityes block not found\n", path);
             return false;
         }
-        if (!entityes->Load(&file)) {
+        if (!map.entities.Load(&file)) {
             LogWrite("mainScene::LoadMap::entityes->Load() - Couldn't load entityes information\n");
             return false;
         }
@@ -87,35 +97,18 @@ private:
     }
 
     bool LoadCamera() {
-        Tell("Loading camera..");
+        Tell(MapScene::LoadCamera);
         camera.Load(&file);
-        Tell("Finished...");
+        Tell(MapScene::Finished);
         return true;
     }
 
     ConfigFile& file;
     const char* path;
-    LoadStep step;
+    MapScene::StepHook step;
+    MapContainers map;
     MapRecord record;
 };
-
-void ShowLoadingStep(const char* text) {
-    gui.LoadingStep(text);
-}
-
-// Releases and frees one container of the map, if there is one.
-template<class Container> void Remove(std::unique_ptr<Container>& container, const char* name) {
-    if (!container) return;
-    LogWrite("mainScene::StopMap()-Removing old %s\n", name);
-    container->Release();
-    container.reset();
-}
-
-template<class Container> void Create(std::unique_ptr<Container>& container, const char* what) {
-    if (container) return;
-    LogWrite("mainScene::StartMap()-Requesting memory for %s\n", what);
-    container = std::make_unique<Container>();
-}
 
 } // namespace
 
@@ -127,8 +120,8 @@ RecordTable<MapRecord> MapRecord::Table() {
     return {"map", Keys};
 }
 
-bool LoadMapFile(mainScene& scene, std::optional<std::string>& mapName, const char* path, LoadStep step) {
-    if (step) step("Loading map...");
+bool MapScene::LoadMapFile(const char* path, StepHook tell) {
+    if (tell) tell(StepNames[OpenMap]);
     LogWrite("mainScene::LoadMap(%s)\n", path);
     ConfigFile file(path);
     if (!file.IsOpen()) {
@@ -136,30 +129,30 @@ bool LoadMapFile(mainScene& scene, std::optional<std::string>& mapName, const ch
         return false;
     }
     mapName = std::string(std::string_view(path).substr(0, MaxMapPath));
-    if (step) step("Allocating memory..");
-    scene.StopMap();
-    scene.StartMap();
-    return MapLoad(file, path, step).Run();
+    if (tell) tell(StepNames[Allocate]);
+    StopMap();
+    StartMap();
+    return MapLoad(file, path, tell, CreateContainers()).Run();
 }
 
-bool mainScene::LoadMap(const char* path) {
-    return LoadMapFile(*this, mapName, path, ShowLoadingStep);
+bool MapScene::LoadMap(const char* path) {
+    return LoadMapFile(path, [](const char* text) { gui.LoadingStep(text); });
 }
 
-bool mainScene::StopMap() {
-    Remove(objects, "objects");
-    Remove(globalp, "globalp");
-    Remove(backmap, "backmap");
-    Remove(entityes, "entityes");
-    Remove(pengine, "pengine");
+bool MapScene::StopMap() {
+    RemoveContainers();
     return true;
 }
 
-bool mainScene::StartMap() {
-    Create(backmap, "new backmap");
-    Create(globalp, "new globalp");
-    Create(objects, "new objects");
-    Create(entityes, "new entityes");
-    Create(pengine, "particle engine");
+bool MapScene::StartMap() {
+    CreateContainers();
     return true;
+}
+
+void MapScene::RunProfiled() {
+    LogWrite("mainScene::GameStart - starting debugger\n");
+    profiler = std::make_unique<Profiler>();
+    GameProcess();
+    LogWrite("mainScene::GameStart - stoping debugger\n");
+    profiler.reset();
 }

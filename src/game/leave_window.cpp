@@ -1,0 +1,51 @@
+// One question for both ways out; closing it is a no.
+#include "game/leave_window.h"
+
+#include "game/window_parts.h"
+#include "gui/manager.h"
+
+namespace {
+
+constexpr float Left = 0.31F;
+constexpr float Top = 0.4F;
+
+LeaveWindow& WindowOf(const GUI_Element* element) {
+    return *static_cast<LeaveWindow*>(element->GetParent());
+}
+
+} // namespace
+
+void LeaveWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
+    decisions = &listener;
+    SetUp(*this, "Are you sure?", Left, Top, 0.4F, 0.26F);
+    visible = false;
+    resizeButton.state = GuiState::Disabled;
+    closeButton.OnClick = OnCancel;
+    SetUp(ok, "Quit", 0.014F, 0.08F, OnOk);
+    SetUp(cancel, "Cancel", 0.192F, 0.08F, OnCancel);
+    SetUp(first, "Current game progress", 0.0F);
+    first.width = 0.4F;
+    SetUp(second, "will be lost", 0.03F);
+    screen.AddWindow(this);
+    AddComponent(&ok);
+    AddComponent(&cancel);
+    AddComponent(&first);
+    AddComponent(&second);
+}
+
+void LeaveWindow::Ask(const char* text, GameDecision answer) {
+    ok.caption = text;
+    answerOfOk = answer;
+    Place(Left, Top); // wherever the last question was moved to
+    visible = true;
+    owner->SetFocus(this);
+}
+
+void LeaveWindow::OnOk(GUI_Element* button) {
+    const LeaveWindow& window = WindowOf(button);
+    window.decisions->Decide(window.answerOfOk);
+}
+
+void LeaveWindow::OnCancel(GUI_Element* button) {
+    WindowOf(button).decisions->Decide(GameDecision::Stay);
+}

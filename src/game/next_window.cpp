@@ -1,0 +1,26 @@
+// The piece turns in a light of its own.
+#include "game/next_window.h"
+
+#include "game/court.h"
+#include "game/window_parts.h"
+#include "graphics/video.h"
+#include "gui/manager.h"
+#include "play/kolvex.h"
+
+#include <GL/gl.h>
+
+void NextWindow::Build(QEV_Gui& screen, const Kolvex& shown) {
+    rules = &shown;
+    SetUp(*this, "Next:", 0.02F, 0.02F, 0.25F, 0.3F);
+    OnDraw3D = DrawPiece;
+    SetUp(label, "Next:", 0.0F);
+    screen.AddWindow(this);
+    AddComponent(&label);
+}
+
+void NextWindow::DrawPiece(GUI_Window* window) {
+    if (video.Lighting()) glEnable(GL_LIGHTING);
+    Court::PlaceLight(7.0F, -5.0F, 7.0F);
+    static_cast<NextWindow*>(window)->rules->DrawNext();
+    if (video.Lighting()) glDisable(GL_LIGHTING);
+}

@@ -1,0 +1,26 @@
+// How the game's windows and what stands in them are set up at the start of each game.
+#pragma once
+
+#include "gui/button.h"
+#include "gui/label.h"
+#include "gui/window.h"
+
+inline void SetUp(GUI_Window& window, const char* caption, float left, float top, float width, float height) {
+    window.caption = caption;
+    window.Place(left, top);
+    window.width = width;
+    window.height = height;
+    window.state = GuiState::Normal;
+}
+
+inline void SetUp(GUI_Button& button, const char* caption, float left, float top,
+                  GUI_Element::ElementHook onClick) {
+    button.caption = caption;
+    button.Place(left, top);
+    button.OnClick = onClick;
+}
+
+inline void SetUp(GUI_Label& label, const char* caption, float top) {
+    label.caption = caption;
+    label.Place(0.0F, top);
+}

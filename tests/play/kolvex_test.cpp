@@ -1,0 +1,223 @@
+// The game's face: which blocks and lines reach the screen, what is heard, who is told, and what is kept in
+// the configuration file.
+#include "play/kolvex.h"
+
+#include "audio/audio.h"
+#include "base/frame_clock.h"
+#include "graphics/model_store.h"
+#include "graphics/video.h"
+#include "support/gl_fixture.h"
+
+#include <GL/gl.h>
+#include <SDL.h>
+
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+QEV_MD2loader models;
+
+class Face : public GlTest {
+protected:
+    Face() {
+        folder.LinkData({"textures", "models", "sounds"});
+        models.Init();
+        for (int i = 1; i <= 16; i++)
+            models.AddKsm(("models/block" + std::to_string(i) + ".ksm").c_str(), "textures/floor1b.png");
+        kolvex.Start();
+        kolvex.showgrid = false;
+        glDisable(GL_LIGHTING);
+        glDisable(GL_CULL_FACE);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        Look(-1, 11, -1, 26);
+        glRotatef(-90, 1, 0, 0); // row upwards on the screen, column to the right
+    }
+    ~Face() override {
+        kolvex.Destroy();
+        models.Destroy();
+    }
+
+    static void Look(double left, double right, double bottom, double top) {
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        glOrtho(left, right, bottom, top, -20, 20);
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
+    }
+    static std::size_t Drawn() {
+        return Record([] { kolvex.Draw(); }).size();
+    }
+    static std::size_t VerticesOf(int tile) {
+        return 3U * models.Ksm(static_cast<std::size_t>(tile)).Triangles();
+    }
+    static std::size_t VerticesOf(const Piece& piece) {
+        std::size_t count = 0;
+        for (const PieceBlock& block : piece.blocks)
+            count += VerticesOf(block.tile);
+        return count;
+    }
+    static void DropUntil(bool (*reached)()) {
+        for (int i = 0; i < 30 && !reached(); i++) {
+            kolvex.DropPressed();
+            frameClock.frameDelta = 1;
+            kolvex.Update();
+        }
+    }
+};
+
+TEST_F(Face, OnlyTheGridIsDrawnUntilThereAreModels) {
+    EXPECT_EQ(Drawn(), 0U);
+    kolvex.showgrid = true;
+    EXPECT_EQ(Drawn(), 2U * (11 + 21));
+    kolvex.DrawNext();
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    EXPECT_EQ(glIsEnabled(GL_LIGHTING) == GL_TRUE, video.Lighting());
+}
+
+TEST_F(Face, EveryBlockIsDrawnOnceWithItsModelInItsCell) {
+    kolvex.SetBlockModels(&models);
+    std::size_t expected = VerticesOf(kolvex.GetPiece());
+    EXPECT_EQ(Drawn(), expected);
+    for (int i = 0; i < 7; i++) {
+        kolvex.board.At(i, i) = {1, i, 90 * (i % 4), 2 * i};
+        expected += VerticesOf(2 * i);
+    }
+    kolvex.board.At(9, 19) = {2, 3, 0, 1}; // not filled
+    EXPECT_EQ(Drawn(), expected);
+    glDisable(GL_TEXTURE_2D);
+    kolvex.Draw();
+    const auto lit = [](float column, float row) {
+        const Rgba pixel =
+            PixelAt(static_cast<int>((column + 1) / 12 * 640), static_cast<int>((row + 1) / 27 * 480) - 1);
+        return pixel.red + pixel.green + pixel.blue > 0;
+    };
+    for (int column = 0; column < 7; column++) {
+        for (int row = 0; row < 7; row++)
+            EXPECT_EQ(lit(static_cast<float>(column), static_cast<float>(row)), column == row);
+    }
+    for (const PieceBlock& block : kolvex.GetPiece().blocks)
+        EXPECT_TRUE(lit(block.x, block.y));
+    glEnable(GL_TEXTURE_2D);
+}
+
+TEST_F(Face, TheNextPieceTurnsAboutItsMiddle) {
+    kolvex.SetBlockModels(&models);
+    Look(-5, 5, -5, 5); // room for the whole turn: what is cut off at an edge has other vertices
+    const auto record = [] { return Record([] { kolvex.DrawNext(); }); };
+    const auto start = record();
+    EXPECT_EQ(start.size(), VerticesOf(kolvex.GetNextPiece()));
+    kolvex.previewTimer.Update(1000);
+    const auto quarter = record();
+    ASSERT_EQ(quarter.size(), start.size());
+    EXPECT_GT(std::abs(quarter[0].x - start[0].x) + std::abs(quarter[0].y - start[0].y), 1.0F);
+    kolvex.previewTimer.Update(3000);
+    EXPECT_NEAR(record()[0].x, start[0].x, 0.01F);
+    EXPECT_NEAR(record()[0].y, start[0].y, 0.01F);
+}
+
+// A sample tells by its channel whether it was played.
+TEST_F(Face, WhatHappensIsHeardAndTold) {
+    static std::string told;
+    kolvex.Destroy();
+    audio.Load("none.cfg");
+    ASSERT_TRUE(audio.IsEnabled());
+    kolvex.Start();
+    const auto played = [](const char* name) {
+        AudioSample* sample = audio.Sample_Find((std::string("sounds/block_") + name + ".wav").c_str());
+        const bool was = sample->channel >= 0;
+        sample->channel = -1;
+        Mix_HaltChannel(-1);
+        return was;
+    };
+    kolvex.LeftPressed();
+    EXPECT_FALSE(played("move"));
+    frameClock.frameDelta = 1;
+    kolvex.Update();
+    EXPECT_TRUE(played("move"));
+    kolvex.RotatePressed();
+    kolvex.Update();
+    EXPECT_TRUE(played("rotate"));
+    kolvex.onLineCleared = [](int row) { told += std::to_string(row) + ' '; };
+    kolvex.onGameOver = [] { told += "over " + std::to_string(kolvex.IsGameOver()); };
+    for (int column = 0; column < Board::Columns; column++)
+        kolvex.board.At(column, 0).occupied = kolvex.board.At(column, 1).occupied = 1;
+    DropUntil([] { return kolvex.GetLines() == 2; });
+    EXPECT_EQ(told, "0 1 ");
+    EXPECT_TRUE(played("explotion"));
+    EXPECT_FALSE(played("fall"));
+    kolvex.board.Clear();
+    DropUntil([] {
+        return kolvex.board.IsOccupied(4, 0) || kolvex.board.IsOccupied(5, 0) ||
+               kolvex.board.IsOccupied(3, 0);
+    });
+    EXPECT_TRUE(played("fall"));
+    EXPECT_FALSE(played("explotion"));
+    for (int column = 0; column < Board::Columns; column += 2) {
+        for (int row = 0; row < Board::Rows; row++)
+            kolvex.board.At(column, row).occupied = kolvex.board.At(column + 1, row).occupied =
+                row % 2 == column / 2 % 2;
+    }
+    DropUntil([] { return kolvex.IsGameOver(); });
+    EXPECT_EQ(told, "0 1 over 0") << "told before it is";
+    EXPECT_FALSE(played("fall"));
+    kolvex.Destroy();
+    EXPECT_EQ(audio.SampleCount(), 0U);
+    audio.Destroy();
+    Mix_CloseAudio();
+}
+
+TEST_F(Face, ScoresAndGridComeBackAsTheyWereWritten) {
+    WriteFile("config.cfg", "; head\n<quarvello>\n  showgrid = 1\n  old = 2\n</quarvello>\n; tail\n");
+    Kolvex saved;
+    saved.showgrid = false;
+    saved.highScores.Insert("Ann Two Words", 1200);
+    saved.highScores.Insert("<score>", 40);
+    saved.highScores.Insert("quo\"te", 3000000000U);
+    saved.highScores.Insert("", 7);
+    saved.Save("config.cfg");
+    EXPECT_EQ(ReadFile("config.cfg"),
+              "; head\n<quarvello>\n  showgrid = 0\n  <highscores>\n"
+              "    <score>\n      score = -1294967296\n      name = \"quo'te\"\n    </score>\n\n"
+              "    <score>\n      score = 1200\n      name = \"Ann Two Words\"\n    </score>\n\n"
+              "    <score>\n      score = 40\n      name = \"<score>\"\n    </score>\n\n"
+              "    <score>\n      score = 7\n      name = \"\"\n    </score>\n\n"
+              "  </highscores>\n\n</quarvello>\n; tail\n");
+    Kolvex loaded;
+    loaded.Load("config.cfg");
+    EXPECT_FALSE(loaded.showgrid);
+    EXPECT_EQ(loaded.highScores[0].score, 3000000000U);
+    EXPECT_STREQ(loaded.highScores[0].name.data(), "quo'te");
+    EXPECT_STREQ(loaded.highScores[2].name.data(), "<score>");
+    EXPECT_EQ(loaded.highScores[3].score, 7U);
+}
+
+TEST_F(Face, DefaultsStandForWhatIsMissing) {
+    struct Case {
+        const char* file;
+        bool showgrid;
+        std::uint32_t score;
+        const char* log;
+    };
+    constexpr char Read[] = "Kolvex::ReadParameters()\n";
+    constexpr char Warned[] =
+        "Kolvex::ReadParameters()\nKolvex::Load [WARNING] - Quarvello block not found\n";
+    for (const Case& c : {Case{nullptr, true, 5, ""},
+                          {"<highscores>\n<score>\nscore = 9\n</score>\n</highscores>\n", true, 9, Warned},
+                          {"<quarvello>\n</quarvello>\n", false, 0, Read}}) {
+        Kolvex read;
+        read.showgrid = !c.showgrid;
+        read.highScores.Insert("before", 5);
+        std::filesystem::remove("config.cfg");
+        std::filesystem::remove("log.txt");
+        if (c.file) WriteFile("config.cfg", c.file);
+        read.Load("config.cfg");
+        EXPECT_EQ(read.showgrid, c.showgrid);
+        EXPECT_EQ(read.highScores[0].score, c.score);
+        EXPECT_EQ(ReadLog(), c.log);
+    }
+}
+
+} // namespace
