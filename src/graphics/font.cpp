@@ -1,4 +1,5 @@
-// The bitmap font; see font.h.
+// A cell is a display list that draws its quad and moves the pen on, so that a text is one call over its
+// bytes.
 #include "graphics/font.h"
 
 #include "graphics/flat_screen.h"

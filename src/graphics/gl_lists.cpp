@@ -1,4 +1,4 @@
-// Display lists that delete themselves; see gl_lists.h.
+// Lists of a context that is gone are forgotten: their names may be somebody else's by now.
 #include "graphics/gl_lists.h"
 
 void GlLists::Generate(GLsizei wanted) {

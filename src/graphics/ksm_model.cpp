@@ -1,4 +1,4 @@
-// KSM models; see ksm_model.h.
+// A file is decoded into plain arrays, compiled into a display list, and the arrays go.
 #include "graphics/ksm_model.h"
 
 #include "base/log.h"

@@ -1,4 +1,4 @@
-// One playing copy of an MD2 model; see md2_instance.h.
+// A step goes from the frame that the last step reached; between steps the next frame is blended in.
 #include "graphics/md2_instance.h"
 
 #include "graphics/ksm_model.h"

@@ -1,4 +1,4 @@
-// MD2 models; see md2_model.h.
+// Header, counts and indices are held against the file before anything is allocated.
 #include "graphics/md2_model.h"
 
 #include "base/log.h"

@@ -82,13 +82,11 @@ public:
     // floats a frame. False, no tags: another marker or too short.
     [[nodiscard]] bool ParseTags(std::span<const std::byte> file);
 
-    const Md2Header& Header() const { return header; }
     // The file that the model was loaded from.
     const std::string& Path() const { return path; }
     int FrameCount() const { return header.frameCount; }
     // Three a triangle.
     std::size_t CornerCount() const { return triangles.size() * 3; }
-    std::span<const Md2Triangle> Triangles() const { return triangles; }
     // Two floats a corner: s / skin width, t / skin height - 1.
     std::span<const float> Texcoords() const { return texcoords; }
     // The index must be below FrameCount.

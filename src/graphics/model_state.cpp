@@ -1,4 +1,4 @@
-// What all models share; see model_state.h.
+// The buffer only grows: drawing allocates nothing once the largest model has been drawn.
 #include "graphics/model_state.h"
 
 constinit QEV_Model modelState;

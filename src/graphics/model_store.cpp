@@ -1,4 +1,4 @@
-// Model stores; see model_store.h.
+// Entries are never removed before Destroy, so that their indices and references hold.
 #include "graphics/model_store.h"
 
 namespace {

@@ -1,4 +1,5 @@
-// Reads picture files; see picture.h.
+// PNG is decoded here, from the plain file; all other kinds in a copy of the program, which hands back a
+// report with the pixels behind it.
 #include "graphics/picture.h"
 
 #include "graphics/misread_pictures.h"

@@ -13,6 +13,6 @@
 // A PNG file of the same picture that holds nothing else: header, palette, transparency, gamma, and the data
 // unpacked to the bytes that the header's size needs and not one more. Bytes behind the file's last chunk do
 // not count. Empty when the file is not whole: a wrong signature, header or order of chunks, a chunk that
-// nobody may skip and that is not known here, a chunk longer than the file, a wrong checksum, no last chunk,
+// is not known here and must not be skipped, a chunk longer than the file, a wrong checksum, no last chunk,
 // a size that no picture here may have, or too little data.
 [[nodiscard]] std::vector<std::byte> PlainPng(std::span<const std::byte> file);

@@ -1,4 +1,4 @@
-// Texture sets; see textures.h.
+// A set loads one picture once; entries with its name share the texture.
 #include "graphics/textures.h"
 
 #include "base/log.h"
