@@ -27,6 +27,7 @@ constinit MenuScene menuScene;
 namespace {
 
 constexpr std::uint32_t FadeDuration = 3000;       // ms
+constexpr float FirstVeil = 1.0F;                  // opacity
 constexpr std::uint32_t GlowInterval = 200;        // ms
 constexpr std::uint32_t TransitionDuration = 2000; // ms
 constexpr std::uint32_t PageDuration = 20000;      // ms
@@ -116,8 +117,7 @@ void MenuScene::LoadLogos() {
 
 void MenuScene::StartTimers() {
     creditsMode = CreditsMode::Menu;
-    fadeTimer.Set(FadeDuration, true);
-    fadeTimer.Start();
+    fade.In(FadeDuration);
     transitionTimer.Set(TransitionDuration, true);
     transitionTimer.callback = [] { menuScene.EndTransition(); };
     transitionTimer.Stop();
@@ -127,7 +127,6 @@ void MenuScene::StartTimers() {
     glowTimer.Set(GlowInterval, false);
     glowTimer.callback = [] { AdjustGlowLevel(frameClock.fps); };
     glowTimer.Start();
-    leaving = false;
 }
 
 void MenuScene::BuildMenuGui() {
@@ -152,7 +151,8 @@ void MenuScene::GameEnd() {
 
 void MenuScene::Update() {
     frameClock.Update();
-    for (Timer* timer : {&fadeTimer, &glowTimer, &transitionTimer})
+    fade.Update(frameClock.frameDelta);
+    for (Timer* timer : {&glowTimer, &transitionTimer})
         timer->Update(frameClock.frameDelta);
     if (pengine && blockMenu.GetState() != BlockMenu::Phase::Hovered) pengine->Update();
     UpdateCredits();
@@ -186,17 +186,10 @@ void MenuScene::Draw() {
         CreditsPages::DrawHighScores(kolvex.highScores, pageTimer.Progress());
 }
 
-// The frame in which the fade-out ends stays black: the bare picture would flash up once.
-void MenuScene::DrawFade() const {
-    if (!fadeTimer.IsRunning() && !leaving) return;
-    const auto progress = static_cast<float>(fadeTimer.Progress());
-    DrawVeil(leaving ? progress : 1.0F - progress, 3.0F);
-}
-
 void MenuScene::DrawAll() {
     Draw();
     gui.Draw();
-    DrawFade();
+    fade.DrawVeil(FirstVeil);
 }
 
 void MenuScene::GameFrame() {
@@ -211,7 +204,7 @@ void MenuScene::GameFrame() {
 
 void MenuScene::PauseFrame() {
     Draw();
-    DrawFade();
+    fade.DrawVeil(FirstVeil);
     Main::Quit();
 }
 
@@ -230,10 +223,9 @@ void MenuScene::LeavingFrame() {
 }
 
 void MenuScene::ChangeScene() {
-    leaving = true;
-    fadeTimer.Start();
+    fade.Out(FadeDuration);
     gui.cursor.visible = false;
-    RunLeavingFrames(fadeTimer);
+    RunLeavingFrames(fade);
     LogWrite("mainMenu::GameEnd\n");
     GameEnd();
 }

@@ -55,10 +55,9 @@ private:
     void EndTransition();
     void UpdateCredits();
     void DrawAll();
-    void DrawFade() const;
 
     CreditsPages credits;
-    Timer fadeTimer;       // from black at the start, to black at the end
+    Fade fade;
     Timer glowTimer;       // adjusts the glow to the frame rate
     Timer transitionTimer; // the camera's way into and out of the credits view
     Timer pageTimer;       // one run a page of the credits
@@ -66,7 +65,6 @@ private:
     AudioSample* explosionSample = nullptr;
     CreditsMode creditsMode = CreditsMode::Menu;
     bool showsCreditsPage = false; // otherwise the high scores
-    bool leaving = false;
     std::array<QEV_Textures, LogoCount> logoTextures;
 };
 

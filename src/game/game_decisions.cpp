@@ -123,8 +123,7 @@ void GameScene::Leave() {
     EnablePlayWindows(true);
     leaveWindow.visible = false;
     SaveGuiConfig();
-    fadingOut = true;
-    fadeTimer.Start();
+    fade.Out(FadeDuration);
     gui.cursor.visible = false;
     audio.music.FadeOut();
 }

@@ -15,7 +15,7 @@ constinit GameScene gameScene;
 
 namespace {
 
-constexpr std::uint32_t FadeDuration = 5000; // ms
+constexpr float FirstVeil = 0.4F; // its opacity: the court is seen from the start
 
 } // namespace
 
@@ -27,7 +27,7 @@ void GameScene::GameStart(int /*a*/, int /*b*/) {
         Main::Resume();
     else
         Main::Quit(); // and the scene ends by its own frames
-    fadeTimer.Stop();
+    fade = {};
     // A missing part of the map has shut the media layer down.
     if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
         if (!Court::AddModels()) {
@@ -53,9 +53,7 @@ void GameScene::StartPlay() {
     audio.music.Load("music/Kolvex_NewAge.ogg");
     audio.music.Play();
     court.Start();
-    fadingOut = false;
-    fadeTimer.Set(FadeDuration, true);
-    fadeTimer.Start();
+    fade.In(FadeDuration);
 }
 
 void GameScene::GameEnd() {
@@ -71,16 +69,11 @@ void GameScene::Update() {
     kolvex.Update();
 }
 
-// Rises from 0 to 1 while the game fades in and falls back to 0 while it fades out.
-double GameScene::FadeValue() const {
-    return fadingOut ? 1.0 - fadeTimer.Progress() : fadeTimer.Progress();
-}
-
 void GameScene::Animate() {
     const std::uint32_t delta = frameClock.frameDelta;
     kolvex.previewTimer.Update(delta);
-    fadeTimer.Update(delta);
-    court.Update(delta, kolvex.GetPiece(), static_cast<float>(FadeValue()));
+    fade.Update(delta);
+    court.Update(delta, kolvex.GetPiece(), static_cast<float>(fade.Value()));
 }
 
 void GameScene::Draw() {
@@ -90,24 +83,17 @@ void GameScene::Draw() {
     scoreWindow.Write(kolvex);
 }
 
-// The frame in which the fade-out ends stays black: the bare picture would flash up once.
-void GameScene::DrawFade() const {
-    if (!fadeTimer.IsRunning() && !fadingOut) return;
-    const auto progress = static_cast<float>(fadeTimer.Progress());
-    DrawVeil(fadingOut ? progress : 0.4F - 0.4F * progress, 2.0F);
-}
-
 void GameScene::DrawAll() {
     Draw();
     if (SceneState == State::Pause && pauseWindow.state != GuiState::Disabled && pauseLine)
         DrawPauseLine(*pauseLine);
     gui.Draw();
-    DrawFade();
+    fade.DrawVeil(FirstVeil);
 }
 
 void GameScene::GameFrame() {
     frameClock.Update();
-    if (!fadeTimer.IsRunning()) {
+    if (!fade.IsRunning()) {
         input.ProcessEvents();
     } else {
         Input::DropEvents();
@@ -147,8 +133,8 @@ void GameScene::LeavingFrame() {
 
 void GameScene::EndScene() {
     LogWrite("mainScene::GameEnd\n");
-    if (Main::MustEnd() && !fadingOut) SaveGuiConfig(); // else the player has left, and they are kept
-    RunLeavingFrames(fadeTimer);
+    if (Main::MustEnd() && !fade.GoesOut()) SaveGuiConfig(); // else the player has left, and they are kept
+    RunLeavingFrames(fade);
     LogWrite("mainMenu::GameEnd\n");
     GameEnd();
     Main::GoDestroy();
@@ -156,6 +142,6 @@ void GameScene::EndScene() {
 
 void GameScene::ChangeScene() {
     LogWrite("mainServer::GameEnd\n");
-    RunLeavingFrames(fadeTimer);
+    RunLeavingFrames(fade);
     GameEnd();
 }

@@ -52,8 +52,6 @@ protected:
 private:
     void StartPlay();
     void DrawAll();
-    double FadeValue() const;
-    void DrawFade() const;
 
     // What the player decides; defined in game_decisions.cpp.
     void Decide(GameDecision decision) override;
@@ -71,8 +69,8 @@ private:
     void EnablePlayWindows(bool enabled);
 
     Court court;
-    Timer fadeTimer;
-    bool fadingOut = false;
+    static constexpr std::uint32_t FadeDuration = 5000; // ms
+    Fade fade;
     std::uint8_t attended = 0; // SDL's application state of the last frame of play: keyboard and window
     std::optional<std::string> pauseLine; // none before the first pause
 

@@ -38,32 +38,11 @@ void mainScene::BlackFrame() {
     SDL_GL_SwapBuffers();
 }
 
-void mainScene::RunLeavingFrames(const Timer& fade) {
+void mainScene::RunLeavingFrames(const Fade& fade) {
     do {
         RunFrame(&mainScene::LeavingFrame);
     } while (fade.IsRunning() && !Main::MustEnd());
     BlackFrame();
-}
-
-void mainScene::DrawVeil(float opacity, float distance) {
-    constexpr GLfloat HalfWidth = 3.0F;
-    constexpr GLfloat HalfHeight = 2.0F;
-    glLoadIdentity();
-    glDisable(GL_TEXTURE_2D);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(0.0F, 0.0F, 0.0F, opacity);
-    glBegin(GL_QUADS);
-    glVertex3f(-HalfWidth, -HalfHeight, -distance);
-    glVertex3f(HalfWidth, -HalfHeight, -distance);
-    glVertex3f(HalfWidth, HalfHeight, -distance);
-    glVertex3f(-HalfWidth, HalfHeight, -distance);
-    glEnd();
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
-    glDisable(GL_BLEND);
-    glEnable(GL_TEXTURE_2D);
-    glEnable(GL_DEPTH_TEST);
 }
 
 void mainScene::RunWhile(State state, void (mainScene::*frame)()) {

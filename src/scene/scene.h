@@ -3,7 +3,7 @@
 // play/map_scene.h); this folder knows neither.
 #pragma once
 
-#include "base/timer.h"
+#include "scene/fade.h"
 #include "scene/game_mode.h"
 
 #include <cstdint>
@@ -61,10 +61,7 @@ protected:
     virtual void LeavingFrame() {}
     // Frames of leaving for as long as the fade runs, at least one, and no more once the program must end;
     // then a last black picture.
-    void RunLeavingFrames(const Timer& fade);
-    // Lays black over the whole view, wherever the camera stands: a veil of the given opacity (0 to 1) that
-    // hangs `distance` drawing units before the eye, more than the near plane and at most 3.
-    static void DrawVeil(float opacity, float distance);
+    void RunLeavingFrames(const Fade& fade);
 
     // Path last given to LoadMap and to ExecConfig, at most 79 bytes; none before.
     std::optional<std::string> mapName;
