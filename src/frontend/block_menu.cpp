@@ -2,8 +2,7 @@
 // block_menu_drawing.cpp.
 #include "frontend/block_menu.h"
 
-#include "audio/audio.h"
-#include "base/frame_clock.h"
+#include "frontend/menu_sounds.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
@@ -38,11 +37,6 @@ void BlockMenu::Init(const KsmModel* boxModel, const QEV_Textures* boxTextures) 
     glow.Create();
 }
 
-void BlockMenu::SetSounds(AudioSample* hover, AudioSample* explosion) {
-    hoverSample = hover;
-    explosionSample = explosion;
-}
-
 void BlockMenu::Reset() {
     phase = Phase::Gathering;
     items = StartItems;
@@ -54,14 +48,15 @@ void BlockMenu::Reset() {
     logoAlpha = 0.0F;
     speed = StartSpeed;
     hovered = MenuItem::None;
-    glowLevel = 0.0F;
+    glowLevel.Reset();
 }
 
-void BlockMenu::Update() {
-    logoFadeTimer.Update(frameClock.frameDelta);
-    logoWaveTimer.Update(frameClock.frameDelta);
+void BlockMenu::Update(std::uint32_t milliseconds) {
+    glowLevel.Update(milliseconds);
+    logoFadeTimer.Update(milliseconds);
+    logoWaveTimer.Update(milliseconds);
     if (logoFadeTimer.IsRunning()) logoAlpha = static_cast<float>(logoFadeTimer.Progress());
-    const auto delta = static_cast<float>(frameClock.frameDelta);
+    const auto delta = static_cast<float>(milliseconds);
     switch (phase) {
     case Phase::Gathering:
         Gather(delta);
@@ -108,7 +103,7 @@ void BlockMenu::Lock() {
     phase = Phase::Ready;
     SDL_WarpMouse(static_cast<Uint16>(video.Width() / 2), static_cast<Uint16>(video.Height() / 4));
     if (pengine) pengine->ActiveEffect(LockEffect, EffectOwner, {5.0F, 3.8F, -4.0F}, {0.0F, 0.2F, 0.0F});
-    audio.Simple_Play(explosionSample);
+    if (sounds) sounds->PlayExplosion();
     gui.cursor.visible = true;
     SDL_WM_GrabInput(SDL_GRAB_OFF);
     logoFadeTimer.Start();
@@ -135,7 +130,7 @@ void BlockMenu::Grow(Item& item, float delta) const {
     item.scale = 1.0F;
     if (item.soundPlayed) return;
     item.soundPlayed = true;
-    audio.Simple_Play(hoverSample);
+    if (sounds) sounds->PlayHover();
 }
 
 void BlockMenu::Shrink(Item& item, float delta) {

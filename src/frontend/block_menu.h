@@ -4,14 +4,15 @@
 #pragma once
 
 #include "base/timer.h"
+#include "frontend/glow_level.h"
 #include "frontend/radial_glow.h"
 
 #include <array>
 #include <cstddef>
 #include <span>
 
-struct AudioSample;
 class KsmModel;
+class MenuSounds;
 class QEV_Textures;
 
 // What the boxes stand for, by their index.
@@ -42,16 +43,16 @@ public:
     // texture.
     void Init(const KsmModel* boxModel, const QEV_Textures* boxTextures);
     void SetLogos(const Logos& newLogos) { logos = newLogos; }
-    // Played when a hovered box has grown, and when the boxes lock; may be null.
-    void SetSounds(AudioSample* hover, AudioSample* explosion);
+    // May be null; must outlive the menu's frames.
+    void SetSounds(const MenuSounds* newSounds) { sounds = newSounds; }
     // Boxes at their four starting points, nothing hovered, no glow.
     void Reset();
     // Gives the glow's texture back.
     void Release() { glow.Release(); }
 
-    // Advances by the frame clock's frameDelta: gathering and locking, spin, and the boxes' growing and
-    // shrinking.
-    void Update();
+    // Advances by that many milliseconds: gathering and locking, spin, the boxes' growing and shrinking, and
+    // the glow's level.
+    void Update(std::uint32_t milliseconds);
     // Finds the box under a point in screen fractions (y from the top); the nearest of several.
     void Pick(float cursorX, float cursorY);
 
@@ -68,11 +69,11 @@ public:
     const Item& GetItem(std::size_t index) const { return items[index]; }
     float AngleX() const { return angleX; }
     float AngleY() const { return angleY; }
-    float Speed() const { return speed; }
 
     // Opacity of the logos, 0 to 1.
     float logoAlpha = 0.0F;
     Timer logoFadeTimer; // raises the opacity after the boxes have locked
+    GlowLevel glowLevel;
     RadialGlow glow;
 
 private:
@@ -90,8 +91,7 @@ private:
     const KsmModel* model = nullptr;
     const QEV_Textures* textures = nullptr;
     Logos logos;
-    AudioSample* hoverSample = nullptr;
-    AudioSample* explosionSample = nullptr;
+    const MenuSounds* sounds = nullptr;
     Phase phase = Phase::Gathering;
     Timer logoWaveTimer;
     float angleX = 0.0F; // degrees

@@ -43,7 +43,7 @@ void BlockMenu::Draw() {
     DrawBoxes();
     glow.EndCapture();
     if (phase != Phase::Gathering) DrawMakerLogo();
-    glow.Draw();
+    glow.Draw(static_cast<int>(glowLevel.Value()));
     if (phase != Phase::Gathering) DrawLogos();
     DrawBoxes();
     if (phase == Phase::Hovered) DrawName();

@@ -1,4 +1,3 @@
-// The intro; see intro_scene.h.
 #include "frontend/intro_scene.h"
 
 #include "audio/audio.h"
@@ -62,7 +61,6 @@ void IntroScene::GameStart(int /*a*/, int /*b*/) {
     Main::Resume();
     logoSample = audio.Sample_Add("sounds/Logo.wav");
     phaseTimer.Set(PhaseDuration, false);
-    phaseTimer.callback = NextPhase;
     phaseTimer.Start();
     phase = 0;
     alpha = 0.0F;
@@ -79,15 +77,9 @@ void IntroScene::GameEnd() {
     logoSample = nullptr;
 }
 
-void IntroScene::NextPhase() {
-    ++introScene.phase;
-    introScene.alpha = 0.0F;
-    introScene.depth = 0.0F;
-}
-
 void IntroScene::Update() {
     frameClock.Update();
-    phaseTimer.Update(frameClock.frameDelta);
+    if (phaseTimer.Update(frameClock.frameDelta)) ++phase;
     depth = 2.0F * static_cast<float>(phaseTimer.Progress());
     alpha = static_cast<float>(phaseTimer.PingPong()) + EndOpacity;
     platform::Sleep(FrameWait);

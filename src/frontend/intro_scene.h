@@ -26,8 +26,6 @@ protected:
     void ChangeScene() override;
 
 private:
-    static void NextPhase(); // the phase timer's callback
-
     Timer phaseTimer;
     int phase = 0; // 0 upper part, 1 lower part, from 2 on the show is over
     float alpha = 0.0F;

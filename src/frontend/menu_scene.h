@@ -1,41 +1,30 @@
 // The main menu: the 3D block menu over the scenery's particles, with its windows, credits and fades.
-// Rests on the map, the particle engine, the GUI and everything that the options set.
+// Rests on the map, the particle engine and the GUI.
 #pragma once
 
-#include "base/timer.h"
 #include "frontend/block_menu.h"
-#include "frontend/credits_pages.h"
+#include "frontend/credits_view.h"
+#include "frontend/menu_sounds.h"
+#include "frontend/options_window.h"
+#include "frontend/quit_dialog.h"
 #include "graphics/textures.h"
 #include "play/map_scene.h"
 
+#include <SDL.h>
+
 #include <array>
 
-struct AudioSample;
-
-class MenuScene : public MapScene {
+class MenuScene : public MapScene, private QuitDialog::Listener, private OptionsWindow::Listener {
 public:
     constexpr MenuScene() = default;
-
-    // Where the camera is: at the menu, moving into or resting in the credits view, or moving back.
-    enum class CreditsMode : int { Menu, Credits, Back };
-    // The three pictures around the menu.
-    enum Logo { MakerLogo, GameLogo, StudioLogo, LogoCount };
 
     void GameStart(int a, int b) override;
     void GameEnd() override;
     void Update() override;
     void Draw() override;
-    // Builds the quit dialog, the options window and the credits window.
+    // Builds the quit dialog, the options window and the credits window. From then on this scene hears the
+    // GUI's clicks and keys outside of windows.
     virtual void BuildMenuGui();
-
-    // What a click outside every window does: the hovered box's action.
-    void Activate();
-    // Escape: back from the credits, or the question whether to quit.
-    void Escape();
-    // The credits window's Back button.
-    void LeaveCredits();
-    // Loads textures and lists again after the video mode has changed.
-    void ReloadGraphics();
 
     BlockMenu blockMenu;
 
@@ -45,26 +34,38 @@ protected:
     void LeavingFrame() override;
     void EndScene() override;
     void ChangeScene() override;
+    // Loads textures and lists again.
+    void VideoModeChanged() override;
 
 private:
+    // The three pictures around the menu.
+    enum Logo { MakerLogo, GameLogo, StudioLogo, LogoCount };
+
+    // The hooks of the GUI and of the event pump.
+    static void OnReleaseOutside();
+    static void OnKey(SDL_keysym key);
+    static void OnCloseRequest();
+
+    void QuitConfirmed() override;
+    void QuitCancelled() override;
+    void OptionsClosed() override;
+
+    static constexpr std::uint32_t FadeDuration = 3000; // ms
+
     bool LoadScenery();
-    void LoadSounds();
     void LoadLogos();
-    void StartTimers();
-    void StartCredits();
-    void EndTransition();
     void UpdateCredits();
     void DrawAll();
+    void Activate();
+    void Escape();
+    void AskToQuit();
+    void Freeze();
 
-    CreditsPages credits;
     Fade fade;
-    Timer glowTimer;       // adjusts the glow to the frame rate
-    Timer transitionTimer; // the camera's way into and out of the credits view
-    Timer pageTimer;       // one run a page of the credits
-    AudioSample* hoverSample = nullptr;
-    AudioSample* explosionSample = nullptr;
-    CreditsMode creditsMode = CreditsMode::Menu;
-    bool showsCreditsPage = false; // otherwise the high scores
+    CreditsView credits;
+    MenuSounds sounds;
+    QuitDialog quitDialog;
+    OptionsWindow options;
     std::array<QEV_Textures, LogoCount> logoTextures;
 };
 

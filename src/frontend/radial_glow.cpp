@@ -5,13 +5,9 @@
 #include "graphics/gl_state.h"
 #include "graphics/video.h"
 
-constinit float glowLevel = 0.0F;
-
 namespace {
 
-constexpr float MaxLevel = 20.0F;
-constexpr std::uint16_t EnoughFrames = 60; // a second
-constexpr float Step = 0.03F;              // by which each copy is larger, of the texture's side
+constexpr float Step = 0.03F; // by which each copy is larger, of the texture's side
 constexpr float FirstAlpha = 0.2F;
 
 // The whole screen, showing the texture without a border of the given width.
@@ -20,14 +16,6 @@ void DrawCopy(float border) {
 }
 
 } // namespace
-
-void AdjustGlowLevel(std::uint16_t framesPerSecond) {
-    if (framesPerSecond < EnoughFrames) {
-        if (glowLevel > 1.0F) glowLevel -= 1.0F;
-    } else if (glowLevel < MaxLevel) {
-        glowLevel += 1.0F;
-    }
-}
 
 void RadialGlow::Create() {
     GLuint name = 0;
@@ -53,8 +41,7 @@ void RadialGlow::EndCapture() const {
     glPopMatrix();
 }
 
-void RadialGlow::Draw() const {
-    const int copies = static_cast<int>(glowLevel);
+void RadialGlow::Draw(int copies) const {
     glDisable(GL_TEXTURE_GEN_S);
     glDisable(GL_TEXTURE_GEN_T);
     glEnable(GL_TEXTURE_2D);

@@ -4,14 +4,6 @@
 
 #include "graphics/gl_texture.h"
 
-#include <cstdint>
-
-// How many copies the glow has, kept between 0 and 20 by the menu so that slow machines draw fewer.
-extern float glowLevel;
-
-// One step of the level towards what the machine can do: down below 60 frames a second, otherwise up.
-void AdjustGlowLevel(std::uint16_t framesPerSecond);
-
 class RadialGlow {
 public:
     static constexpr int Size = 128; // pixels of the copy's side
@@ -29,8 +21,8 @@ public:
     void BeginCapture() const;
     void EndCapture() const;
 
-    // Lays the copies over the whole screen, adding their light.
-    void Draw() const;
+    // Lays that many copies over the whole screen, adding their light.
+    void Draw(int copies) const;
 
     GLuint Texture() const { return texture.Name(); }
 

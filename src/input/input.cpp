@@ -50,6 +50,13 @@ void Input::DropEvents() {
     }
 }
 
+void Input::ProcessCloseRequests() const {
+    DropEvents();
+    SDL_Event request;
+    while (SDL_PeepEvents(&request, 1, SDL_GETEVENT, SDL_QUITMASK) > 0)
+        if (onQuit) onQuit();
+}
+
 void Input::Dispatch(const SDL_Event& event) {
     switch (event.type) {
     case SDL_KEYDOWN:

@@ -19,6 +19,8 @@ public:
     // not come in a burst once it listens again. A request to close the window stays in the queue, and has
     // room there.
     static void DropEvents();
+    // The same, but a request to close the window is heard.
+    void ProcessCloseRequests() const;
 
     // Called before any key or mouse button coming up is dispatched, or none.
     void (*onRelease)() = nullptr;

@@ -1,7 +1,5 @@
-// The world scene; see world_scene.h.
 #include "stage/world_scene.h"
 
-#include "audio/audio.h"
 #include "base/frame_clock.h"
 #include "base/log.h"
 #include "gui/manager.h"
@@ -10,12 +8,8 @@
 #include "scene/game_mode.h"
 #include "scene/profiler.h"
 #include "scene/stats_overlay.h"
-#include "stage/world_windows.h"
-#include "world/background_map.h"
+#include "stage/map_layers.h"
 #include "world/camera.h"
-#include "world/object_set.h"
-#include "world/world_grid.h"
-#include "world/world_motion.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
@@ -24,7 +18,6 @@ constinit WorldScene worldScene;
 
 namespace {
 
-constexpr std::uint32_t Layers = 3;
 constexpr std::uint16_t DestroyingSteps = 4;
 
 // Times one section of a frame.
@@ -47,14 +40,6 @@ void OpenLoadingScreen(std::uint16_t steps, const char* caption) {
     gui.LoadingStart(0.35F, 0.75F, steps, caption);
 }
 
-void AnimateObjects(std::uint32_t layer) {
-    for (const std::uint8_t index : globalp->ObjectsOf(layer)) {
-        const WorldObject& object = globalp->objects[index];
-        if (object.sector == static_cast<std::int32_t>(layer))
-            objects->models.Instance(object.modelSlot).Animate(frameClock.frameDelta);
-    }
-}
-
 } // namespace
 
 void WorldScene::GameStart(int /*a*/, int /*b*/) {
@@ -73,7 +58,7 @@ void WorldScene::GameStart(int /*a*/, int /*b*/) {
     gui.LoadingEnd();
     input.onQuit = Main::Quit;
     gui.OnQuit = Main::Quit;
-    BindListener();
+    listener.Bind();
     LogWrite("mainScene::GameStart - starting debugger\n");
     profiler = std::make_unique<Profiler>();
     GameProcess();
@@ -82,7 +67,7 @@ void WorldScene::GameStart(int /*a*/, int /*b*/) {
 }
 
 void WorldScene::GameEnd() {
-    audio.BindListener(nullptr, nullptr, nullptr, nullptr);
+    CameraListener::Unbind();
     OpenLoadingScreen(DestroyingSteps, "Destroying...");
     gui.LoadingStep("Destroying map...");
     StopMap();
@@ -95,57 +80,28 @@ void WorldScene::GameEnd() {
 }
 
 void WorldScene::BuildGui() {
-    worldWindows.Build();
+    general.Build();
+    options.Build();
+    view.Build();
 }
 
 void WorldScene::Update() {
     frameClock.Update();
-    if (!globalp || !objects || !pengine) return;
     {
         const Section timed(Profiler::UpdateMap);
-        for (std::uint32_t layer = 0; layer < Layers; ++layer)
-            UpdateLayer(*globalp, layer, frameClock.frameDelta);
+        MoveObjects(frameClock.frameDelta);
     }
     {
         const Section timed(Profiler::UpdateEntityes);
-        for (std::uint32_t layer = 0; layer < Layers; ++layer)
-            AnimateObjects(layer);
+        AnimateObjects(frameClock.frameDelta);
     }
     {
         const Section timed(Profiler::UpdateParticles);
-        pengine->Update();
+        if (pengine) pengine->Update();
     }
-    const WorldObject* followed = globalp->Object(static_cast<std::uint32_t>(camera.objectId));
-    MoveListener(followed);
-    audio.Positional_Update();
+    const WorldObject* followed = ObjectOf(camera.objectId);
+    listener.Update(followed);
     camera.FollowObject(followed);
-}
-
-// The ear stands on the ground under the camera, on the layer of the object that the camera follows.
-void WorldScene::MoveListener(const WorldObject* followed) {
-    listenerX = camera.x / 2.0F;
-    listenerY = camera.y / 2.0F;
-    listenerAngle = camera.rot1;
-    listenerPlane = followed ? followed->sector : 0;
-}
-
-void WorldScene::BindListener() const {
-    audio.BindListener(&listenerX, &listenerY, &listenerAngle, &listenerPlane);
-}
-
-void WorldScene::DrawMap() const {
-    for (std::uint32_t layer = 0; backmap && layer < Layers; ++layer)
-        backmap->DrawLayer(layer);
-}
-
-void WorldScene::DrawObjects() const {
-    for (std::uint32_t layer = 0; globalp && objects && layer < Layers; ++layer)
-        objects->DrawLayer(*globalp, layer);
-}
-
-void WorldScene::DrawParticles() const {
-    for (std::uint32_t layer = 0; pengine && layer < Layers; ++layer)
-        pengine->Draw(layer);
 }
 
 void WorldScene::Draw() {
@@ -154,7 +110,7 @@ void WorldScene::Draw() {
     camera.Apply();
     {
         const Section timed(Profiler::DrawMap);
-        DrawMap();
+        DrawGround();
     }
     {
         const Section timed(Profiler::DrawEntityes);
@@ -169,7 +125,7 @@ void WorldScene::Draw() {
     StatsOverlay();
 }
 
-void WorldScene::DrawGui() const {
+void WorldScene::DrawGui() {
     const Section timed(Profiler::DrawGUI);
     gui.Draw();
 }

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "play/map_scene.h"
-
-#include <cstdint>
-
-struct WorldObject;
+#include "stage/camera_listener.h"
+#include "stage/general_window.h"
+#include "stage/stage_options.h"
+#include "stage/view_window.h"
 
 class WorldScene : public MapScene {
 public:
@@ -21,11 +21,6 @@ public:
     // The map in three layers, and the statistics over it.
     void Draw() override;
 
-    // The three layers of the current map in the current view.
-    void DrawMap() const;
-    void DrawObjects() const;
-    void DrawParticles() const;
-
 protected:
     void GameFrame() override;
     void PauseFrame() override;
@@ -34,15 +29,12 @@ protected:
     const char* ProcessName() const override { return "MainScene"; }
 
 private:
-    void BindListener() const;
-    void MoveListener(const WorldObject* followed);
-    void DrawGui() const;
+    static void DrawGui();
 
-    // The hearer of positional sounds, in plane units and degrees.
-    float listenerX = 0.0F;
-    float listenerY = 0.0F;
-    float listenerAngle = 0.0F;
-    std::int32_t listenerPlane = 0;
+    CameraListener listener;
+    GeneralWindow general;
+    StageOptions options;
+    ViewWindow view;
 };
 
 extern WorldScene worldScene;

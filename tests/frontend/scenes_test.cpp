@@ -1,13 +1,21 @@
-// The menu run to its end with the game's own data: through a mode change, its fade, and a missing map.
+// Intro and menu run to their ends with the game's own data, at a clock of their own: through the parts of
+// the show, the credits and back, a mode change, a fade, and the closed window.
+#include "frontend/intro_scene.h"
 #include "frontend/menu_scene.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "input/input.h"
 #include "scene/game_mode.h"
 #include "support/scene_fixture.h"
+#include "world/camera.h"
+
+#include <GL/gl.h>
+
+#include <cmath>
 
 namespace {
 
+using SteeredIntro = Steered<IntroScene>;
 using SteeredMenu = Steered<MenuScene>;
 
 class Scenes : public SceneTest {
@@ -15,8 +23,97 @@ protected:
     void SetUp() override {
         SceneTest::SetUp();
         GameMode = Mode::Menu;
+        SetPictureTime(100);
     }
 };
+
+TEST_F(Scenes, TheIntroShowsTwoPartsOfFiveSeconds) {
+    std::filesystem::remove("textures"); // the blank picture is of one colour
+    SteeredIntro intro;
+    WatchPictures();
+    intro.GameStart(0, 0);
+    EXPECT_EQ(GameMode, Mode::Menu);
+    EXPECT_NEAR(intro.frames, 100, 2) << "ten seconds";
+    const std::vector<double>& light = ShownLight();
+    const auto at = [&](std::size_t tenths) { return light.at(tenths); };
+    EXPECT_GT(at(25), at(2) * 2.0) << "fades in and comes nearer";
+    EXPECT_GT(at(25), at(47) * 1.2) << "fades out";
+    EXPECT_GT(at(25), at(75) * 1.3) << "the second part is the smaller one";
+    EXPECT_GT(at(75), at(52) * 2.0);
+    EXPECT_TRUE(
+        Logged("MainServer::GameProcess()[DESTROY] State mode Change - [END]\nmainIntro::Leaving intro\n"));
+}
+
+TEST_F(Scenes, TheIntroEndsWithAnyReleaseAndWithTheWindow) {
+    struct Case {
+        void (*event)();
+        Mode next;
+        State state;
+    };
+    using enum State;
+    for (const Case& tried : {Case{[] { PushKey(SDL_KEYUP, SDLK_x); }, Mode::Menu, Change},
+                              {[] { PushButton(SDL_MOUSEBUTTONUP); }, Mode::Menu, Change},
+                              {[] { PushEvent(SDL_QUIT); }, Mode::Destroy, Change},
+                              // What comes in the same frame changes nothing.
+                              {[] {
+                                   PushEvent(SDL_QUIT);
+                                   PushKey(SDL_KEYUP, SDLK_x);
+                               },
+                               Mode::Destroy, Change}}) {
+        static void (*event)();
+        event = tried.event;
+        SteeredIntro intro;
+        intro.steer = [](SteeredIntro& self) {
+            if (self.frames == 2) PressKey(SDLK_x);
+            if (self.frames == 5) event();
+        };
+        intro.GameStart(0, 0);
+        EXPECT_EQ(intro.frames, 6) << "a key that goes down ends nothing";
+        EXPECT_EQ(GameMode, tried.next);
+        EXPECT_EQ(SceneState, tried.state);
+    }
+}
+
+TEST_F(Scenes, TheCreditsAreEnteredOnceAndLeftWithTheirButton) {
+    SteeredMenu menu;
+    menu.steer = [](SteeredMenu& self) {
+        static int entered;
+        static float nearest;
+        if (self.blockMenu.GetState() == BlockMenu::Phase::Gathering) {
+            entered = 0;
+            nearest = camera.z;
+            return;
+        }
+        const auto press = [&self] {
+            self.blockMenu.SetHovered(MenuItem::Credits);
+            gui.OnReleaseOutside();
+        };
+        const int now = self.frames - entered;
+        if (entered == 0) {
+            entered = self.frames;
+            press();
+        } else if (now == 10) {
+            EXPECT_NEAR(camera.z, nearest + 2.0F, 0.3F) << "half of the way";
+            EXPECT_NEAR(self.blockMenu.logoAlpha, 0.5F, 0.06F);
+            press();
+        } else if (now == 21) {
+            EXPECT_EQ(camera.rot1, -50.0F) << "a second click has not begun again";
+            EXPECT_EQ(self.blockMenu.logoAlpha, 0.0F);
+            ClickOn("Back");
+            press();
+        } else if (now == 43) {
+            EXPECT_EQ(camera.rot1, 0.0F);
+            EXPECT_EQ(self.blockMenu.logoAlpha, 1.0F);
+            EXPECT_EQ(self.blockMenu.GetState(), BlockMenu::Phase::Ready);
+            PressKey(SDLK_ESCAPE);
+        } else if (now == 45) {
+            EXPECT_TRUE(IsShown("Are you sure?")) << "Escape is the menu's again";
+            Main::Quit();
+        }
+    };
+    menu.GameStart(0, 0);
+    EXPECT_TRUE(gui.Windows().empty());
+}
 
 TEST_F(Scenes, AllIsSeenAfterAModeChange) {
     static double before;
@@ -28,15 +125,18 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
             PressKey(SDLK_ESCAPE);
             return;
         }
-        glowLevel = 0.0F;
+        EXPECT_FALSE(IsShown("Are you sure?")) << "keys are not heard before";
+        self.blockMenu.glowLevel.Reset();
         self.blockMenu.SetState(BlockMenu::Phase::Frozen);
         self.blockMenu.logoAlpha = 1.0F;
         self.blockMenu.logoFadeTimer.Stop();
         if (self.frames == 4) {
             self.Draw();
             before = Light() / (640.0 * 480.0);
-            video.SetMode(800, 600, false);
-            self.ReloadGraphics();
+            self.blockMenu.SetHovered(MenuItem::Options);
+            gui.OnReleaseOutside();
+            for (const char* step : {"Video", "800x600", "   OK"})
+                ClickOn(step);
         }
         if (self.frames == 8) {
             self.Draw();
@@ -47,7 +147,6 @@ TEST_F(Scenes, AllIsSeenAfterAModeChange) {
     menu.GameStart(0, 0);
     EXPECT_GT(before, 5.0) << "boxes and logos are bright";
     EXPECT_NEAR(after, before, before * 0.1) << "the same picture, larger";
-    EXPECT_NE(menuScene.blockMenu.GetHovered(), MenuItem::Quit) << "keys are not heard before";
     EXPECT_EQ(GameMode, Mode::Destroy);
     EXPECT_TRUE(Logged("MainServer::GameProcess()[DESTROY] State mode Change - [END]\n"
                        "mainIntro::Leaving menu\nmainMenu::GameEnd\n"));
@@ -66,10 +165,26 @@ TEST_F(Scenes, ChangingTheModeFadesToBlackAndShowsNothingMore) {
     EXPECT_EQ(GameMode, Mode::Puzzle);
     EXPECT_TRUE(Logged("[PUZZLE] State mode Change - [CHANGE]\nmainMenu::GameEnd\nmainScene::StopMap()"));
     const std::vector<double>& light = ShownLight();
-    ASSERT_GT(light.size(), 10U) << "three seconds of frames";
+    ASSERT_NEAR(static_cast<double>(light.size()), 32.0, 1.0) << "three seconds, and the black picture";
     EXPECT_GT(light[1], 0.0);
     EXPECT_EQ(light[light.size() - 2], 0.0) << "the frame in which the fade ends";
     EXPECT_EQ(light.back(), 0.0);
+}
+
+TEST_F(Scenes, TheWindowIsClosedWhileBoxesGather) {
+    SteeredMenu menu;
+    menu.steer = [](SteeredMenu& self) {
+        if (self.frames == 3) {
+            PressKey(SDLK_ESCAPE);
+            PushEvent(SDL_QUIT);
+        }
+        if (self.frames == 4) {
+            EXPECT_EQ(self.blockMenu.GetState(), BlockMenu::Phase::Gathering);
+            EXPECT_EQ(SceneState, State::Change);
+        }
+    };
+    menu.GameStart(0, 0);
+    EXPECT_EQ(GameMode, Mode::Destroy);
 }
 
 TEST_F(Scenes, AMissingMapOrBoxEndsTheProgram) {

@@ -1,13 +1,13 @@
 // The game's own skin: whole, readable, and wide enough for every caption of the game's windows.
 #include "config/config_reader.h"
-#include "frontend/menu_windows.h"
+#include "frontend/menu_scene.h"
 #include "game/game_scene.h"
 #include "graphics/font.h"
 #include "gui/check_box.h"
 #include "gui/hwindow.h"
 #include "gui/items.h"
 #include "gui/text_entry.h"
-#include "stage/world_windows.h"
+#include "stage/world_scene.h"
 #include "support/gui_fixture.h"
 
 #include <GL/gl.h>
@@ -227,7 +227,7 @@ void ExpectCaptionsFit(const GUI_Window& shown, bool grows = false) {
 TEST_F(RealSkinTest, NoCaptionOfTheGamesWindowsIsCut) {
     int windows = 0;
     for (void (*build)() :
-         {+[] { gameScene.BuildGui(); }, +[] { menuWindows.Build(); }, +[] { worldWindows.Build(); },
+         {+[] { gameScene.BuildGui(); }, +[] { menuScene.BuildMenuGui(); }, +[] { worldScene.BuildGui(); },
           +[] { gui.LoadingStart(0.35F, 0.75F, 11, "Destroying..."); }}) {
         gui.Clear();
         build();
@@ -242,7 +242,7 @@ TEST_F(RealSkinTest, NoCaptionOfTheGamesWindowsIsCut) {
     ExpectCaptionsFit(*gui.Windows().front());
     gui.LoadingEnd();
     gui.Clear();
-    worldWindows.Build();
+    worldScene.BuildGui();
     GUI_Window& general = *gui.Windows().front();
     general.MouseOver(0.12F, 0.34F);
     EXPECT_STREQ(general.caption, "mx=0.12,my=0.34");

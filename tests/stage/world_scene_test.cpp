@@ -5,6 +5,7 @@
 #include "particles/engine.h"
 #include "scene/game_mode.h"
 #include "scene/profiler.h"
+#include "stage/map_layers.h"
 #include "stage/world_scene.h"
 #include "support/scene_fixture.h"
 #include "world/camera.h"
@@ -46,10 +47,10 @@ void SpreadOverThreeLayers() {
     }
 }
 
-std::size_t VerticesOf(void (WorldScene::*draw)() const) {
+std::size_t VerticesOf(void (*draw)()) {
     glMatrixMode(GL_MODELVIEW);
     camera.Apply();
-    return World::Record([draw] { (worldScene.*draw)(); }).size();
+    return World::Record(draw).size();
 }
 
 TEST_F(World, ObjectsAndModelsOfThreeLayersMoveAndTheCameraFollows) {
@@ -58,13 +59,13 @@ TEST_F(World, ObjectsAndModelsOfThreeLayersMoveAndTheCameraFollows) {
     static std::size_t drawn;
     world.steer = [](SteeredWorld& self) {
         if (self.frames == 1) {
-            drawn = VerticesOf(&WorldScene::DrawObjects);
+            drawn = VerticesOf(DrawObjects);
             SpreadOverThreeLayers();
             for (std::size_t i = 0; i < 3; ++i) {
                 start[i] = globalp->objects[i].x;
                 modelFrames[i] = 0;
             }
-            EXPECT_EQ(VerticesOf(&WorldScene::DrawObjects), drawn) << "each layer's objects are drawn";
+            EXPECT_EQ(VerticesOf(DrawObjects), drawn) << "each layer's objects are drawn";
         }
         for (std::size_t i = 0; i < 3; ++i) {
             const WorldObject& object = globalp->objects[i];
@@ -102,7 +103,7 @@ TEST_F(World, ParticlesOfEveryLayerAreDrawnInEachOfThem) {
         camera.Apply();
         const std::size_t once = Record([] { pengine->Draw(0); }).size();
         EXPECT_GT(once, 0U);
-        EXPECT_EQ(VerticesOf(&WorldScene::DrawParticles), 3 * once);
+        EXPECT_EQ(VerticesOf(DrawParticles), 3 * once);
         Main::Quit();
     };
     world.GameStart(0, 0);

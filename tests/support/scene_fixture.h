@@ -27,6 +27,17 @@ public:
     // From now on every picture is read just before it is shown, which costs a frame's time.
     static void WatchPictures();
 
+    // From now on every picture takes that long, whatever the machine's speed; 0 as long as it does.
+    static void SetPictureTime(std::uint32_t milliseconds);
+
+    // The widget with that caption in the windows that are shown, from the topmost; of a page only while it
+    // is the active one. None: the test fails.
+    static GUI_Element& Widget(const std::string& caption);
+    // A click into its middle.
+    static void ClickOn(const GUI_Element& element);
+    static void ClickOn(const std::string& caption) { ClickOn(Widget(caption)); }
+    static bool IsShown(const std::string& windowCaption);
+
 protected:
     // A place in fractions of the screen.
     struct Place {

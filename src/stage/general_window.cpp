@@ -1,0 +1,48 @@
+#include "stage/general_window.h"
+
+#include "gui/manager.h"
+
+#include <cstdio>
+
+void GeneralWindow::Build() {
+    caption = "General:";
+    OnMouseOver = OnPointer;
+    panel.stid = 2;
+    panel.width = 0.6F;
+    panel.height = 0.6F;
+    editBox.top = 0.06F;
+    editBox.width = 0.3F;
+    editBox.SetText("Type text here");
+    across.top = 0.12F;
+    across.width = 0.3F;
+    across.OnChange = OnScroll;
+    upright.Place(0.33F, 0.0F);
+    upright.width = 0.04F;
+    upright.height = 0.3F;
+    checkBox.Place(0.31F, 0.31F);
+    radioButton.Place(0.31F, 0.35F);
+    progressBar.top = 0.41F;
+    progressBar.width = 0.4F;
+    memo.top = 0.2F;
+    memo.width = 0.3F;
+    memo.height = 0.2F;
+    gui.AddWindow(this);
+    const std::array<GUI_Component*, 9> widgets = {&panel,    &label,       &editBox,     &across, &upright,
+                                                   &checkBox, &radioButton, &progressBar, &memo};
+    for (GUI_Component* widget : widgets)
+        AddComponent(widget);
+}
+
+void GeneralWindow::OnPointer(GUI_Element* window, float x, float y) {
+    auto& general = static_cast<GeneralWindow&>(*window);
+    std::snprintf(general.title.data(), general.title.size(), "mx=%.2f,my=%.2f", static_cast<double>(x),
+                  static_cast<double>(y));
+    general.caption = general.title.data();
+}
+
+void GeneralWindow::OnScroll(GUI_ScrollBar* bar) {
+    auto& general = static_cast<GeneralWindow&>(*bar->parent);
+    std::snprintf(general.labelText.data(), general.labelText.size(), "pos=%d",
+                  static_cast<int>(bar->position));
+    general.label.caption = general.labelText.data();
+}

@@ -1,0 +1,11 @@
+// The stage's window that shows the map from above.
+#pragma once
+
+#include "gui/window.h"
+
+class ViewWindow : public GUI_Window {
+public:
+    constexpr ViewWindow() = default;
+
+    void Build();
+};
