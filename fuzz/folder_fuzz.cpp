@@ -9,7 +9,7 @@
 #include "own_folder.h"
 #include "particles/engine.h"
 #include "play/kolvex.h"
-#include "play/map_loading.h"
+#include "play/map_scene.h"
 #include "world/background_map.h"
 #include "world/camera.h"
 #include "world/object_set.h"
@@ -45,13 +45,13 @@ void Unpack(std::string_view archive) {
     }
 }
 
-class MapOnly : public mainScene {
+class MapOnly : public MapScene {
 public:
     void GameStart(int /*a*/, int /*b*/) override {}
     void GameEnd() override {}
     void Update() override {}
     void Draw() override {}
-    bool LoadMap(const char* path) override { return LoadMapFile(*this, mapName, path, nullptr); }
+    bool LoadMap(const char* path) override { return LoadMapFile(path, nullptr); }
 
 protected:
     void GameFrame() override {}

@@ -52,7 +52,8 @@ TEST(KeyActions, SceneReadsItsConfiguration) {
     input.Start();
     scene.ExecConfig("none.cfg");
     EXPECT_EQ(scene.ConfigName(), "");
-    const std::string longName = std::string(90, 'n') + ".cfg";
+    std::string longName(90, 'n');
+    longName += ".cfg";
     WriteFile(longName, "<input>\nbind a +pause\n</input>\n");
     scene.ExecConfig(longName.c_str());
     EXPECT_EQ(scene.ConfigName(), longName.substr(0, 79));

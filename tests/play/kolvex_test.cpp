@@ -24,7 +24,8 @@ protected:
         folder.LinkData({"textures", "models", "sounds"});
         models.Init();
         for (int i = 1; i <= 16; i++)
-            models.AddKsm(("models/block" + std::to_string(i) + ".ksm").c_str(), "textures/floor1b.png");
+            EXPECT_TRUE(
+                models.AddKsm(("models/block" + std::to_string(i) + ".ksm").c_str(), "textures/floor1b.png"));
         kolvex.Start();
         kolvex.showgrid = false;
         glDisable(GL_LIGHTING);
