@@ -198,12 +198,13 @@ TEST_F(Writer, AThousandKillsAndAnotherProgramLoseNothing) {
             for (int number = last[i] + 1; programs[i] == 0; ++number) {
                 save(i, number);
                 if (write(saved[i][1], &number, sizeof number) != sizeof number) _exit(1);
+                usleep(1000); // no game saves without a break
             }
             close(saved[i][1]);
         }
         for (int i : {0, 1})
             ASSERT_EQ(read(saved[i][0], &last[i], sizeof(int)), sizeof(int)) << "each has saved once";
-        usleep(random() % 4000);
+        usleep(random() % 6000);
         std::string whole;
         for (int i : {0, 1}) {
             kill(programs[i], SIGKILL);
@@ -224,7 +225,7 @@ TEST_F(Writer, AThousandKillsAndAnotherProgramLoseNothing) {
         ASSERT_EQ(file.Content(), whole);
     }
     save(0, 0);
-    EXPECT_EQ(Names(), "config.cfg log.txt ");
+    EXPECT_EQ(Names(), "config.cfg ");
 }
 
 } // namespace
