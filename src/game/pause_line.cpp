@@ -30,11 +30,11 @@ void DrawPauseLine(const std::string& line) {
     constexpr int Margin = 8;
     const int width = LetterWidth * static_cast<int>(line.size());
     const int left = WellMiddle - width / 2;
+    const Without depth(GL_DEPTH_TEST);
     {
         const FlatScreen flat(640.0, 480.0, 0.0);
         const Blend blend;
         const Without texture(GL_TEXTURE_2D);
-        const Without depth(GL_DEPTH_TEST);
         glColor4f(0.0F, 0.0F, 0.0F, 0.7F); // so that it can be read before any scenery
         DrawQuad({static_cast<GLfloat>(left - Margin), LineTop + 16,
                   static_cast<GLfloat>(left + width + Margin), LineTop - 10});
