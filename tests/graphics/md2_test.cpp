@@ -100,8 +100,6 @@ TEST(Md2Instance, EveryAnimationOfTheTableClosesAtItsFrames) {
         for (int frame = anim.first; frame <= anim.last; ++frame) {
             instance.Animate(delta);
             ASSERT_EQ(instance.CurrentFrame(), frame) << "animation " << row;
-            ASSERT_EQ(instance.NextFrame(), frame < anim.last ? frame + 1 : anim.first)
-                << "animation " << row;
         }
     }
 }
