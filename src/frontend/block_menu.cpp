@@ -3,6 +3,7 @@
 #include "frontend/block_menu.h"
 
 #include "frontend/menu_sounds.h"
+#include "graphics/middle_frame.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
@@ -152,9 +153,8 @@ void BlockMenu::Pick(float cursorX, float cursorY) {
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
     glLoadIdentity();
-    gluPickMatrix(static_cast<double>(video.Width()) * static_cast<double>(cursorX),
-                  viewport[3] - static_cast<double>(video.Height()) * static_cast<double>(cursorY), 1.0, 1.0,
-                  viewport.data());
+    const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
+    gluPickMatrix(frame.PixelX(cursorX), viewport[3] - frame.PixelY(cursorY), 1.0, 1.0, viewport.data());
     gluPerspective(60.0, static_cast<double>(viewport[2]) / viewport[3], 0.001, 230.0);
     glMatrixMode(GL_MODELVIEW);
     camera.Apply();

@@ -53,7 +53,7 @@ public:
     // Advances by that many milliseconds: gathering and locking, spin, the boxes' growing and shrinking, and
     // the glow's level.
     void Update(std::uint32_t milliseconds);
-    // Finds the box under a point in screen fractions (y from the top); the nearest of several.
+    // Finds the box under a point in GUI units; the nearest of several.
     void Pick(float cursorX, float cursorY);
 
     // Everything: glow, logos, boxes, and the hovered box's name beside the cursor.

@@ -3,6 +3,7 @@
 
 #include "graphics/font.h"
 #include "graphics/ksm_model.h"
+#include "graphics/middle_frame.h"
 #include "graphics/textures.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
@@ -94,8 +95,8 @@ void BlockMenu::DrawLogos() const {
 void BlockMenu::DrawName() const {
     glDisable(GL_DEPTH_TEST);
     glColor3f(1.0F, 1.0F, 1.0F);
-    const float x = static_cast<float>(video.Width()) * (gui.cursor.x + 0.05F);
-    const float y = static_cast<float>(video.Height()) * gui.cursor.y;
-    font.PrintBoxed(static_cast<int>(x), static_cast<int>(y), 0, "%s",
+    const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
+    font.PrintBoxed(static_cast<int>(frame.PixelX(gui.cursor.x + 0.05F)),
+                    static_cast<int>(frame.PixelY(gui.cursor.y)), 0, "%s",
                     ItemNames[static_cast<std::size_t>(hovered)]);
 }

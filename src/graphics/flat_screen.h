@@ -7,11 +7,13 @@
 class FlatScreen {
 public:
     // x runs from 0 to `right`; y from `bottom` at the screen's lower edge to `top` at its upper.
-    FlatScreen(double right, double bottom, double top) {
+    FlatScreen(double right, double bottom, double top) : FlatScreen(0.0, right, bottom, top) {}
+    // x runs from `left`.
+    FlatScreen(double left, double right, double bottom, double top) {
         glMatrixMode(GL_PROJECTION);
         glPushMatrix();
         glLoadIdentity();
-        glOrtho(0.0, right, bottom, top, -1.0, 1.0);
+        glOrtho(left, right, bottom, top, -1.0, 1.0);
         glMatrixMode(GL_MODELVIEW);
         glPushMatrix();
         glLoadIdentity();

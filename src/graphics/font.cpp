@@ -4,6 +4,7 @@
 
 #include "graphics/flat_screen.h"
 #include "graphics/gl_state.h"
+#include "graphics/middle_frame.h"
 #include "graphics/video.h"
 
 #include <algorithm>
@@ -132,7 +133,11 @@ void Font::PrintVirtual(double x, double y, int set, GLenum destination, const c
     const int length = FormatText(text, format, arguments);
     glBindTexture(GL_TEXTURE_2D, textures.Get(0));
     const Blend blend(GL_SRC_ALPHA, destination);
-    const FlatScreen screen(VirtualWidth, 0.0, VirtualHeight);
+    // The grid lies on the middle frame; a wide screen goes on beyond it.
+    const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
+    const double beside = frame.left / frame.width * VirtualWidth;
+    const double above = frame.top / frame.height * VirtualHeight;
+    const FlatScreen screen(-beside, VirtualWidth + beside, -above, VirtualHeight + above);
     glTranslated(x, TopPen - y, 0);
     CallGlyphs(text.data(), length, set);
 }
