@@ -14,6 +14,7 @@
 #include "graphics/model_state.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "input/controllers.h"
 #include "platform/data_folders.h"
 #include "platform/file_bytes.h"
 #include "platform/platform.h"
@@ -109,10 +110,12 @@ void Global_Start() {
     audio.Load(ConfigName);
     gui.Start("gui/ravix.cfg");
     kolvex.Load(ConfigName);
+    controllers.Start();
 }
 
 void Global_Destroy() {
     LogWrite("Global_Destroy() - ilShutDown\n");
+    controllers.Stop();
     ilShutDown();
     modelState.Clear();
     audio.Destroy();

@@ -1,8 +1,9 @@
-// The event pump; see input.h.
+// A mouse that is moved while a scene plays goes back to the middle: it has no edge to run into.
 #include "input/input.h"
 
 #include "base/log.h"
 #include "graphics/video.h"
+#include "input/controllers.h"
 
 #include <SDL.h>
 
@@ -37,6 +38,7 @@ void Input::Destroy() {
 }
 
 void Input::ProcessEvents() {
+    controllers.Watch();
     SDL_Event event;
     while (SDL_PollEvent(&event))
         Dispatch(event);
@@ -45,8 +47,11 @@ void Input::ProcessEvents() {
 void Input::DropEvents() {
     std::array<SDL_Event, 32> dropped;
     SDL_PumpEvents();
-    while (SDL_PeepEvents(dropped.data(), static_cast<int>(dropped.size()), SDL_GETEVENT,
-                          SDL_ALLEVENTS & ~static_cast<Uint32>(SDL_QUITMASK)) > 0) {
+    for (int count = 1; count > 0;) {
+        count = SDL_PeepEvents(dropped.data(), static_cast<int>(dropped.size()), SDL_GETEVENT,
+                               SDL_ALLEVENTS & ~static_cast<Uint32>(SDL_QUITMASK));
+        for (int i = 0; i < count; ++i)
+            controllers.Translate(dropped[static_cast<std::size_t>(i)]);
     }
 }
 
@@ -78,6 +83,8 @@ void Input::Dispatch(const SDL_Event& event) {
         if (onQuit) onQuit();
         break;
     default:
+        for (const Controllers::Change& change : controllers.Translate(event))
+            change.down ? KeyDown(change.code) : KeyUp(change.code);
         break;
     }
 }

@@ -1,4 +1,4 @@
-// Turns the player's keys and mouse buttons into actions while a scene plays.
+// Turns the player's keys, mouse buttons and controllers into actions while a scene plays.
 // Rests on SDL's event queue; the bindings say which key calls what.
 #pragma once
 
@@ -15,14 +15,14 @@ public:
     // Takes every pending event from SDL's queue and calls what is bound to it. A moved mouse is put back to
     // the screen's middle.
     void ProcessEvents();
-    // Drops every pending key and mouse event, for the frames in which a scene listens to neither: they must
-    // not come in a burst once it listens again. A request to close the window stays in the queue, and has
-    // room there.
+    // Drops every pending key, mouse and controller event, for the frames in which a scene listens to
+    // neither: they must not come in a burst once it listens again. A request to close the window stays in
+    // the queue, and has room there.
     static void DropEvents();
     // The same, but a request to close the window is heard.
     void ProcessCloseRequests() const;
 
-    // Called before any key or mouse button coming up is dispatched, or none.
+    // Called before any key or button coming up is dispatched, or none.
     void (*onRelease)() = nullptr;
     // Called when the window is to be closed, or none.
     void (*onQuit)() = nullptr;

@@ -1,5 +1,9 @@
-// The table of key names; see key_names.h.
+// The tables are searched from the front; they are short, and read once a scene.
 #include "input/key_names.h"
+
+#include "input/controllers.h"
+
+#include <span>
 
 // clang-format off
 constinit const std::array<KeyName, 119> KeyNames = {{
@@ -26,11 +30,25 @@ constinit const std::array<KeyName, 119> KeyNames = {{
     {"KP_INS", 256}, {"KP_DEL", 266}, {"KP_SLASH", 267}, {"KP_MINUS", 269}, {"KP_PLUS", 270},
     {"MWHEELUP", 4}, {"MWHEELDOWN", 5},
 }};
+
+constinit const std::array<KeyName, 20> ControllerNames = {{
+    {"JOY_LEFT", Controllers::Left}, {"JOY_RIGHT", Controllers::Right},
+    {"JOY_UP", Controllers::Up}, {"JOY_DOWN", Controllers::Down},
+    {"JOY_1", Controllers::FirstButton}, {"JOY_2", Controllers::FirstButton + 1},
+    {"JOY_3", Controllers::FirstButton + 2}, {"JOY_4", Controllers::FirstButton + 3},
+    {"JOY_5", Controllers::FirstButton + 4}, {"JOY_6", Controllers::FirstButton + 5},
+    {"JOY_7", Controllers::FirstButton + 6}, {"JOY_8", Controllers::FirstButton + 7},
+    {"JOY_9", Controllers::FirstButton + 8}, {"JOY_10", Controllers::FirstButton + 9},
+    {"JOY_11", Controllers::FirstButton + 10}, {"JOY_12", Controllers::FirstButton + 11},
+    {"JOY_13", Controllers::FirstButton + 12}, {"JOY_14", Controllers::FirstButton + 13},
+    {"JOY_15", Controllers::FirstButton + 14}, {"JOY_16", Controllers::FirstButton + 15},
+}};
 // clang-format on
 
 const KeyName* FindKeyName(std::string_view name) {
-    for (const KeyName& key : KeyNames) {
-        if (name == key.name) return &key;
-    }
+    for (const std::span<const KeyName> table :
+         {std::span<const KeyName>(KeyNames), std::span<const KeyName>(ControllerNames)})
+        for (const KeyName& key : table)
+            if (name == key.name) return &key;
     return nullptr;
 }

@@ -1,33 +1,38 @@
-// The event pump: real SDL events pushed through SDL's queue, in a real window.
+// The event pump and the controllers: real SDL events pushed through SDL's queue, in a real window.
 #include "graphics/video.h"
+#include "input/controllers.h"
 #include "input/input.h"
 #include "support/gl_fixture.h"
-
-#include <SDL.h>
 
 namespace {
 
 // A letter for each call: presses are small, releases and hooks capital.
 std::string happened;
 
+template<char Letter> void Note() {
+    happened += Letter;
+}
+
+constexpr KeyFunction Functions[] = {{"+a", Note<'a'>}, {"-a", Note<'A'>}, {"+b", Note<'b'>},
+                                     {"-b", Note<'B'>}, {"+l", Note<'l'>}, {"-l", Note<'L'>},
+                                     {"+r", Note<'r'>}, {"-r", Note<'R'>}, {"+w", Note<'w'>}};
+
 class EventPump : public GlTest {
 protected:
     EventPump() {
         input.Start();
         happened.clear();
-        static constexpr KeyFunction Functions[] = {
-            {"+a", Note<'a'>}, {"-a", Note<'A'>}, {"+l", Note<'l'>},
-            {"+b", Note<'b'>}, {"-b", Note<'B'>}, {"+w", Note<'w'>},
-        };
         input.SetFunctions(Functions);
-        for (const char* line : {"bind a a", "bind LEFTARROW +l", "bind MOUSEL b", "bind MWHEELUP +w"})
+        for (const char* line : {"bind a a", "bind LEFTARROW +l", "bind MOUSEL b", "bind MWHEELUP +w",
+                                 "bind JOY_1 b", "bind JOY_LEFT l", "bind JOY_RIGHT r", "bind JOY_16 +w"})
             input.AddConfigKey(line);
         SDL_PumpEvents();
         DropEvents();
     }
-    ~EventPump() override { input.Destroy(); }
-
-    template<char Letter> static void Note() { happened += Letter; }
+    ~EventPump() override {
+        input.Destroy();
+        controllers.Stop();
+    }
 
     static void Tap(SDLKey key) {
         PushKey(SDL_KEYDOWN, key);
@@ -37,9 +42,31 @@ protected:
         PushButton(SDL_MOUSEBUTTONDOWN, button);
         PushButton(SDL_MOUSEBUTTONUP, button);
     }
+    static void PushAxis(Uint8 which, Uint8 axis, int value) {
+        SDL_Event event{};
+        event.jaxis = {SDL_JOYAXISMOTION, which, axis, static_cast<Sint16>(value)};
+        SDL_PushEvent(&event);
+    }
+    static void PushHat(Uint8 value) {
+        SDL_Event event{};
+        event.jhat = {SDL_JOYHATMOTION, 0, 0, value};
+        SDL_PushEvent(&event);
+    }
+    static void PushJoyButton(Uint8 button, bool down) {
+        SDL_Event event{};
+        event.jbutton = {static_cast<Uint8>(down ? SDL_JOYBUTTONDOWN : SDL_JOYBUTTONUP), 0, button,
+                         static_cast<Uint8>(down ? SDL_PRESSED : SDL_RELEASED)};
+        SDL_PushEvent(&event);
+    }
+    // What the events in the queue do.
+    static std::string Happens() {
+        happened.clear();
+        input.ProcessEvents();
+        return happened;
+    }
 };
 
-TEST_F(EventPump, DispatchesKeysAndButtonsInOrder) {
+TEST_F(EventPump, DispatchesKeysAndButtonsInOrderAndCallsItsHooks) {
     PushKey(SDL_KEYDOWN, SDLK_a);
     PushKey(SDL_KEYDOWN, SDLK_b); // not bound
     Tap(SDLK_LEFT);
@@ -47,28 +74,21 @@ TEST_F(EventPump, DispatchesKeysAndButtonsInOrder) {
     TapButton(SDL_BUTTON_LEFT);
     TapButton(SDL_BUTTON_WHEELUP);
     PushEvent(SDL_USEREVENT);
-    input.ProcessEvents();
-    EXPECT_EQ(happened, "alAbBw");
+    EXPECT_EQ(Happens(), "alAbBw");
     SDL_Event left;
     EXPECT_EQ(SDL_PollEvent(&left), 0) << "everything is drained";
-}
-
-TEST_F(EventPump, HooksAreCalledBeforeReleasesAndOnClosing) {
-    input.onRelease = Note<'R'>;
+    input.onRelease = Note<'U'>;
     input.onQuit = Note<'Q'>;
     Tap(SDLK_a);
     PushKey(SDL_KEYUP, SDLK_b);
     TapButton(SDL_BUTTON_LEFT);
     PushEvent(SDL_QUIT);
-    input.ProcessEvents();
-    EXPECT_EQ(happened, "aRARbRBQ");
+    EXPECT_EQ(Happens(), "aUAUbUBQ");
     // A new scene starts without hooks and bindings.
     input.Start();
-    happened.clear();
     Tap(SDLK_a);
     PushEvent(SDL_QUIT);
-    input.ProcessEvents();
-    EXPECT_EQ(happened, "");
+    EXPECT_EQ(Happens(), "");
 }
 
 TEST_F(EventPump, DroppedEventsLeaveOnlyTheRequestToClose) {
@@ -77,24 +97,64 @@ TEST_F(EventPump, DroppedEventsLeaveOnlyTheRequestToClose) {
     for (int round = 0; round < 3; ++round) {
         for (int i = 0; i < 40; ++i) {
             PushKey(SDL_KEYDOWN, SDLK_a);
-            PushButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT);
+            PushAxis(0, 0, i % 2 ? 32767 : -32768);
         }
         if (round == 0) PushEvent(SDL_QUIT);
         Input::DropEvents();
     }
-    input.ProcessEvents();
-    EXPECT_EQ(happened, "Q");
+    EXPECT_EQ(Happens(), "Q");
+    PushAxis(0, 0, 0);
+    EXPECT_EQ(Happens(), "R") << "what was held when events were dropped is let go";
+}
+
+TEST_F(EventPump, AControllersSticksHatsAndButtonsAreKeys) {
+    for (const int value : {3000, 20000, 32767, 12000, 16000}) // trembles about its threshold
+        PushAxis(0, 0, value);
+    EXPECT_EQ(Happens(), "r");
+    PushAxis(0, 0, -32768);
+    EXPECT_EQ(Happens(), "Rl") << "from side to side in one event";
+    PushHat(SDL_HAT_LEFT | SDL_HAT_UP);
+    PushAxis(0, 0, 0);
+    EXPECT_EQ(Happens(), "") << "two hold the direction, one still does";
+    PushHat(SDL_HAT_RIGHT);
+    PushHat(SDL_HAT_CENTERED);
+    EXPECT_EQ(Happens(), "LrR");
+    for (const int value : {-32000, 0, 32000, -32768}) // a trigger comes from its end
+        PushAxis(1, 4, value);
+    EXPECT_EQ(Happens(), "");
+    for (const int value : {-32767, 0}) // a pad goes there at once
+        PushAxis(1, 6, value);
+    EXPECT_EQ(Happens(), "lL");
+    for (const Uint8 button : {0, 15, 16, 200})
+        for (const bool down : {true, true, false})
+            PushJoyButton(button, down);
+    PushAxis(250, 250, 32767);
+    EXPECT_EQ(Happens(), "bBw");
+}
+
+TEST_F(EventPump, AControllerThatVanishesIsLoggedAndLetsGo) {
+    controllers.Start();
+    EXPECT_EQ(CountInLog("Controllers::Start() - "), 1);
+    controllers.Watch(1);
+    PushAxis(0, 0, 32767);
+    PushHat(SDL_HAT_LEFT);
+    PushJoyButton(0, true);
+    EXPECT_EQ(Happens(), "rlb");
+    controllers.Watch(0);
+    EXPECT_EQ(Happens(), "RLB");
+    EXPECT_EQ(CountInLog("a controller was unplugged"), 1);
+    controllers.Watch(0);
+    EXPECT_EQ(CountInLog("a controller was unplugged"), 1);
 }
 
 TEST_F(EventPump, EverySecondMotionPutsTheMouseBackToTheMiddle) {
     // Only the test's own motions reach the queue; where the mouse stands SDL still follows.
     SDL_SetEventFilter([](const SDL_Event* event) { return event->type == SDL_MOUSEMOTION ? 0 : 1; });
-    // Where the mouse stands when the display has answered.
     const auto reaches = [](int wantedX, int wantedY) {
         for (const Uint32 start = SDL_GetTicks(); SDL_GetTicks() - start < 1000; SDL_Delay(1)) {
-            SDL_PumpEvents();
             int x = 0;
             int y = 0;
+            SDL_PumpEvents();
             SDL_GetMouseState(&x, &y);
             if (x == wantedX && y == wantedY) return true;
         }
