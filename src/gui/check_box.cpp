@@ -1,4 +1,4 @@
-// Check boxes and radio buttons; see check_box.h.
+// The mark is no picture of its own: it is what the style shows when it is clicked.
 #include "gui/check_box.h"
 
 #include "graphics/font.h"

@@ -12,15 +12,24 @@ class GUI_Component;
 class GUI_ComponentList {
 public:
     constexpr GUI_ComponentList() = default;
+    ~GUI_ComponentList() { Clear(); }
     GUI_ComponentList(const GUI_ComponentList&) = delete;
     GUI_ComponentList& operator=(const GUI_ComponentList&) = delete;
 
     // Appends the component and then the parts of which it is made, and makes `parent` their parent. A
     // component that stands in a list is taken out of it first.
     void Add(GUI_Component& component, GUI_Element* parent);
+    void Remove(GUI_Component& component);
     // Takes all out; their parent becomes none.
     void Clear();
     void SetParent(GUI_Element* parent);
+    // The component under the point of those that stand in `container`: an unrolled list before all, else the
+    // first that is hit, unless it and a later one are both clipped, which lies above it then.
+    GUI_Component* Hit(const GUI_Element& container, float x, float y) const;
+    // The unrolled item list under the point, on an open page too; null when there is none.
+    GUI_Component* HitUnrolled(const GUI_Element& container, float x, float y) const;
+    // Draws the unrolled item lists, on open pages too, which lie above all else in their window.
+    void DrawUnrolled() const;
     bool Contains(const GUI_Component& component) const;
 
     std::size_t Size() const { return components.size(); }
@@ -36,9 +45,13 @@ enum class GuiCorner : std::uint8_t { TopLeft, TopRight, BottomRight, BottomLeft
 class GUI_Component : public GUI_Element {
 public:
     constexpr GUI_Component() : GUI_Component(GuiKind::Component, 1, "component") {}
+    // Leaves its container, and the manager if that is shown.
+    ~GUI_Component() override;
 
-    // Slot 16: this, or the part of it that lies under the point; null when nothing does.
-    virtual GUI_Component* IsMouseOver(float x, float y);
+    // Slot 16: this, or the part of it that lies under the point; null when nothing does. The container's
+    // values are handed over by it; where the component stands follows from all that hold it.
+    virtual GUI_Component* IsMouseOver(float containerLeft, float containerWidth, float containerTop,
+                                       float containerHeight, float x, float y);
     // Slot 17.
     virtual void Draw();
 

@@ -1,4 +1,4 @@
-// Edit boxes; see edit_box.h.
+// The box draws the end of its text; what is hidden is found anew at each drawing.
 #include "gui/edit_box.h"
 
 #include "base/frame_clock.h"

@@ -10,6 +10,7 @@
 class GUI_EditBox : public GUI_Component {
 public:
     constexpr GUI_EditBox() : GUI_Component(GuiKind::EditBox, 2, "") {
+        keys = GuiKeys::Line;
         for (const char c : {'t', 'e', 's', 't'})
             text[length++] = c;
     }

@@ -1,7 +1,8 @@
-// The base of all elements; see element.h.
+// A callback may change its element; each is called where the state that it is to find holds.
 #include "gui/element.h"
 
 #include "config/record.h"
+#include "gui/text_entry.h"
 
 GUI_Element* GUI_Element::GetParent() const {
     return parent;
@@ -85,6 +86,26 @@ bool GUI_Element::Load(ConfigFile* file) {
     ReadRecord(PlaceTable(), *this, file);
     INI_SkipBlock(caption, file);
     return true;
+}
+
+bool GUI_Element::KeepsKey(const SDL_keysym& key) const {
+    const bool across = key.sym == SDLK_LEFT || key.sym == SDLK_RIGHT;
+    const bool down = key.sym == SDLK_UP || key.sym == SDLK_DOWN;
+    const bool typed =
+        TextEntry::Character(key) != '\0' || key.sym == SDLK_BACKSPACE || key.sym == SDLK_RETURN;
+    switch (keys) {
+    case GuiKeys::None:
+        return false;
+    case GuiKeys::Line:
+        return typed;
+    case GuiKeys::Lines:
+        return typed || across || down;
+    case GuiKeys::Across:
+        return across;
+    case GuiKeys::Down:
+        return down;
+    }
+    return false;
 }
 
 bool GUI_Element::IsShown() const {

@@ -1,6 +1,6 @@
 // The base of everything in the GUI: what an element is, how it answers the mouse, the keyboard and the
-// focus, and the hooks by which a scene listens. All geometry is in GUI units: fractions of the screen, x
-// from the left, y from the top.
+// focus, and the hooks by which a scene listens. All geometry is in GUI units: fractions of the screen's
+// middle frame (see graphics/middle_frame.h), x from the left, y from the top.
 #pragma once
 
 #include <SDL.h>
@@ -33,6 +33,9 @@ enum class GuiKind : std::uint8_t {
     PageControl,
     Page
 };
+
+// The keys that an element keeps for itself while it has the focus; all others may move the pointer.
+enum class GuiKeys : std::uint8_t { None, Line, Lines, Across, Down };
 
 class GUI_Element {
 public:
@@ -77,10 +80,15 @@ public:
     bool IsWindow() const { return kind == GuiKind::Window || kind == GuiKind::HWindow; }
     // Visible, and so is everything that holds it.
     bool IsShown() const;
+    // Part of a scroll bar, which arrow keys move while the part has the focus.
+    bool TurnsBar() const { return keys == GuiKeys::Across || keys == GuiKeys::Down; }
+    // Whether the key is one of `keys`.
+    bool KeepsKey(const SDL_keysym& key) const;
 
     GuiState state = GuiState::Normal;
     std::uint8_t stid = 1; // style id
     GuiKind kind = GuiKind::Element;
+    GuiKeys keys = GuiKeys::None;
     bool visible = true; // otherwise neither drawn nor hit
     // Placed inside the container's client area and clipped to it, the caption cut to the width.
     bool scissor = true;

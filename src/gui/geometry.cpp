@@ -1,7 +1,8 @@
-// Rectangles of elements; see geometry.h.
+// Containers may stand in containers; every rectangle is found by walking up through them.
 #include "gui/geometry.h"
 
-#include "gui/component.h"
+#include "graphics/middle_frame.h"
+#include "gui/items.h"
 #include "gui/skin.h"
 
 #include <algorithm>
@@ -80,6 +81,7 @@ GuiEdges HitRect(const GUI_Styles& styles, const GUI_Element& element) {
         edges.bottom = edges.top + element.height;
     };
     const GUI_Element* parent = element.GetParent();
+    const bool unrolled = IsUnrolledList(element);
     for (const GUI_Element* p = parent; p; p = p->GetParent()) {
         const GUI_Style& style = styles.Get(p->stid);
         const float x = p->left + (FromRight(corner) ? p->width : 0.0F) + (p->scissor ? style.leftx : 0.0F);
@@ -88,7 +90,7 @@ GuiEdges HitRect(const GUI_Styles& styles, const GUI_Element& element) {
         edges.top += y;
         whole();
         // The outermost container decides: those within it check their own rectangle first.
-        if (!p->scissor) continue;
+        if (!p->scissor || unrolled) continue;
         edges.right = std::min(edges.right, p->left + p->width - style.rightx);
         edges.bottom = std::min(edges.bottom, p->top + p->height - style.righty);
     }
@@ -100,17 +102,23 @@ GuiEdges HitRect(const GUI_Styles& styles, const GUI_Element& element) {
     return edges;
 }
 
+PixelRect ToPixels(double left, double bottom, double width, double height, int screenWidth,
+                   int screenHeight) {
+    const MiddleFrame frame = MiddleFrame::Of(screenWidth, screenHeight);
+    // As much of the screen lies below the frame as above it.
+    return {TruncateToInt(frame.PixelX(left)), TruncateToInt(frame.PixelY(1.0 - bottom)),
+            std::max(TruncateToInt(frame.width * width), 0),
+            std::max(TruncateToInt(frame.height * height), 0)};
+}
+
 PixelRect ScissorRect(const GUI_Styles& styles, const GUI_Element& element, const GUI_Element* parent,
                       int screenWidth, int screenHeight) {
-    const double w = screenWidth;
-    const double h = screenHeight;
     const GUI_Style& own = styles.Get(element.stid);
-    const double left = parent ? own.leftx + element.left + parent->left : element.left;
-    const double above = parent ? styles.Get(parent->stid).lefty + parent->top : 0.0;
-    const double width = parent ? element.width : element.width - own.rightx;
-    return {TruncateToInt(w * left),
-            TruncateToInt(h * (1.0 - (element.top + element.height - own.righty + above))),
-            std::max(TruncateToInt(w * width), 0), std::max(TruncateToInt(h * element.height), 0)};
+    const float left = parent ? own.leftx + element.left + parent->left : element.left;
+    const double above = parent ? styles.Get(parent->stid).lefty + parent->top : 0.0F;
+    const float width = parent ? element.width : element.width - own.rightx;
+    return ToPixels(left, element.top + element.height - own.righty + above, width, element.height,
+                    screenWidth, screenHeight);
 }
 
 int TruncateToInt(double value) {

@@ -48,9 +48,13 @@ GuiRect DrawnRect(const GUI_Styles& styles, const GUI_Element& element);
 // The same for an element drawn as if it stood in `parent`.
 GuiRect DrawnRect(const GUI_Styles& styles, const GUI_Element& element, const GUI_Element* parent);
 // The rectangle in which it answers the pointer: the drawn one, cut by the container's right and bottom
-// margins if the element is clipped.
+// margins if the element is clipped, which an unrolled item list is not.
 GuiEdges HitRect(const GUI_Styles& styles, const GUI_Element& element);
 
+// A rectangle in GUI units, by its left and its lower edge, as pixels of a screen of that size: truncated,
+// and no side negative.
+PixelRect ToPixels(double left, double bottom, double width, double height, int screenWidth,
+                   int screenHeight);
 // The scissor of an element's client area on a screen of that many pixels; `parent` is null for a window.
 PixelRect ScissorRect(const GUI_Styles& styles, const GUI_Element& element, const GUI_Element* parent,
                       int screenWidth, int screenHeight);

@@ -1,4 +1,4 @@
-// The drawn mouse cursor; see gui_cursor.h.
+// Drawn last, so that nothing lies over the pointer.
 #include "gui/gui_cursor.h"
 
 #include "graphics/gl_state.h"

@@ -1,19 +1,12 @@
-// Windows without a caption bar; see hwindow.h.
+// The 3D view of these windows takes their whole width, and with clipping off their whole height.
 #include "gui/hwindow.h"
 
-#include "gui/geometry.h"
-#include "gui/items.h"
 #include "gui/manager.h"
 
 bool GUI_HWindow::IsInside(float x, float y) {
     if (x > left && x < left + width && y > top && y < top + height) return true;
     if (!gui.GetStyles().Check(stid, "QEV_Gui::GUI_CheckBox::Draw() -")) stid = 0;
-    for (std::size_t i = 0; i < children.Size(); ++i) {
-        if (children[i].kind != GuiKind::Items) continue;
-        const auto& items = static_cast<const GUI_Items&>(children[i]);
-        if (items.IsOpen() && HitRect(gui.GetStyles(), items).Contains(x, y)) return true;
-    }
-    return false;
+    return children.HitUnrolled(*this, x, y) != nullptr;
 }
 
 void GUI_HWindow::Draw() {
@@ -28,5 +21,6 @@ void GUI_HWindow::Draw() {
         Draw3D(left, width, scissor ? height - style.lefty - style.righty : height);
     }
     DrawChildren();
+    children.DrawUnrolled();
     caption = ownCaption;
 }

@@ -1,4 +1,4 @@
-// Drop-down lists; see items.h.
+// Rows are counted from the bottom of the last one, as the pointer's way up from there.
 #include "gui/items.h"
 
 #include "base/frame_clock.h"
@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr float RowHeight = 0.05F;
-constexpr float FirstRow = 0.07F;     // below the list's top, under the caption
 constexpr float UnrollSpeed = 0.002F; // a millisecond
 constexpr float CharacterStep = 0.015F;
 
@@ -31,7 +29,7 @@ void GUI_Items::FindHoveredIndex(float y) {
     const float drawnTop = DrawnRect(gui.GetStyles(), *this).top;
     const float distance = drawnTop + FirstRow + static_cast<float>(count) * RowHeight - y;
     const int index = distance == 0.0F ? 0 : TruncateToInt(static_cast<double>(count) - distance * 20.0);
-    hoveredIndex = std::clamp(index, 0, std::max(count - 1, 0));
+    hoveredIndex = std::max(index, 0);
 }
 
 void GUI_Items::MouseOver(float x, float y) {
@@ -84,7 +82,7 @@ void GUI_Items::Draw() {
     if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw() -")) return;
     Animate();
     // Closed, it keeps to its window; unrolled, it is drawn whole over the window's edge.
-    if (open || height > ClosedHeight) glDisable(GL_SCISSOR_TEST);
+    if (IsUnrolled()) glDisable(GL_SCISSOR_TEST);
     const GUI_Styles& skin = gui.GetStyles();
     const GUI_Style& style = skin.Get(stid);
     const GuiRect rect = DrawnRect(skin, *this);

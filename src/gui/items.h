@@ -17,14 +17,25 @@ public:
     void LostFocus() override;
     void Draw() override;
 
+    // As keys move the pointer onto a row, the list is open at once.
+    void Unroll() { height = openHeight; }
+
+    static constexpr float HeadHeight = 0.05F; // of the part with the caption, all that a closed list shows
+    // How far a row's middle lies below the list's top, which the first row leaves 0.07 free.
+    static constexpr float RowMiddle(std::int32_t row) {
+        return FirstRow + (static_cast<float>(row) + 0.5F) * RowHeight;
+    }
+
     // Copies the rows, separated by ';'; at most 511 characters, the rest is dropped. An empty text has none,
     // and the list then never opens.
     void SetItems(const char* text);
 
-    // The row under the pointer, from 0; -1 for none.
+    // The row under the pointer, from 0; -1 for none. Below the last row it goes on counting.
     std::int32_t HoveredIndex() const { return hoveredIndex; }
     std::int32_t Count() const { return count; }
     bool IsOpen() const { return open; }
+    // Open, or still on its way back: drawn and hit as a whole, over its window's edge.
+    bool IsUnrolled() const { return open || height > ClosedHeight; }
     float OpenHeight() const { return openHeight; }
 
 private:
@@ -32,10 +43,16 @@ private:
     void Animate();
     void DrawRows(float x, float y) const;
 
-    static constexpr float ClosedHeight = 0.05F;
+    static constexpr float RowHeight = 0.05F;
+    static constexpr float FirstRow = 0.07F;
+    static constexpr float ClosedHeight = HeadHeight;
     std::array<char, 512> items{};
     std::int32_t count = 0;
     std::int32_t hoveredIndex = -1;
     float openHeight = ClosedHeight;
     bool open = false;
 };
+
+inline bool IsUnrolledList(const GUI_Element& element) {
+    return element.kind == GuiKind::Items && static_cast<const GUI_Items&>(element).IsUnrolled();
+}

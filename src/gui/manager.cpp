@@ -1,9 +1,10 @@
-// The GUI manager; see manager.h. Routing of events is in routing.cpp.
+// What is shown: start, windows, drawing, loading screen. Routing of events is in routing.cpp.
 #include "gui/manager.h"
 
 #include "audio/audio.h"
 #include "base/log.h"
 #include "config/record.h"
+#include "graphics/middle_frame.h"
 #include "graphics/video.h"
 
 #include <GL/gl.h>
@@ -14,11 +15,10 @@ constinit QEV_Gui gui;
 
 namespace {
 
-// Under the 60 degrees of the projection these put the unit square, y downwards, on the whole of a 4:3
-// screen.
+// Under the 60 degrees of the projection, which go from the lower to the upper edge, these put the unit
+// square, y downwards, on the middle frame of a screen that is at least as wide as 4:3.
 constexpr double ScaleX = 1.53;
 constexpr double ScaleY = 1.15;
-constexpr double ScaleAspect = 4.0 / 3.0;
 
 } // namespace
 
@@ -35,6 +35,8 @@ RecordTable<SoundsRecord> SoundsRecord::Table() {
 }
 
 void QEV_Gui::ForgetScreen() {
+    for (GUI_Window* window : windows)
+        window->owner = nullptr;
     windows.clear();
     focus = nullptr;
     hovered = nullptr;
@@ -42,6 +44,13 @@ void QEV_Gui::ForgetScreen() {
     OnReleaseOutside = nullptr;
     OnKey = nullptr;
     OnQuit = nullptr;
+    OnStops = nullptr;
+}
+
+QEV_Gui::~QEV_Gui() {
+    ForgetScreen();
+    for (GUI_Window* window : loading.savedWindows)
+        window->owner = nullptr;
 }
 
 void QEV_Gui::Start(const char* path) {
@@ -102,10 +111,9 @@ void QEV_Gui::Destroy() {
 void QEV_Gui::Clear() {
     LogWrite("QEV_Gui::Clear()\n");
     LetGo(); // so that a screen built again does not open with a lit button
-    for (GUI_Window* window : windows) {
+    DropFocus();
+    for (GUI_Window* window : windows)
         window->ClearComponents();
-        window->owner = nullptr;
-    }
     ForgetScreen();
 }
 
@@ -117,6 +125,18 @@ void QEV_Gui::AddWindow(GUI_Window* window) {
     window->owner = this;
     if (window->kind != GuiKind::HWindow) window->SetSize(window->width, window->height);
     window->AttachButtons();
+}
+
+void QEV_Gui::RemoveWindow(GUI_Window& window) {
+    std::erase(windows, &window);
+    std::erase(loading.savedWindows, &window);
+    window.owner = nullptr;
+    Forget(window);
+}
+
+void QEV_Gui::Forget(const GUI_Element& element) {
+    for (GUI_Element** held : {&focus, &hovered, &pressed, &loading.savedFocus, &loading.savedHovered})
+        if (*held == &element) *held = nullptr;
 }
 
 void QEV_Gui::SetUpButtons(GUI_Window& window) const {
@@ -139,8 +159,8 @@ void QEV_Gui::Draw() {
     glDisable(GL_DEPTH_TEST);
     glPushMatrix();
     glLoadIdentity();
-    const double aspect = static_cast<double>(video.Width()) / std::max(video.Height(), 1);
-    glScaled(ScaleX * aspect / ScaleAspect, -ScaleY, -1.0);
+    const double share = MiddleFrame::Of(video.Width(), video.Height()).height / std::max(video.Height(), 1);
+    glScaled(ScaleX * share, -ScaleY * share, -1.0);
     glTranslated(-0.5, -0.5, 1.0);
     for (std::size_t i = 0; i < windows.size(); ++i)
         windows[i]->Draw();

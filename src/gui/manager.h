@@ -1,12 +1,13 @@
 // The GUI manager: the skin, the windows on screen from the lowest to the topmost, the focused and the
 // hovered element, cursor, sounds and loading screen. A scene hands it windows, lets it process the events
-// and draw once a frame, and clears it at its end. It refers to windows and elements; their scenes own them
-// and keep them alive until Clear.
+// and draw once a frame, and clears it at its end. It refers to windows and elements, which their scenes own;
+// one that is destroyed before Clear takes itself out.
 #pragma once
 
 #include "gui/gui_cursor.h"
 #include "gui/loading_screen.h"
 #include "gui/skin.h"
+#include "gui/stops.h"
 
 #include <cstdint>
 #include <string>
@@ -32,6 +33,7 @@ struct SoundsRecord {
 class QEV_Gui {
 public:
     constexpr QEV_Gui() = default;
+    ~QEV_Gui();
     QEV_Gui(const QEV_Gui&) = delete;
     QEV_Gui& operator=(const QEV_Gui&) = delete;
 
@@ -39,13 +41,17 @@ public:
     // the audio object started.
     void Start(const char* path);
     void Destroy();
-    // Empties the screen: windows lose their children and leave the list; focus, hovered element and the
-    // three callbacks become none.
+    // Empties the screen: the focused element loses the focus, windows lose their children and leave the
+    // list; focus, hovered element and the callbacks become none.
     void Clear();
 
     // Puts a window on top, sets its buttons up from the skin and applies the size limits (GUI_HWindow: not).
     // The first window of an empty screen takes the focus. A window that is on screen already is left alone.
     void AddWindow(GUI_Window* window);
+    // What a window and an element that are destroyed do: nothing here refers to them any more.
+    void RemoveWindow(GUI_Window& window);
+    void Forget(const GUI_Element& element);
+
     // Null takes the focus away. The focused element's window comes to the front.
     void SetFocus(GUI_Element* element);
     // Moves the focused element's window to the top.
@@ -58,7 +64,8 @@ public:
     // One whole frame of only the GUI: clears, draws and swaps.
     void Render();
 
-    // The routing of single events; positions are the cursor's.
+    // The routing of single events; positions are the cursor's. A key goes to the scene, to the focused
+    // element and, if that does not keep it, moves the pointer or clicks.
     void MouseMove();
     void MouseDown();
     void MouseUp();
@@ -93,11 +100,28 @@ public:
     void (*OnReleaseOutside)() = nullptr;    // a mouse button came up over no window
     void (*OnKey)(SDL_keysym key) = nullptr; // every key press, before the focused element sees it
     void (*OnQuit)() = nullptr;              // the window is to be closed
+    // Adds what the scene itself lets the player click, outside of all windows, in GUI units; asked for when
+    // a key moves the pointer.
+    void (*OnStops)(std::vector<GuiPoint>& places) = nullptr;
 
 private:
-    // The topmost element under the pointer; in a disabled window only when asked for.
-    GUI_Element* HitElement(bool disabledToo) const;
+    // The topmost element under the point; in a disabled window only when asked for.
+    GUI_Element* HitElement(GuiPoint point, bool disabledToo) const;
+    GUI_Element* HitElement(bool disabledToo) const { return HitElement({cursor.x, cursor.y}, disabledToo); }
     void DropFocus();
+    // What a key does that no element keeps: Tab and arrows move the pointer from one thing that can be
+    // clicked to the next, Return clicks.
+    void Navigate(const SDL_keysym& key);
+    // Everything that can be clicked now, in reading order.
+    std::vector<GuiStop> Stops() const;
+    // The stop to which the key leads from the pointer, or none.
+    std::optional<std::size_t> NextStop(const std::vector<GuiStop>& stops, const SDL_keysym& key) const;
+    void MovePointerTo(GuiPoint place);
+    void ClickAtPointer();
+    // A controller's event as what a key would do.
+    void HearController(const SDL_Event& event);
+    // Puts the cursor on a pixel of the screen.
+    void MovePointer(int pixelX, int pixelY);
     void ForgetScreen();
     void SetUpButtons(GUI_Window& window) const;
     void DrawFocusFrame();

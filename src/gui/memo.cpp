@@ -1,4 +1,4 @@
-// Memos; see memo.h.
+// Display lines are not kept but walked through: a text has at most 511 characters.
 #include "gui/memo.h"
 
 #include "base/frame_clock.h"

@@ -92,4 +92,5 @@ constexpr GUI_Memo::GUI_Memo() : GUI_Component(GuiKind::Memo, 1, ""), scroll(thi
     area.OnKeyUp = AreaKeyUp;
     area.OnLostFocus = AreaLostFocus;
     area.OnDraw = AreaDraw;
+    area.keys = GuiKeys::Lines;
 }

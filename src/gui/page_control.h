@@ -9,6 +9,7 @@ class GUI_PageControl;
 class GUI_Page : public GUI_Button {
 public:
     constexpr GUI_Page() : GUI_Button(GuiKind::Page, 14, "Page") {}
+    ~GUI_Page() override; // leaves its page control
 
     GUI_Element* GetParent() const override; // the page control
     void Click() override;                   // becomes the active page
@@ -20,10 +21,11 @@ public:
     void AddComponent(GUI_Component* component);
     void ClearComponents() { components.Clear(); }
     const GUI_ComponentList& Components() const { return components; }
-    GUI_PageControl* Control() const { return control; }
 
 private:
     friend class GUI_PageControl;
+    void SetControl(GUI_PageControl* newControl);
+
     GUI_PageControl* control = nullptr;
     GUI_ComponentList components;
 };
@@ -31,9 +33,17 @@ private:
 class GUI_PageControl : public GUI_Component {
 public:
     constexpr GUI_PageControl() : GUI_Component(GuiKind::PageControl, 13, "") {}
+    ~GUI_PageControl() override; // its pages then stand in none
 
     // A tab, a widget of the active page, or null: the control's own empty area is not hit.
-    GUI_Component* IsMouseOver(float x, float y) override;
+    GUI_Component* IsMouseOver(float containerLeft, float containerWidth, float containerTop,
+                               float containerHeight, float x, float y) override;
+    // The unrolled list of the active page under the point, also where it lies over the control's edge.
+    GUI_Component* HitUnrolled(float x, float y) const;
+    // Draws the unrolled lists of the active page.
+    void DrawUnrolled() const {
+        if (active) active->components.DrawUnrolled();
+    }
     void Draw() override;
 
     // Appends a page; its tab is placed behind the last one. The first becomes active. A page that stands in
@@ -47,6 +57,7 @@ public:
     void SetActivePage(GUI_Page* page) { active = page; }
 
 private:
+    friend class GUI_Page;
     void RemovePage(GUI_Page* page);
     void DrawActive();
 

@@ -1,4 +1,4 @@
-// Progress bars; see progress_bar.h.
+// The fill is a second picture: the frame's own style pressed, or inside a client area the thumb's style.
 #include "gui/progress_bar.h"
 
 #include "gui/manager.h"
@@ -7,6 +7,7 @@
 
 namespace {
 
+constexpr char Origin[] = "QEV_Gui::GUI_CheckBox::Draw() -"; // of the line about an unknown style
 constexpr std::uint8_t FillStyle = 3;
 constexpr float Inset = 0.002F;
 constexpr float LessHeight = 0.0041F;
@@ -16,7 +17,7 @@ constexpr float LessHeight = 0.0041F;
 void GUI_ProgressBar::Draw() {
     if (!visible) return;
     if (OnDraw) OnDraw(this);
-    if (!CheckStyle("QEV_Gui::GUI_CheckBox::Draw() -")) return;
+    if (!CheckStyle(Origin)) return;
     const int range = max - min;
     const float step = range == 0 ? 0.0F : (width - 2.0F * Inset) / static_cast<float>(range);
     const float fill = static_cast<float>(value) * step;
@@ -28,6 +29,7 @@ void GUI_ProgressBar::Draw() {
 
 void GUI_ProgressBar::DrawInside(float fill) {
     const GUI_Styles& skin = gui.GetStyles();
+    skin.CheckDrawn(FillStyle, Origin);
     const GuiRect rect = DrawnRect(skin, *this);
     skin.DrawShot(skin.Get(stid).shots[static_cast<std::size_t>(state)], rect);
     skin.DrawShot(skin.Get(FillStyle).shots[static_cast<std::size_t>(GuiState::Normal)],

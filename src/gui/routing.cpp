@@ -1,6 +1,8 @@
-// How events find their elements: hit search, focus, hover and drags; see manager.h.
+// How events find their elements: hit search, focus, hover and drags.
+#include "graphics/middle_frame.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "input/controllers.h"
 
 #include <algorithm>
 
@@ -38,11 +40,11 @@ void QEV_Gui::LetGo() {
     hovered = nullptr;
 }
 
-GUI_Element* QEV_Gui::HitElement(bool disabledToo) const {
+GUI_Element* QEV_Gui::HitElement(GuiPoint point, bool disabledToo) const {
     GUI_Element* hit = nullptr;
     for (GUI_Window* window : windows) {
         if (window->state == GuiState::Disabled && !disabledToo) continue;
-        if (GUI_Element* found = window->IsMouseOver(cursor.x, cursor.y)) hit = found;
+        if (GUI_Element* found = window->IsMouseOver(point.x, point.y)) hit = found;
     }
     return hit;
 }
@@ -74,29 +76,29 @@ void QEV_Gui::MouseDown() {
 
 void QEV_Gui::MouseUp() {
     GUI_Element* hit = HitElement(true);
+    if (!hit && OnReleaseOutside) OnReleaseOutside();
     // What was pressed may have lost the focus since; the release ends its drag all the same.
     if (pressed && pressed != hit) pressed->SetNormal();
     pressed = nullptr;
-    if (hit) {
-        if (hit != focus && focus) focus->SetNormal();
+    if (hit != focus && focus) focus->SetNormal();
+    if (hit)
         hit->MouseUp(cursor.x, cursor.y);
-        return;
-    }
-    if (OnReleaseOutside) OnReleaseOutside();
-    if (focus) focus->SetNormal();
-    DropFocus();
-}
-
-void QEV_Gui::KeyDown(SDL_keysym key) {
-    if (OnKey) OnKey(key);
-    if (focus) focus->KeyDown(key);
+    else
+        DropFocus();
 }
 
 void QEV_Gui::KeyUp(SDL_keysym key) {
     if (focus) focus->KeyUp(key);
 }
 
+void QEV_Gui::MovePointer(int pixelX, int pixelY) {
+    const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
+    cursor.x = static_cast<float>(frame.ShareX(pixelX));
+    cursor.y = static_cast<float>(frame.ShareY(pixelY));
+}
+
 void QEV_Gui::ProcessEvents(std::uint32_t /*frameTime*/) {
+    controllers.Watch();
     SDL_Event event;
     while (SDL_PollEvent(&event)) {
         switch (event.type) {
@@ -107,8 +109,7 @@ void QEV_Gui::ProcessEvents(std::uint32_t /*frameTime*/) {
             KeyUp(event.key.keysym);
             break;
         case SDL_MOUSEMOTION:
-            cursor.x = static_cast<float>(event.motion.x) / static_cast<float>(std::max(video.Width(), 1));
-            cursor.y = static_cast<float>(event.motion.y) / static_cast<float>(std::max(video.Height(), 1));
+            MovePointer(event.motion.x, event.motion.y);
             MouseMove();
             break;
         case SDL_MOUSEBUTTONDOWN:
@@ -121,6 +122,7 @@ void QEV_Gui::ProcessEvents(std::uint32_t /*frameTime*/) {
             if (OnQuit) OnQuit();
             break;
         default:
+            HearController(event);
             break;
         }
     }

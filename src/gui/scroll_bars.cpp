@@ -1,4 +1,5 @@
-// Scroll bars; see scroll_bars.h.
+// The thumb's rectangle is the whole track, so that a press anywhere on it counts; only its drawing is
+// smaller.
 #include "gui/scroll_bars.h"
 
 #include "gui/geometry.h"
@@ -68,16 +69,22 @@ double GUI_ScrollBar::Positions() const {
     return std::max(static_cast<double>(max) - min + 1.0, 1.0);
 }
 
+void GUI_ScrollBar::Step(int by) {
+    if (position != (by < 0 ? INT32_MIN : INT32_MAX)) position += by;
+    SetPosition();
+}
+
 void GUI_ScrollBar::StepBack(GUI_Element* arrow) {
-    GUI_ScrollBar& bar = BarOf(arrow);
-    if (bar.position > INT32_MIN) --bar.position;
-    bar.SetPosition();
+    BarOf(arrow).Step(-1);
 }
 
 void GUI_ScrollBar::StepOn(GUI_Element* arrow) {
-    GUI_ScrollBar& bar = BarOf(arrow);
-    if (bar.position < INT32_MAX) ++bar.position;
-    bar.SetPosition();
+    BarOf(arrow).Step(1);
+}
+
+void GUI_ScrollButton::KeyDown(SDL_keysym key) {
+    GUI_Button::KeyDown(key);
+    if (KeepsKey(key)) owner->Step(key.sym == SDLK_LEFT || key.sym == SDLK_UP ? -1 : 1);
 }
 
 void GUI_ScrollBar::PickPosition(GUI_Element* thumb, float x, float y) {
@@ -95,17 +102,31 @@ void GUI_ScrollBar::DragThumb(GUI_Element* thumb, float x, float y) {
     if (thumb->state == GuiState::Clicked) PickPosition(thumb, x, y);
 }
 
-void GUI_ScrollBar::DrawThumb(GUI_Component* component) {
-    GUI_ScrollBar& bar = BarOf(component);
-    GUI_ScrollButton& thumb = bar.thumb;
-    float& length = bar.vertical ? thumb.height : thumb.width;
-    float& place = bar.vertical ? thumb.top : thumb.left;
-    const float wholeLength = length;
-    const float wholePlace = place;
-    length = static_cast<float>(wholeLength / bar.Positions());
+GuiRect GUI_ScrollBar::ThumbRect() const {
+    GuiRect rect = RectOf(thumb);
+    float& length = vertical ? rect.height : rect.width;
+    length = static_cast<float>(length / Positions());
     // A memo whose text has shrunk may stand behind its last line.
-    place += static_cast<float>(std::max(std::min(bar.position, bar.max), bar.min)) * length;
+    (vertical ? rect.top : rect.left) += static_cast<float>(std::max(std::min(position, max), min)) * length;
+    return rect;
+}
+
+GuiPoint GUI_ScrollBar::ThumbMiddle() const {
+    const GuiRect track = DrawnRect(gui.GetStyles(), thumb);
+    const GuiRect part = ThumbRect();
+    return {track.left + part.left - thumb.left + part.width / 2.0F,
+            track.top + part.top - thumb.top + part.height / 2.0F};
+}
+
+void GUI_ScrollBar::DrawThumb(GUI_Component* component) {
+    GUI_ScrollButton& thumb = BarOf(component).thumb;
+    const GuiRect track = RectOf(thumb);
+    const auto place = [&thumb](const GuiRect& rect) {
+        thumb.Place(rect.left, rect.top);
+        thumb.width = rect.width;
+        thumb.height = rect.height;
+    };
+    place(BarOf(component).ThumbRect());
     gui.GetStyles().Draw(thumb, thumb.GetParent());
-    length = wholeLength;
-    place = wholePlace;
+    place(track);
 }

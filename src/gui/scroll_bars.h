@@ -3,16 +3,20 @@
 #pragma once
 
 #include "gui/button.h"
+#include "gui/geometry.h"
 
 class GUI_ScrollBar;
 
-// An arrow or the thumb; knows the bar that it belongs to.
+// An arrow or the thumb; knows the bar that it belongs to. While it has the focus, arrow keys along the bar
+// move the bar a step.
 class GUI_ScrollButton : public GUI_Button {
 public:
     constexpr GUI_ScrollButton(GUI_ScrollBar* bar, std::uint8_t style) : owner(bar) {
         stid = style;
         caption = "";
     }
+
+    void KeyDown(SDL_keysym key) override;
 
     GUI_ScrollBar* const owner;
 };
@@ -27,6 +31,10 @@ public:
     // Call after writing `position`: clamps it to min..max and reports it, unless it is the one last
     // reported.
     void SetPosition();
+    // One position on, or back with -1.
+    void Step(int by);
+    // Of the thumb as it is drawn, on the screen.
+    GuiPoint ThumbMiddle() const;
 
     GUI_ScrollButton first; // the up or left arrow, one step back
     GUI_ScrollButton last;  // the down or right arrow, one step on
@@ -51,6 +59,7 @@ private:
     static void DrawThumb(GUI_Component* thumb);
 
     double Positions() const;
+    GuiRect ThumbRect() const;
     void PlaceParts();
 
     bool vertical;
@@ -80,4 +89,5 @@ constexpr GUI_ScrollBar::GUI_ScrollBar(GuiKind ownKind, bool isVertical, std::ui
     thumb.OnMouseDown = PickPosition;
     thumb.OnMouseOver = DragThumb;
     thumb.OnDraw = DrawThumb;
+    first.keys = last.keys = thumb.keys = isVertical ? GuiKeys::Down : GuiKeys::Across;
 }

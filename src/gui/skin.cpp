@@ -1,4 +1,4 @@
-// The skin's table and defaults; see skin.h.
+// The built-in look is written here in code, so that a GUI without any file can still be used.
 #include "gui/skin.h"
 
 #include "base/log.h"
@@ -104,8 +104,8 @@ bool GUI_Styles::CheckOnce(std::uint8_t stid, const char* origin, std::bitset<25
     return false;
 }
 
-bool GUI_Styles::CheckDrawn(std::uint8_t stid) const {
-    return CheckOnce(stid, "QEV_Gui::GUI_Styles::Draw -", reportedDrawn);
+bool GUI_Styles::CheckDrawn(std::uint8_t stid, const char* origin) const {
+    return CheckOnce(stid, origin, reportedDrawn);
 }
 
 bool GUI_Styles::CheckHit(std::uint8_t stid) const {

@@ -42,8 +42,25 @@ struct ShotPolylist {
 
 using Shot = std::vector<ShotPolylist>;
 
+// Reports the blocks that one skin's shots lack, a line a block up to a limit, so that no count in a file can
+// fill the log.
+class MissingBlocks {
+public:
+    // `line` reports one block; `count` of them are missing.
+    void Report(const char* line, int count);
+
+private:
+    int lines = 0;
+};
+
 struct GUI_Style {
     constexpr GUI_Style() = default;
+
+    // Reads the style from a file that stands inside its block: ten numbers, 0 where missing, and the shots
+    // of its states. A state without one gets the built-in shot.
+    void Load(ConfigFile* file, MissingBlocks& missing);
+    // Appends the shots of the block in which the file stands.
+    static void LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing);
 
     // The built-in look: translucent white with a black outline in all four states.
     void SetDefaults();
@@ -117,7 +134,7 @@ public:
     void Load(ConfigFile* file);
     void Destroy();
     // Appends a style; false when there are 255.
-    bool AddStyle(GUI_Style&& style);
+    [[nodiscard]] bool AddStyle(GUI_Style&& style);
 
     std::uint8_t Count() const { return static_cast<std::uint8_t>(styles.size()); }
     bool Has(std::uint8_t stid) const { return stid < styles.size(); }
@@ -125,9 +142,9 @@ public:
     const GUI_Style& Get(std::uint8_t stid) const;
     // False, with a line in the log, when the skin does not have the style.
     bool Check(std::uint8_t stid, const char* origin) const;
-    // The same for a window, which keeps an unknown style: logged the first time that one is drawn and the
-    // first time that one is pointed at, so that the log does not grow with every frame.
-    bool CheckDrawn(std::uint8_t stid) const;
+    // The same for a style that is asked for every frame, such as a window's, which keeps an unknown one:
+    // logged the first time that it is drawn and the first time that it is pointed at.
+    bool CheckDrawn(std::uint8_t stid, const char* origin = "QEV_Gui::GUI_Styles::Draw -") const;
     bool CheckHit(std::uint8_t stid) const;
 
     // Draws a widget: the shot of its state and its caption. An unknown style is logged and becomes 0.

@@ -1,4 +1,4 @@
-// Drawing with the skin; see skin.h. Rests on OpenGL and the font.
+// Immediate mode and one primitive for each list: skins are small, and change with every state.
 #include "gui/skin.h"
 
 #include "graphics/font.h"

@@ -1,5 +1,5 @@
-// Reading the skin's block; see skin.h. Counts come from the file: nothing is made for a block that is not
-// there, but for missing vertices, which have a default and are filled up to a sensible number.
+// Reads the skin's block. Counts come from the file and may be anything: of the polygons and vertices that
+// are counted but not there, no more than a sensible number are made.
 #include "gui/skin.h"
 
 #include "base/log.h"
@@ -10,28 +10,10 @@
 
 namespace {
 
-// Blocks that a list may lack and still have listed in the log and, where they are vertices, filled up; a
-// real polygon has a handful.
+// How many missing blocks of one list are made and listed in the log. Real lists have a handful of blocks.
 constexpr int MaxMissing = 32;
 // Lines about missing blocks that one skin may write.
 constexpr int MaxLines = 512;
-
-// Reports what shots lack, one line a block, so that no count in a file can fill the log.
-class MissingBlocks {
-public:
-    // `line` reports one block; `count` of them are missing.
-    void Report(const char* line, int count) {
-        const int listed = std::min({count, MaxMissing, MaxLines - lines});
-        for (int i = 0; i < listed; ++i)
-            LogWrite("%s", line);
-        if (listed < count && lines < MaxLines)
-            LogWrite("QEV_Gui::GUI_Style::LoadShot [ warning ] - %d more are missing\n", count - listed);
-        lines += std::max(listed, 1);
-    }
-
-private:
-    int lines = 0;
-};
 
 void ReadButton(const char* block, const char* warning, ConfigFile* file, ButtonSettings& button) {
     if (!INI_FindNextBlock(block, file)) {
@@ -94,9 +76,10 @@ std::vector<ShotPoly> ReadPolys(ConfigFile* file, int count, MissingBlocks& miss
     std::vector<ShotPoly> polys;
     for (int i = 0; i < count; ++i) {
         if (!INI_FindNextBlock("poly", file)) {
-            // The rest is missing too, and an empty polygon shows nothing.
+            // The rest is missing too: nothing moves the file on. Each leaves an empty polygon.
             missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n",
                            count - i);
+            polys.resize(polys.size() + static_cast<std::size_t>(std::min(count - i, MaxMissing)));
             break;
         }
         polys.push_back(ReadPoly(file, missing));
@@ -105,8 +88,18 @@ std::vector<ShotPoly> ReadPolys(ConfigFile* file, int count, MissingBlocks& miss
     return polys;
 }
 
-// Appends the shots of the enclosing block.
-void LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
+} // namespace
+
+void MissingBlocks::Report(const char* line, int count) {
+    const int listed = std::min({count, MaxMissing, MaxLines - lines});
+    for (int i = 0; i < listed; ++i)
+        LogWrite("%s", line);
+    if (listed < count && lines < MaxLines)
+        LogWrite("QEV_Gui::GUI_Style::LoadShot [ warning ] - %d more are missing\n", count - listed);
+    lines += std::max(listed, 1);
+}
+
+void GUI_Style::LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
     while (INI_FindNextBlock("new shot", file)) {
         ShotPolylist& list = shot.emplace_back();
         SkinCounts counts;
@@ -122,8 +115,8 @@ void LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
     }
 }
 
-void LoadStyle(ConfigFile* file, GUI_Style& style, MissingBlocks& missing) {
-    ReadRecord(GUI_Style::Table(), style, file);
+void GUI_Style::Load(ConfigFile* file, MissingBlocks& missing) {
+    ReadRecord(GUI_Style::Table(), *this, file);
 
     static constexpr std::array<const char*, 4> StateNames = {"normal", "hover", "clicked", "disabled"};
     bool recognised = false;
@@ -133,7 +126,7 @@ void LoadStyle(ConfigFile* file, GUI_Style& style, MissingBlocks& missing) {
         const std::string& state = block.state;
         const auto found = std::ranges::find(StateNames, state);
         if (found != StateNames.end()) {
-            LoadShot(file, style.shots[static_cast<std::size_t>(found - StateNames.begin())], missing);
+            LoadShot(file, shots[static_cast<std::size_t>(found - StateNames.begin())], missing);
             recognised = true;
         } else if (!recognised) {
             LogWrite("QEV_Gui::GUI_Style::Load[ warning ] Incorrect or missing value at state = %s \n",
@@ -142,15 +135,13 @@ void LoadStyle(ConfigFile* file, GUI_Style& style, MissingBlocks& missing) {
         if (!INI_SkipBlock("mode", file))
             LogWrite("QEV_Gui::GUI_Style::Load() [ warning ] - Couldn't skip modeblock\n");
     }
-    for (std::size_t i = 0; i < style.shots.size(); ++i) {
-        if (!style.shots[i].empty()) continue;
+    for (std::size_t i = 0; i < shots.size(); ++i) {
+        if (!shots[i].empty()) continue;
         LogWrite("QEV_Gui::GUI_Style::Load[ warning ] mode[%d] info wasn't loaded - loading default \n",
                  static_cast<int>(i));
-        style.shots[i] = GUI_Style::MakeDefaultShot();
+        shots[i] = MakeDefaultShot();
     }
 }
-
-} // namespace
 
 RecordTable<ShotVertex> ShotVertex::Table() {
     static constexpr RecordKey<ShotVertex> Keys[] = {
@@ -239,14 +230,14 @@ void GUI_Styles::Load(ConfigFile* file) {
         LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n");
     }
     if (INI_FindNextBlock("focus style", file)) {
-        LoadShot(file, focus, missing);
+        GUI_Style::LoadShot(file, focus, missing);
         INI_SkipBlock("focus style", file);
     } else {
         LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n");
     }
     while (INI_FindNextBlock("New style", file)) {
         GUI_Style style;
-        LoadStyle(file, style, missing);
+        style.Load(file, missing);
         if (!AddStyle(std::move(style))) {
             LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - More than %d styles, the rest isn't read\n",
                      Count());

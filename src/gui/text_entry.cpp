@@ -1,4 +1,5 @@
-// Typing; see text_entry.h.
+// Characters are made from key symbols and modifiers: SDL's own translation stays off, as a held key must
+// repeat at our pace.
 #include "gui/text_entry.h"
 
 #include "gui/geometry.h"
@@ -45,9 +46,11 @@ bool TextEntry::Repeats(std::uint32_t milliseconds) {
 char TextEntry::Character(const SDL_keysym& key) {
     const int code = key.sym;
     if (code < 32 || code >= 123) return '\0';
-    if (key.mod != KMOD_LSHIFT && key.mod != KMOD_RSHIFT) return static_cast<char>(code);
-    if (code < 'a' && code != ' ') return static_cast<char>(code - 16);
-    return static_cast<char>(std::toupper(code));
+    const int modifiers = key.mod & ~(KMOD_NUM | KMOD_CAPS);
+    const bool shifted = modifiers == KMOD_LSHIFT || modifiers == KMOD_RSHIFT;
+    if (code >= 'a')
+        return static_cast<char>(shifted == ((key.mod & KMOD_CAPS) != 0) ? code : std::toupper(code));
+    return static_cast<char>(shifted && code != ' ' ? code - 16 : code);
 }
 
 std::int32_t CharactersIn(float width, float textx) {

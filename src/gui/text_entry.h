@@ -26,7 +26,7 @@ public:
     char CursorCharacter(bool focused) const { return !blink && focused ? '_' : ' '; }
 
     // The character that a printable key (32 to 122) adds; 0 for any other key. One shift key with no other
-    // modifier, locks included, makes upper case, or moves a sign by 16.
+    // modifier but locks makes upper case, or moves a sign by 16; Caps Lock turns letters round.
     static char Character(const SDL_keysym& key);
 
 private:

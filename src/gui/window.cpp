@@ -1,8 +1,10 @@
-// Windows; see window.h.
+// A window changes its style and caption while it is drawn: body and caption bar are two frames of one
+// window.
 #include "gui/window.h"
 
 #include "graphics/video.h"
 #include "gui/geometry.h"
+#include "gui/items.h"
 #include "gui/manager.h"
 
 #include <GL/gl.h>
@@ -22,6 +24,10 @@ void Resize(GUI_Element* button, float x, float y) {
 }
 
 } // namespace
+
+GUI_Window::~GUI_Window() {
+    if (owner) owner->RemoveWindow(*this);
+}
 
 void GUI_Window::MouseOver(float x, float y) {
     if (state == GuiState::Clicked) {
@@ -55,16 +61,12 @@ bool GUI_Window::IsInside(float x, float y) {
 }
 
 GUI_Element* GUI_Window::IsMouseOver(float x, float y) {
-    if (!visible || !IsInside(x, y)) return nullptr;
+    if (!visible) return nullptr;
+    const bool inside = IsInside(x, y);
+    if (!inside && !children.HitUnrolled(*this, x, y)) return nullptr;
     if (!gui.GetStyles().CheckHit(stid)) return nullptr;
-    GUI_Component* kept = nullptr;
-    for (std::size_t i = 0; i < children.Size(); ++i) {
-        GUI_Component& child = children[i];
-        GUI_Component* hit = child.IsMouseOver(x, y);
-        // What is not clipped lies above the rest, as the close button does.
-        if (hit && (!kept || (kept->scissor && child.scissor))) kept = hit;
-    }
-    return kept ? static_cast<GUI_Element*>(kept) : this;
+    GUI_Component* hit = inside ? children.Hit(*this, x, y) : children.HitUnrolled(*this, x, y);
+    return hit ? static_cast<GUI_Element*>(hit) : this;
 }
 
 void GUI_Window::AddComponent(GUI_Component* component) {
@@ -103,15 +105,14 @@ void GUI_Window::Draw() {
     closeButton.Draw();
     resizeButton.Draw();
     stid = BodyStyle;
+    children.DrawUnrolled();
 }
 
 void GUI_Window::Draw3D(float viewLeft, float viewWidth, float viewHeight) {
-    const double screenWidth = video.Width();
-    const double screenHeight = video.Height();
+    const PixelRect view = ToPixels(viewLeft, static_cast<double>(top) + height, viewWidth, viewHeight,
+                                    video.Width(), video.Height());
     glPushMatrix();
-    glViewport(TruncateToInt(screenWidth * viewLeft), TruncateToInt(screenHeight * (1.0 - top - height)),
-               std::max(TruncateToInt(screenWidth * viewWidth), 0),
-               std::max(TruncateToInt(screenHeight * viewHeight), 0));
+    glViewport(view.x, view.y, view.width, view.height);
     glClear(GL_DEPTH_BUFFER_BIT);
     glEnable(GL_DEPTH_TEST);
     glLoadIdentity();
@@ -125,7 +126,7 @@ void GUI_Window::DrawChildren() {
     const GUI_Styles& skin = gui.GetStyles();
     for (std::size_t i = 0; i < children.Size(); ++i) {
         GUI_Component& child = children[i];
-        if (&child == &closeButton || &child == &resizeButton) continue;
+        if (&child == &closeButton || &child == &resizeButton || IsUnrolledList(child)) continue;
         // Some widgets set scissors of their own.
         skin.SetScissor(*this, nullptr);
         child.Draw();

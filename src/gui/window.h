@@ -11,6 +11,7 @@ public:
     using WindowHook = void (*)(GUI_Window* window);
 
     constexpr GUI_Window() : GUI_Window(GuiKind::Window, 8, "Window") {}
+    ~GUI_Window() override; // leaves the manager
 
     void MouseOver(float x, float y) override; // while pressed the window follows the pointer
     void MouseDown(float x, float y) override;
@@ -22,7 +23,8 @@ public:
     // Slot 18.
     virtual void Draw();
 
-    // The widget under the point, else the window itself; null outside, or when the window is hidden.
+    // The widget under the point, else the window itself; null outside, or when the window is hidden. An
+    // unrolled item list reaches over the window's edge.
     GUI_Element* IsMouseOver(float x, float y);
 
     // Appends a widget; one that stands in a container, this one too, moves. The window refers to it until
@@ -52,7 +54,7 @@ protected:
 
     // The OnDraw3D hook in a viewport that stands on the window's lower edge; GUI units.
     void Draw3D(float viewLeft, float viewWidth, float viewHeight);
-    // The children within the client area.
+    // The children within the client area, without unrolled lists.
     void DrawChildren();
 
     GUI_ComponentList children;

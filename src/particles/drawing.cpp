@@ -225,8 +225,10 @@ void DrawParticles(EmitterInstance& instance) {
     case 4:
         DrawPairs(emitter, instance);
         break;
-    default:
+    case 5:
         DrawRibbon(emitter, instance);
+        break;
+    default:
         break;
     }
 }

@@ -1,6 +1,9 @@
-// What is hit is what is drawn: rectangles found by pointing against rectangles found in the picture.
+// What is hit is what is drawn, on screens of every shape: the pointer is sent over the picture and must mean
+// what the picture shows under its tip.
 #include "support/gui_fixture.h"
 
+#include "graphics/font.h"
+#include "graphics/middle_frame.h"
 #include "graphics/video.h"
 #include "gui/hwindow.h"
 #include "gui/items.h"
@@ -10,105 +13,115 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 #include <random>
-#include <tuple>
 
 namespace {
 
-// Where the matrix of the GUI puts a place of the screen, as a share of the screen: the unit square ends a
-// few tenths of a percent before the screen's edges.
+// 5:4, 4:3, 16:10, 16:9 and 21:9, and sizes that divide badly.
+constexpr std::pair<int, int> Sizes[] = {{1280, 1024}, {640, 480},  {1024, 640},
+                                         {1366, 768},  {1280, 540}, {641, 479}};
+
+// The share of the middle frame that the unit square covers: it ends a few tenths of a percent before the
+// edges.
 constexpr double CoverX = 1.53 / (2 * 0.57735026919 * 4 / 3);
 constexpr double CoverY = 1.15 / (2 * 0.57735026919);
 
-double OnScreen(double place, double cover) {
-    return 0.5 + (place - 0.5) * cover;
+MiddleFrame Frame() {
+    return MiddleFrame::Of(video.Width(), video.Height());
 }
-
-struct Span {
-    double low = 2.0;
-    double high = -1.0;
-    bool IsEmpty() const { return high <= low; }
-};
 
 class GeometryTest : public GuiTest {
 protected:
-    // The element's extent along one axis, in GUI units, found by pointing at every pixel of a line.
-    Span Pointed(const GUI_Element& element, bool alongX, double across) const {
-        Span span;
-        const int length = alongX ? video.Width() : video.Height();
-        for (int i = 0; i < length; ++i) {
-            const int other = static_cast<int>(across * (alongX ? video.Height() : video.Width()));
-            MoveTo(alongX ? i : other, alongX ? other : i);
-            if (gui.Hovered() != &element) continue;
-            span.low = std::min(span.low, static_cast<double>(i) / length);
-            span.high = std::max(span.high, static_cast<double>(i + 1) / length);
-        }
-        return span;
+    void TearDown() override {
+        SetSize(Width, Height);
+        GuiTest::TearDown();
     }
 
-    // A drawn edge, in pixels, is where the pointer's edge is, either as a shot is drawn or as a scissor
-    // cuts; within a pixel.
-    static void ExpectEdge(int drawn, double pointed, int length, double cover, const std::string& what) {
-        const double asShot = OnScreen(pointed, cover) * length;
-        const double asScissor = pointed * length;
-        EXPECT_LE(std::min(std::abs(drawn - asShot), std::abs(drawn - asScissor)), 1.51)
-            << what << ": drawn at " << drawn << ", pointed at " << asShot << " or " << asScissor;
+    static void SetSize(int width, int height) {
+        video.SetMode(width, height, false);
+        SDL_GL_SwapBuffers(); // the driver learns the window's new size with the next picture
+        font.Reload();
+        gui.ReloadTextures();
     }
 
-    // Compares the picture of the widget's style with where it is hit; `limit` is what else cuts the drawing.
-    void Compare(const GUI_Component& element, const GuiEdges& limit, const std::string& what) {
-        MoveTo(0, 0);
-        Draw();
-        const Box box = Find(PlainSkin::Colour(element.stid, GuiState::Normal));
-        const GuiEdges edges = HitRect(gui.GetStyles(), element);
-        const double middleX = (edges.left + std::min(edges.right, limit.right)) / 2;
-        const double middleY = (edges.top + std::min(edges.bottom, limit.bottom)) / 2;
-        Span x = Pointed(element, true, middleY);
-        Span y = Pointed(element, false, middleX);
-        x = {std::max<double>(x.low, limit.left), std::min<double>(x.high, limit.right)};
-        y = {std::max<double>(y.low, limit.top), std::min<double>(y.high, limit.bottom)};
-        ASSERT_EQ(box.IsEmpty(), x.IsEmpty() || y.IsEmpty()) << what;
-        if (box.IsEmpty()) return;
-        ++compared;
-        ExpectEdge(box.left, x.low, video.Width(), CoverX, what + " left");
-        ExpectEdge(box.right, x.high, video.Width(), CoverX, what + " right");
-        ExpectEdge(box.top, y.low, video.Height(), CoverY, what + " top");
-        ExpectEdge(box.bottom, y.high, video.Height(), CoverY, what + " bottom");
+    // Moves the pointer so that its drawn tip stands on that pixel.
+    static void PointWithTip(int x, int y) {
+        const MiddleFrame frame = Frame();
+        MoveTo(static_cast<int>(std::lround(frame.PixelX((frame.ShareX(x) - 0.5) / CoverX + 0.5))),
+               static_cast<int>(std::lround(frame.PixelY((frame.ShareY(y) - 0.5) / CoverY + 0.5))));
     }
 
     float Random(float low, float high) { return std::uniform_real_distribution<float>(low, high)(random); }
 
-    void ShowSomewhere(GUI_Window& placed) {
-        placed.caption = "";
-        Show(placed, {Random(0.02F, 0.4F), Random(0.05F, 0.4F), Random(0.25F, 0.55F), Random(0.2F, 0.5F)});
-    }
-
-    // The client area by which a window cuts its children while it draws them.
-    static GuiEdges ClientOf(const GUI_Window& placed) {
-        return {placed.left, placed.top - PlainSkin::RightY, placed.left + placed.width - PlainSkin::RightX,
-                placed.top + placed.height - PlainSkin::RightY};
-    }
-
-    // The style that is shown, in its normal state, in the whole neighbourhood of a pixel; 0 for bare ground.
+    // The style that is shown in the whole neighbourhood of a pixel; 0 for bare ground.
     static std::optional<int> StyleAround(const std::vector<Rgba>& screen, int x, int y) {
-        constexpr int Reach = 4;
+        constexpr int Reach = 5;
         const auto at = [&](int dx, int dy) {
-            const Rgba pixel = screen[static_cast<std::size_t>((y + dy) * Width + x + dx)];
-            return std::tuple(pixel.red, pixel.green, pixel.blue);
+            return screen[static_cast<std::size_t>((y + dy) * video.Width() + x + dx)];
+        };
+        const auto same = [](Rgba one, Rgba other) {
+            return one.red == other.red && one.green == other.green && one.blue == other.blue;
         };
         for (int dy = -Reach; dy <= Reach; ++dy)
             for (int dx = -Reach; dx <= Reach; ++dx)
-                if (at(dx, dy) != at(0, 0)) return std::nullopt;
-        for (int style = 1; style <= 15; ++style) {
-            const Rgba colour = PlainSkin::Colour(style, GuiState::Normal);
-            if (at(0, 0) == std::tuple(colour.red, colour.green, colour.blue)) return style;
-        }
-        return 0;
+                if (!same(at(dx, dy), at(0, 0))) return std::nullopt;
+        for (int style = 1; style <= 15; ++style)
+            if (same(at(0, 0), PlainSkin::Colour(style, GuiState::Normal))) return style;
+        return same(at(0, 0), {0, 0, 0}) ? std::optional(0) : std::nullopt;
     }
 
+    // Three windows over one another with widgets of all anchors, cut by their window or hidden; one with a
+    // page of widgets, one with an unrolled list that reaches over its edge.
+    void BuildPile() {
+        gui.Clear();
+        page.ClearComponents();
+        std::array<GUI_Window*, 3> pile = {&window, &panel, &second};
+        std::shuffle(pile.begin(), pile.end(), random);
+        for (GUI_Window* holder : pile) {
+            holder->caption = "";
+            Show(*holder,
+                 {Random(0.02F, 0.4F), Random(0.05F, 0.4F), Random(0.25F, 0.55F), Random(0.2F, 0.5F)});
+        }
+        control.caption = page.caption = list.caption = "";
+        control.stid = ControlStyle;
+        controlHolder = pile[0];
+        Place(control, {0.01F, 0.01F, 0.17F, 0.1F});
+        pile[0]->AddComponent(&control);
+        control.AddPage(&page);
+        Place(page, {0.0F, 0.0F, 0.08F, 0.03F});
+        for (std::size_t i = 0; i < many.size(); ++i)
+            AddButton(*pile.at(i % pile.size()), many.at(i), i);
+        Place(many[20], {Random(0.0F, 0.1F), 0.04F, 0.05F, 0.02F});
+        many[20].pos_id = GuiCorner::TopLeft;
+        page.AddComponent(&many[20]);
+        list.SetItems(" ; ; ; ");
+        list.scissor = random() % 2 == 0;
+        list.pos_id = static_cast<GuiCorner>(random() % 2);
+        Place(list, {0.02F, Random(0.0F, 0.15F), 0.12F, 0.05F});
+        pile[2]->AddComponent(&list);
+        gui.SetFocus(&list);
+        list.Unroll();
+    }
+
+    void AddButton(GUI_Window& holder, GUI_Button& button, std::size_t number) {
+        button.caption = "";
+        button.stid = static_cast<std::uint8_t>(1 + number % 7);
+        button.visible = random() % 6 != 0;
+        button.scissor = true;
+        button.pos_id = static_cast<GuiCorner>(random() % 4);
+        Place(button,
+              {Random(0.03F, 0.1F), Random(0.05F, 0.08F), Random(0.03F, 0.35F), Random(0.03F, 0.35F)});
+        // Nothing is pointed at above or left of a window, which may still draw there.
+        button.width = std::min(button.width, holder.width - button.left);
+        button.height = std::min(button.height, holder.height - button.top);
+        holder.AddComponent(&button);
+    }
+
+    static constexpr std::uint8_t ControlStyle = 12;
+    const GUI_Window* controlHolder = nullptr;
     std::mt19937 random{7};
-    int compared = 0;
     GUI_Window window;
     GUI_HWindow panel;
     GUI_Window second;
@@ -119,109 +132,33 @@ protected:
     GUI_Items list;
 };
 
-TEST_F(GeometryTest, RandomWidgetsInRandomWindows) {
-    widget.caption = "";
-    for (int round = 0; round < 40; ++round) {
-        gui.Clear();
-        GUI_Window& container = round % 2 ? window : panel;
-        ShowSomewhere(container);
-        container.AddComponent(&widget);
-        widget.scissor = round % 3 != 0;
-        container.scissor = round % 7 != 0 || !widget.scissor;
-        widget.pos_id = static_cast<GuiCorner>(round / 3 % 4);
-        Place(widget, {Random(0.0F, 0.2F), Random(0.0F, 0.2F), Random(0.03F, 0.4F), Random(0.03F, 0.3F)});
-        // Nothing is pointed at above or left of a window, which may still draw there.
-        widget.width = std::min(widget.width, container.width - widget.left);
-        widget.height = std::min(widget.height, container.height - widget.top);
-        // A clipped widget's own rectangle must tell where it is cut.
-        const bool clipped = widget.scissor && container.scissor;
-        Compare(widget, clipped ? GuiEdges{-1, -1, 2, 2} : ClientOf(container),
-                "round " + std::to_string(round) + ", anchor " +
-                    std::to_string(static_cast<int>(widget.pos_id)));
-    }
-    EXPECT_GT(compared, 25);
-}
-
-TEST_F(GeometryTest, RandomWidgetsOnPages) {
-    widget.caption = page.caption = list.caption = "";
-    for (int round = 0; round < 20; ++round) {
-        gui.Clear();
-        page.ClearComponents();
-        ShowSomewhere(window);
-        window.AddComponent(&control);
-        control.AddPage(&page);
-        page.AddComponent(&list); // unclipped, it must not free what is drawn after it
-        page.AddComponent(&widget);
-        control.left = Random(0.0F, 0.1F);
-        control.top = Random(0.0F, 0.05F);
-        // The control draws over its window's edge where it is larger, so it is not.
-        control.width = std::min(Random(0.15F, 0.5F), window.width - control.left - 2 * PlainSkin::RightX);
-        control.height =
-            std::min(Random(0.12F, 0.4F), window.height - control.top - PlainSkin::LeftY - PlainSkin::RightY);
-        Place(widget, {Random(0.0F, 0.1F), Random(0.05F, 0.1F), Random(0.03F, 0.4F), Random(0.03F, 0.3F)});
-        // The control cuts with its own margins, which the plain skin makes those of the window.
-        const float left = window.left + PlainSkin::LeftX + control.left;
-        const float bottom = window.top + PlainSkin::LeftY + control.top + control.height - PlainSkin::RightY;
-        Compare(widget, {left, bottom - control.height, left + control.width, bottom},
-                "round " + std::to_string(round));
-    }
-    EXPECT_GT(compared, 8);
-}
-
-// Windows and widgets over one another: the pointer means what the picture shows on top.
-TEST_F(GeometryTest, TheTopmostOfRandomPilesIsHit) {
-    int met = 0;
-    for (int round = 0; round < 12; ++round) {
-        gui.Clear();
-        std::array<GUI_Window*, 3> pile = {&window, &panel, &second};
-        std::shuffle(pile.begin(), pile.end(), random);
-        for (GUI_Window* holder : pile)
-            ShowSomewhere(*holder);
-        for (std::size_t i = 0; i < many.size(); ++i) {
-            GUI_Button& button = many[i];
-            button.caption = "";
-            button.stid = static_cast<std::uint8_t>(1 + i % 7);
-            button.visible = random() % 6 != 0;
-            button.pos_id = static_cast<GuiCorner>(random() % 4);
-            Place(button,
-                  {Random(0.0F, 0.1F), Random(0.0F, 0.1F), Random(0.03F, 0.15F), Random(0.03F, 0.1F)});
-            pile.at(i % pile.size())->AddComponent(&button);
+TEST_F(GeometryTest, TheTopmostOfRandomPilesIsHitOnScreensOfEveryShape) {
+    for (const auto& [width, height] : Sizes) {
+        SetSize(width, height);
+        std::map<int, int> met;
+        for (int round = 0; round < 8; ++round) {
+            BuildPile();
+            MoveTo(0, 0);
+            Draw();
+            const std::vector<Rgba> screen = ReadScreen();
+            for (int i = 0; i < 600; ++i) {
+                const int x = static_cast<int>(Random(8, static_cast<float>(width) - 8));
+                const int y = static_cast<int>(Random(8, static_cast<float>(height) - 8));
+                const std::optional<int> shown = StyleAround(screen, x, y);
+                if (!shown) continue; // an edge runs there
+                PointWithTip(x, y);
+                const GUI_Element* hit = gui.Hovered();
+                // A page control's own empty area belongs to its window.
+                const int wanted = *shown == ControlStyle ? controlHolder->stid : *shown;
+                ASSERT_EQ(hit ? hit->stid : 0, wanted)
+                    << width << "x" << height << ", round " << round << " at " << x << ", " << y;
+                ++met[*shown];
+            }
         }
-        MoveTo(0, 0);
-        Draw();
-        const std::vector<Rgba> screen = ReadScreen();
-        for (int i = 0; i < 1500; ++i) {
-            const int x = static_cast<int>(Random(8, Width - 8));
-            const int y = static_cast<int>(Random(8, Height - 8));
-            const std::optional<int> shown = StyleAround(screen, x, y);
-            if (!shown) continue; // an edge runs there
-            MoveTo(x, y);
-            const GUI_Element* hit = gui.Hovered();
-            EXPECT_EQ(hit ? hit->stid : 0, *shown) << "round " << round << " at " << x << ", " << y;
-            met += *shown >= 1 && *shown <= 7;
-        }
-    }
-    EXPECT_GT(met, 300);
-}
-
-TEST_F(GeometryTest, WidgetsHangOnTheClientAreaOrOnTheFrame) {
-    Show(panel, {0.1F, 0.1F, 0.5F, 0.5F});
-    panel.AddComponent(&widget);
-    Place(widget, {0.03F, 0.01F, 0.1F, 0.05F});
-    const auto expect = [&](GuiCorner corner, float left, float top) {
-        widget.pos_id = corner;
-        const GuiRect rect = DrawnRect(gui.GetStyles(), widget);
-        EXPECT_NEAR(rect.left, left, 1e-6) << static_cast<int>(corner);
-        EXPECT_NEAR(rect.top, top, 1e-6) << static_cast<int>(corner);
-    };
-    for (const bool clipped : {false, true}) {
-        widget.scissor = clipped;
-        const float x = clipped ? PlainSkin::LeftX : 0.0F;
-        const float y = clipped ? PlainSkin::LeftY : 0.0F;
-        expect(GuiCorner::TopLeft, 0.13F + x, 0.11F + y);
-        expect(GuiCorner::TopRight, 0.47F + x, 0.11F + y);
-        expect(GuiCorner::BottomRight, 0.47F + x, 0.54F + y);
-        expect(GuiCorner::BottomLeft, 0.13F + x, 0.54F + y);
+        EXPECT_GT(met[0], 500) << width << "x" << height;
+        EXPECT_GT(met[8] + met[13], 200) << "windows";
+        EXPECT_GT(met[14], 20) << "lists and tabs";
+        EXPECT_GT(met[1] + met[2] + met[3] + met[4] + met[5] + met[6], 100) << "buttons";
     }
 }
 
@@ -267,45 +204,34 @@ TEST_F(GeometryTest, HooksDrawInTheClientAreaUnderTheWidgets) {
     }
 }
 
-// The pointer that the player sees is the drawn one: its tip and the widgets' edges must meet.
-TEST_F(GeometryTest, PointerAndWidgetsAgreeAtEveryScreenSize) {
-    widget.caption = "";
-    for (const auto& [width, height] : {std::pair{640, 480}, {1024, 768}, {1280, 960}, {1280, 720}}) {
-        video.SetMode(width, height, false);
-        SDL_GL_SwapBuffers(); // the driver learns the window's new size with the next picture
-        gui.ReloadTextures();
+// Square pictures stay square, in the middle, where the pointer and the clip rectangles are.
+TEST_F(GeometryTest, WindowsTextsAndPointerKeepTheirProportions) {
+    for (const auto& [width, height] : Sizes) {
+        SetSize(width, height);
         gui.Clear();
         panel.caption = "";
-        Show(panel, {0, 0, 1, 1});
+        Show(panel, {0.2F, 0.2F, 0.6F, 0.6F});
+        widget.caption = "Q";
+        widget.width = 0.3F;
         panel.AddComponent(&widget);
-        for (const GuiPoint place : {GuiPoint{0.05F, 0.05F}, {0.4F, 0.5F}, {0.72F, 0.82F}}) {
-            widget.Place(place.x, place.y);
-            gui.cursor.visible = false;
-            MoveTo(0, 0);
-            Draw();
-            const Box button = Find(PlainSkin::Colour(3, GuiState::Normal));
-            ASSERT_FALSE(button.IsEmpty());
-            const auto inX =
-                static_cast<int>((place.x + PlainSkin::LeftX + 0.05F) * static_cast<float>(width));
-            const auto inY =
-                static_cast<int>((place.y + PlainSkin::LeftY + 0.02F) * static_cast<float>(height));
-            gui.cursor.visible = true;
-            // Where the tip is drawn as it comes onto the widget.
-            const auto tipFrom = [&](int x, int y, int dx, int dy) {
-                for (MoveTo(x, y); gui.Hovered() != &widget && x < width && y < height; MoveTo(x, y))
-                    x += dx, y += dy;
-                Draw();
-                return Find({255, 255, 0});
-            };
-            EXPECT_NEAR(tipFrom(0, inY, 1, 0).left, button.left, 1.01) << width << "x" << height;
-            const Box tip = tipFrom(inX, 0, 0, 1);
-            EXPECT_NEAR(tip.top, button.top, 1.01) << width << "x" << height;
-            EXPECT_NEAR(tip.left, OnScreen(static_cast<double>(inX) / width, CoverX) * width, 1.01)
-                << "the picture fills a wide screen too";
-        }
+        gui.cursor.visible = true;
+        Move(0.7F, 0.7F);
+        Draw();
+        const MiddleFrame frame = Frame();
+        EXPECT_NEAR(frame.width / frame.height, 4.0 / 3.0, 1e-9);
+        EXPECT_TRUE(std::abs(frame.width - width) < 1e-9 || std::abs(frame.height - height) < 1e-9);
+        const Box body = Find(PlainSkin::Colour(13, GuiState::Hover));
+        EXPECT_NEAR(body.right - body.left, 0.6 * CoverX * frame.width, 1.5) << width << "x" << height;
+        EXPECT_NEAR((body.right + body.left) / 2.0, width / 2.0, 1.0) << width << "x" << height;
+        const Box letter = Find(CellColour('Q' - ' '));
+        EXPECT_NEAR(letter.right - letter.left, frame.width / 40.0, 2.5) << "16 of 640";
+        EXPECT_NEAR(letter.bottom - letter.top, frame.height / 30.0, 2.5) << "16 of 480";
+        EXPECT_NEAR(letter.left, frame.PixelX(0.2 + PlainSkin::LeftX + PlainSkin::TextX), 1.5);
+        const Box tip = Find({255, 255, 0});
+        EXPECT_NEAR(tip.right - tip.left, 0.02 * CoverX * frame.width, 1.5);
+        EXPECT_NEAR(tip.left, frame.PixelX(0.5 + 0.2 * CoverX), 1.5);
+        EXPECT_NEAR(tip.top, frame.PixelY(0.5 + 0.2 * CoverY), 1.5);
     }
-    video.SetMode(Width, Height, false);
-    SDL_GL_SwapBuffers();
 }
 
 } // namespace

@@ -1,13 +1,9 @@
 // Typing into edit boxes and memos, through SDL's queue and by the frame clock.
-#include "support/gui_fixture.h"
-
 #include "gui/edit_box.h"
 #include "gui/memo.h"
+#include "support/gui_fixture.h"
 
 namespace {
-
-const std::string FullEdit = "GUI_EditBox::AddText((x) - The string is to big already\n";
-const std::string FullMemo = "GUI_Memo::AddText((x) - The string is to big already\n";
 
 class TextTest : public GuiTest {
 protected:
@@ -42,24 +38,37 @@ protected:
     GUI_Memo memo;
 };
 
-TEST_F(TextTest, AnEditBoxStartsWithTestAndTakesPrintableKeys) {
+TEST_F(TextTest, AnEditBoxTakesPrintableKeysUntilItIsFull) {
     EXPECT_STREQ(GUI_EditBox().Text(), "test");
-    for (const SDLKey key : {SDLK_a, SDLK_SPACE, SDLK_2, SDLK_RETURN, SDLK_F1, SDLK_UP})
+    for (const SDLKey key : {SDLK_a, SDLK_SPACE, SDLK_2, SDLK_RETURN, SDLK_F1, SDLK_ESCAPE})
         Type(key);
     EXPECT_STREQ(box.Text(), "a 2");
-    Type(SDLK_BACKSPACE);
-    EXPECT_STREQ(box.Text(), "a ");
+    TypeTimes(2, SDLK_BACKSPACE);
+    EXPECT_STREQ(box.Text(), "a");
     TypeTimes(5, SDLK_BACKSPACE);
     EXPECT_STREQ(box.Text(), "");
+    const std::string full = "GUI_EditBox::AddText((x) - The string is to big already\n";
+    box.SetText(std::string(600, 'm').c_str());
+    EXPECT_EQ(std::strlen(box.Text()), 511U);
+    TypeTimes(2, SDLK_x);
+    EXPECT_EQ(CountInLog(full), 2);
+    Type(SDLK_BACKSPACE);
+    Type(SDLK_x);
+    EXPECT_EQ(CountInLog(full), 2);
+    EXPECT_EQ(box.Text()[510], 'x');
+    EXPECT_EQ(std::strlen(box.Text()), 511U);
 }
 
-TEST_F(TextTest, OneShiftKeyGivesUpperCaseAndMovesSignsBySixteen) {
+TEST_F(TextTest, OneShiftKeyGivesUpperCaseAndMovesSignsBySixteenWhateverIsLocked) {
     for (const int modifiers : {int{KMOD_LSHIFT}, int{KMOD_RSHIFT}, KMOD_LSHIFT | KMOD_RSHIFT,
-                                int{KMOD_LCTRL}, KMOD_LSHIFT | KMOD_NUM, int{KMOD_CAPS}})
+                                int{KMOD_LCTRL}, KMOD_LSHIFT | KMOD_NUM, int{KMOD_NUM}, int{KMOD_CAPS},
+                                KMOD_CAPS | KMOD_NUM, KMOD_CAPS | KMOD_RSHIFT})
         Type(SDLK_q, modifiers);
+    for (const int modifiers : {int{KMOD_CAPS}, KMOD_CAPS | KMOD_LSHIFT})
+        Type(SDLK_1, modifiers);
     for (const SDLKey key : {SDLK_1, SDLK_2, SDLK_3, SDLK_SPACE, SDLK_COMMA})
         Type(key, key == SDLK_3 ? KMOD_RSHIFT : KMOD_LSHIFT);
-    EXPECT_STREQ(box.Text(), "QQqqqq!\"# \x1C");
+    EXPECT_STREQ(box.Text(), "QQqqQqQQq1!!\"# \x1C");
 }
 
 TEST_F(TextTest, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
@@ -71,14 +80,12 @@ TEST_F(TextTest, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
     KeyUp(SDLK_z);
     DrawFor(2000);
     EXPECT_STREQ(box.Text(), "zz");
-
     // Short frames: the press and the repeats at about 500, 600 ... 1000 are seven.
     box.SetText("");
     Hold(SDLK_z, 1012, 2);
     EXPECT_STREQ(box.Text(), "zzzzzzz");
     Hold(SDLK_BACKSPACE, 1012, 2);
     EXPECT_STREQ(box.Text(), "");
-
     // A key whose release another element hears types on neither here nor there.
     KeyDown(SDLK_z);
     gui.SetFocus(&memo.area);
@@ -90,23 +97,9 @@ TEST_F(TextTest, AHeldKeyRepeatsAfterHalfASecondAndThenTenTimesASecond) {
     EXPECT_STREQ(memo.Text(), "z");
 }
 
-TEST_F(TextTest, AFullEditBoxRefusesAndLogsEachCharacter) {
-    box.SetText(std::string(600, 'm').c_str());
-    EXPECT_EQ(std::strlen(box.Text()), 511U);
-    TypeTimes(2, SDLK_x);
-    EXPECT_EQ(CountInLog(FullEdit), 2);
-    EXPECT_EQ(std::strlen(box.Text()), 511U);
-    Type(SDLK_BACKSPACE);
-    Type(SDLK_x);
-    EXPECT_EQ(CountInLog(FullEdit), 2);
-    EXPECT_EQ(box.Text()[510], 'x');
-    Draw();
-}
-
 TEST_F(TextTest, AnEditBoxShowsTheEndOfItsTextAndABlinkingCursor) {
     // 0.3 wide: 18 characters, the cursor among them. Glyph cells of the test font tell what is drawn.
     box.SetText("abcdefghijklmnopqrstuvwxyz");
-    gui.SetFocus(&box);
     Draw();
     EXPECT_FALSE(IsSeen('i'));
     EXPECT_TRUE(IsSeen('j')) << "17 letters, j to z";
@@ -125,23 +118,27 @@ TEST_F(TextTest, AnEditBoxShowsTheEndOfItsTextAndABlinkingCursor) {
 TEST_F(TextTest, TheMemosCursorMovesInFourDirectionsOverWrappedAndEmptyLines) {
     // Display lines (11 characters at most): "first line\n" | "\n" | "abcdefghijk" | "lm\n" | "end"
     WriteMemo("first line\n\nabcdefghijklm\nend");
-    const auto press = [&](SDLKey key, int times = 1) {
-        TypeTimes(times, key);
-        return memo.Cursor();
+    struct Step {
+        SDLKey key;
+        int times;
+        std::uint32_t cursor;
     };
-    EXPECT_EQ(press(SDLK_LEFT), 0U);
-    EXPECT_EQ(press(SDLK_UP), 0U);
-    EXPECT_EQ(press(SDLK_RIGHT, 5), 5U);
-    EXPECT_EQ(press(SDLK_DOWN), 11U) << "the empty line has one place";
-    EXPECT_EQ(press(SDLK_DOWN), 12U);
-    EXPECT_EQ(press(SDLK_RIGHT, 10), 22U);
-    EXPECT_EQ(press(SDLK_DOWN), 25U) << "the end of the shorter line, before its break";
-    EXPECT_EQ(press(SDLK_DOWN), 28U);
-    EXPECT_EQ(press(SDLK_RIGHT, 9), 29U) << "the end of the text";
-    EXPECT_EQ(press(SDLK_DOWN), 29U);
-    EXPECT_EQ(press(SDLK_UP), 25U);
-    EXPECT_EQ(press(SDLK_UP), 14U);
-    EXPECT_EQ(press(SDLK_UP, 2), 0U);
+    for (const Step& step : {Step{SDLK_LEFT, 1, 0},
+                             {SDLK_UP, 1, 0},
+                             {SDLK_RIGHT, 5, 5},
+                             {SDLK_DOWN, 1, 11}, // the empty line has one place
+                             {SDLK_DOWN, 1, 12},
+                             {SDLK_RIGHT, 10, 22},
+                             {SDLK_DOWN, 1, 25}, // the end of the shorter line, before its break
+                             {SDLK_DOWN, 1, 28},
+                             {SDLK_RIGHT, 9, 29}, // the end of the text
+                             {SDLK_DOWN, 1, 29},
+                             {SDLK_UP, 1, 25},
+                             {SDLK_UP, 1, 14},
+                             {SDLK_UP, 2, 0}}) {
+        TypeTimes(step.times, step.key);
+        EXPECT_EQ(memo.Cursor(), step.cursor);
+    }
     // Typing goes in at the cursor; return breaks the line.
     Type(SDLK_x);
     Type(SDLK_RETURN);
@@ -150,7 +147,7 @@ TEST_F(TextTest, TheMemosCursorMovesInFourDirectionsOverWrappedAndEmptyLines) {
     EXPECT_STREQ(memo.Text(), "first line\n\nabcdefghijklm\nend");
 }
 
-TEST_F(TextTest, TheMemoScrollsWithItsCursor) {
+TEST_F(TextTest, TheMemoScrollsWithItsCursorAndByItsBar) {
     WriteMemo("1\n2\n3\n4\n5\n6\n7\n8\n9");
     EXPECT_EQ(memo.scroll.max, 8);
     TypeTimes(8, SDLK_DOWN);
@@ -161,6 +158,11 @@ TEST_F(TextTest, TheMemoScrollsWithItsCursor) {
     EXPECT_FALSE(IsSeen('1'));
     TypeTimes(8, SDLK_UP);
     EXPECT_EQ(memo.scroll.position, 0);
+    memo.scroll.position = 1;
+    memo.scroll.SetPosition();
+    Draw();
+    EXPECT_FALSE(IsSeen('1')) << "at position one the second paragraph comes first";
+    EXPECT_TRUE(IsSeen('2'));
     // Deleting lines from the end of a scrolled memo keeps the cursor in sight.
     TypeTimes(16, SDLK_RIGHT);
     TypeTimes(12, SDLK_BACKSPACE);
@@ -168,64 +170,7 @@ TEST_F(TextTest, TheMemoScrollsWithItsCursor) {
     EXPECT_STREQ(memo.Text(), "1\n2\n9");
     EXPECT_LE(memo.scroll.position, memo.scroll.max);
     EXPECT_TRUE(IsSeen(redCursor));
-}
-
-TEST_F(TextTest, AMemoAtPositionOneShowsItsSecondParagraphFirst) {
-    WriteMemo("one\nsix");
-    Draw();
-    const int below = Find(CellColour('s' - 32)).top;
-    memo.scroll.position = 1;
-    memo.scroll.SetPosition();
-    Draw();
-    EXPECT_LT(Find(CellColour('s' - 32)).top, below);
-    EXPECT_FALSE(IsSeen('o'));
-}
-
-TEST_F(TextTest, AMemoWithUnknownStylesLogsThemAndGoesOn) {
-    memo.scroll.stid = memo.area.stid = 200;
-    WriteMemo("one\ntwo");
-    EXPECT_EQ(memo.scroll.max, 1);
-    EXPECT_EQ(memo.scroll.stid, 0);
-    EXPECT_EQ(memo.area.stid, 0);
-    memo.area.stid = 200;
-    Click(window.left + PlainSkin::LeftX + memo.area.left + 0.055F,
-          window.top + PlainSkin::LeftY + 0.2F + 0.08F);
-    EXPECT_EQ(memo.Cursor(), 6U);
-    for (const std::string where :
-         {"Memo::RefreshLineNum - Scroll 1", "Styles::Draw -", "Memo::RefreshLineNum -"})
-        EXPECT_EQ(CountInLog("QEV_Gui::GUI_" + where + " Array out of range A.len = 16 , val = 200\n"), 1)
-            << where;
-}
-
-TEST_F(TextTest, AClickPutsTheMemosCursor) {
-    WriteMemo("abcdef\nghijkl\nmnopqr");
-    const float left = window.left + PlainSkin::LeftX + memo.area.left + PlainSkin::TextX;
-    const float top = window.top + PlainSkin::LeftY + memo.area.top + PlainSkin::TextY;
-    Click(left + 0.004F, top + 0.004F);
-    EXPECT_EQ(memo.Cursor(), 0U);
-    EXPECT_EQ(gui.Focused(), &memo.area);
-    Click(left + 0.055F, top + 0.004F);
-    EXPECT_EQ(memo.Cursor(), 3U);
-    Click(left + 0.15F, top + 0.06F);
-    EXPECT_EQ(memo.Cursor(), 13U) << "not past the second line's end";
-    Type(SDLK_BACKSPACE);
-    EXPECT_STREQ(memo.Text(), "abcdef\nghijk\nmnopqr");
-}
-
-TEST_F(TextTest, AFullMemoRefusesAndLogs) {
-    WriteMemo(std::string(511, 'm').c_str());
-    Type(SDLK_x);
-    EXPECT_EQ(CountInLog(FullMemo), 1);
-    EXPECT_EQ(std::strlen(memo.Text()), 511U);
-    TypeTimes(520, SDLK_RIGHT);
-    EXPECT_EQ(memo.Cursor(), 511U);
-    Draw();
-    Hold(SDLK_BACKSPACE, 1000, 10);
-    EXPECT_LT(std::strlen(memo.Text()), 506U);
-}
-
-// The bar's buttons keep the focus while they are pressed, so that they see the release.
-TEST_F(TextTest, TheMemosThumbIsLetGoOutsideOfIt) {
+    // The bar's buttons keep the focus while they are pressed, so that they see the release.
     WriteMemo("1\n2\n3\n4\n5\n6\n7\n8\n9");
     const float x = window.left + PlainSkin::LeftX + memo.scroll.left + 0.02F;
     const float y = window.top + PlainSkin::LeftY + memo.top + 0.05F;
@@ -238,6 +183,44 @@ TEST_F(TextTest, TheMemosThumbIsLetGoOutsideOfIt) {
     Move(x, y);
     EXPECT_EQ(memo.scroll.position, memo.scroll.max);
     EXPECT_EQ(memo.scroll.thumb.state, GuiState::Hover);
+}
+
+TEST_F(TextTest, AClickPutsTheMemosCursorAndUnknownStylesAreLogged) {
+    WriteMemo("abcdef\nghijkl\nmnopqr");
+    const float left = window.left + PlainSkin::LeftX + memo.area.left + PlainSkin::TextX;
+    const float top = window.top + PlainSkin::LeftY + memo.area.top + PlainSkin::TextY;
+    struct Case {
+        float x, y;
+        std::uint32_t cursor;
+    };
+    for (const Case& c : {Case{0.004F, 0.004F, 0}, {0.055F, 0.004F, 3}, {0.15F, 0.06F, 13}}) { // a line's end
+        Click(left + c.x, top + c.y);
+        EXPECT_EQ(memo.Cursor(), c.cursor);
+        EXPECT_EQ(gui.Focused(), &memo.area);
+    }
+    memo.scroll.stid = memo.area.stid = 200;
+    WriteMemo("one\ntwo");
+    EXPECT_EQ(memo.scroll.max, 1);
+    memo.area.stid = 200;
+    Click(left + 0.05F, top + 0.06F);
+    EXPECT_EQ(memo.Cursor(), 6U);
+    EXPECT_EQ(memo.scroll.stid + memo.area.stid, 0);
+    for (const std::string where :
+         {"Memo::RefreshLineNum - Scroll 1", "Styles::Draw -", "Memo::RefreshLineNum -"})
+        EXPECT_EQ(CountInLog("QEV_Gui::GUI_" + where + " Array out of range A.len = 16 , val = 200\n"), 1)
+            << where;
+}
+
+TEST_F(TextTest, AFullMemoRefusesAndLogs) {
+    WriteMemo(std::string(511, 'm').c_str());
+    Type(SDLK_x);
+    EXPECT_EQ(CountInLog("GUI_Memo::AddText((x) - The string is to big already\n"), 1);
+    EXPECT_EQ(std::strlen(memo.Text()), 511U);
+    TypeTimes(520, SDLK_RIGHT);
+    EXPECT_EQ(memo.Cursor(), 511U);
+    Draw();
+    Hold(SDLK_BACKSPACE, 1000, 10);
+    EXPECT_LT(std::strlen(memo.Text()), 506U);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "base/frame_clock.h"
 #include "graphics/font.h"
+#include "graphics/middle_frame.h"
 #include "graphics/video.h"
 
 #include <GL/gl.h>
@@ -121,8 +122,8 @@ void GuiTest::MoveTo(int x, int y) {
 }
 
 void GuiTest::Move(float x, float y) {
-    MoveTo(static_cast<int>(std::lround(x * static_cast<float>(video.Width()))),
-           static_cast<int>(std::lround(y * static_cast<float>(video.Height()))));
+    const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
+    MoveTo(static_cast<int>(std::lround(frame.PixelX(x))), static_cast<int>(std::lround(frame.PixelY(y))));
 }
 
 void GuiTest::Press() {
@@ -169,11 +170,14 @@ void GuiTest::Draw() {
 
 void GuiTest::DrawFor(int milliseconds, int frame) {
     frameClock.frameDelta = static_cast<std::uint32_t>(frame);
-    glDrawBuffer(GL_NONE); // only the last one is looked at
-    for (int passed = 0; passed < milliseconds; passed += frame) {
-        if (passed + frame >= milliseconds) glDrawBuffer(GL_BACK);
+    // Only the last one is looked at; the others are spared the filling of their surfaces.
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_FRONT_AND_BACK);
+    for (int passed = frame; passed < milliseconds; passed += frame)
         Draw();
-    }
+    glCullFace(GL_BACK);
+    glDisable(GL_CULL_FACE);
+    Draw();
 }
 
 std::vector<Rgba> GuiTest::ReadScreen() {
