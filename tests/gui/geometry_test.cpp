@@ -167,41 +167,33 @@ TEST_F(GeometryTest, HooksDrawInTheClientAreaUnderTheWidgets) {
     using Viewport = std::array<GLint, 4>;
     static Viewport viewport;
     static constexpr Rgba Flat = {250, 250, 0};
-    window.OnDraw3D = panel.OnDraw3D = [](GUI_Window*) {
-        glGetIntegerv(GL_VIEWPORT, viewport.data());
-        EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
-    };
-    window.OnDraw2D = panel.OnDraw2D = [](GUI_Window*) {
-        glDisable(GL_TEXTURE_2D);
-        glColor4ub(Flat.red, Flat.green, Flat.blue, 255);
-        glRectf(0, 0, 1, 1);
-        glEnable(GL_TEXTURE_2D);
-    };
     widget.caption = "";
-    struct Case {
-        GUI_Window& holder;
-        bool scissor;
-        Viewport room;
-        int left, right; // of what is painted
-    };
-    for (const Case& c : {Case{window, true, {172, 110, 300, 201}, 160, 460},
-                          Case{panel, true, {160, 110, 320, 201}, 2, 638},     // the whole width
-                          Case{panel, false, {160, 110, 320, 249}, 2, 638}}) { // and the whole height
+    const auto use = [&](GUI_Window& holder, bool clipped, const Viewport& room, int left, int right) {
+        holder.OnDraw3D = [](GUI_Window*) { glGetIntegerv(GL_VIEWPORT, viewport.data()); };
+        holder.OnDraw2D = [](GUI_Window*) {
+            glDisable(GL_TEXTURE_2D);
+            glColor4ub(Flat.red, Flat.green, Flat.blue, 255);
+            glRectf(0, 0, 1, 1);
+            glEnable(GL_TEXTURE_2D);
+        };
         gui.Clear();
-        c.holder.caption = "";
-        c.holder.scissor = c.scissor;
-        Show(c.holder, {0.25F, 0.25F, 0.5F, 0.52F});
-        c.holder.AddComponent(&widget);
+        holder.caption = "";
+        holder.scissor = clipped;
+        Show(holder, {0.25F, 0.25F, 0.5F, 0.52F});
+        holder.AddComponent(&widget);
         Draw();
-        EXPECT_EQ(viewport, c.room);
+        EXPECT_EQ(viewport, room);
         glGetIntegerv(GL_VIEWPORT, viewport.data());
         EXPECT_EQ(viewport, (Viewport{0, 0, Width, Height}));
         EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
         EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST));
-        EXPECT_NEAR(Find(Flat).left, c.left, 1);
-        EXPECT_NEAR(Find(Flat).right, c.right, 1);
+        EXPECT_NEAR(Find(Flat).left, left, 1);
+        EXPECT_NEAR(Find(Flat).right, right, 1);
         EXPECT_TRUE(IsSeen(PlainSkin::Colour(3, GuiState::Normal)));
-    }
+    };
+    use(window, true, {172, 110, 300, 201}, 160, 460);
+    use(panel, true, {160, 110, 320, 201}, 2, 638);  // the whole width
+    use(panel, false, {160, 110, 320, 249}, 2, 638); // and the whole height
 }
 
 // Square pictures stay square, in the middle, where the pointer and the clip rectangles are.

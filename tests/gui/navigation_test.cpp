@@ -1,5 +1,6 @@
 // The pointer moved by keys and by controllers: every thing that can be clicked is reached, and clicked,
 // without a mouse.
+#include "support/controller_events.h"
 #include "support/gui_fixture.h"
 
 #include "graphics/middle_frame.h"
@@ -52,18 +53,6 @@ protected:
     static GUI_Element* After(SDLKey key, int modifiers = KMOD_NONE) {
         Type(key, modifiers);
         return gui.Hovered();
-    }
-    static void PushAxis(Uint8 axis, int value) {
-        SDL_Event event{};
-        event.jaxis = {SDL_JOYAXISMOTION, 0, axis, static_cast<Sint16>(value)};
-        SDL_PushEvent(&event);
-    }
-    static void PushJoyButton(Uint8 button) {
-        SDL_Event event{};
-        event.jbutton = {SDL_JOYBUTTONDOWN, 0, button, SDL_PRESSED};
-        SDL_PushEvent(&event);
-        event.jbutton = {SDL_JOYBUTTONUP, 0, button, SDL_RELEASED};
-        SDL_PushEvent(&event);
     }
 
     GUI_Window window;
@@ -200,15 +189,18 @@ TEST_F(NavigationTest, AControllerMovesAndClicks) {
     Type(SDLK_TAB);
     escapes = 0;
     for (const int value : {20000, 30000, 0, 20000, 0}) // right, held, let go, right into nothing
-        PushAxis(0, value);
-    PushJoyButton(0);
+        PushAxis(0, 0, value);
+    PushJoyButton(0, true);
+    PushJoyButton(0, false);
     gui.ProcessEvents(1);
     EXPECT_EQ(gui.Hovered(), &buttons[1]);
     EXPECT_EQ(clicked, "B");
-    PushAxis(1, 32767);
-    PushAxis(1, 0);
-    PushJoyButton(0);
-    PushJoyButton(7);
+    PushAxis(0, 1, 32767);
+    PushAxis(0, 1, 0);
+    PushJoyButton(0, true);
+    PushJoyButton(0, false);
+    PushJoyButton(7, true);
+    PushJoyButton(7, false);
     gui.ProcessEvents(1);
     EXPECT_EQ(clicked, "BC");
     EXPECT_EQ(escapes, 1) << "any other button goes back";

@@ -142,6 +142,31 @@ TEST_F(RealSkinTest, TextIsReadableOnEveryStyleAndStateOnCaptionBarsAndOnMarkedR
     }
 }
 
+// The high-score list prints white and red by adding them to a window's field. The rarest twentieth of the
+// field's pixels, its glints, may do worse.
+TEST_F(RealSkinTest, AddedTextIsReadableOnAWindowsField) {
+    glClearColor(0.04F, 0.04F, 0.10F, 1.0F);
+    window.caption = "";
+    ShowAlone(window);
+    Draw();
+    glClearColor(0, 0, 0, 0);
+    const std::vector<Rgba> screen = ReadScreen();
+    for (const double other : {1.0, 0.0}) { // green and blue
+        std::vector<double> contrasts;
+        for (int y = Height * 2 / 5; y < Height * 3 / 5; ++y)
+            for (int x = Width * 3 / 10; x < Width * 7 / 10; ++x) {
+                const Rgba pixel = screen[static_cast<std::size_t>(y * Width + x)];
+                const double green = pixel.green / 255.0;
+                const double blue = pixel.blue / 255.0;
+                contrasts.push_back(
+                    Contrast(Luminance(1.0, std::min(green + other, 1.0), std::min(blue + other, 1.0)),
+                             Luminance(pixel.red / 255.0, green, blue)));
+            }
+        std::ranges::sort(contrasts);
+        EXPECT_GE(contrasts[contrasts.size() / 20], 4.5) << other;
+    }
+}
+
 // A glyph's cell, and how far it reaches below the place where it is printed.
 constexpr float CharacterWidth = 10.0F / 640.0F;
 constexpr float CellBelow = 10.0F / 480.0F;

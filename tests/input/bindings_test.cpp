@@ -108,20 +108,13 @@ TEST_F(Bindings, ActionsGoToTheirHalvesAndTheFirstLineOfAKeyStays) {
     ExpectActions('p', Go, nullptr);
 }
 
-TEST_F(Bindings, EveryKeyIsFoundInWhateverOrderTheyCame) {
-    for (const std::size_t step : {1U, 5U, 50U}) { // 119 shares no factor with them
-        bindings.Clear();
-        EXPECT_TRUE(bindings.IsEmpty());
-        for (std::size_t i = 0; i < KeyNames.size(); i++)
-            bindings.AddKeyName(KeyNames[i * step % KeyNames.size()].name, "+go");
-        for (const KeyName& key : KeyNames) {
-            const KeyBinding* found = bindings.Find(key.code);
-            ASSERT_NE(found, nullptr) << key.name;
-            EXPECT_EQ(found->key->code, key.code);
-        }
-        for (const int code : {0, 6, 65, 268, 300, -1})
-            EXPECT_EQ(bindings.Find(code), nullptr) << code;
-    }
+TEST_F(Bindings, EveryKeyIsFoundAndNoOther) {
+    for (std::size_t i = 0; i < KeyNames.size(); i++)
+        bindings.AddKeyName(KeyNames[i * 50 % KeyNames.size()].name, "+go");
+    for (const KeyName& key : KeyNames)
+        ASSERT_EQ(bindings.Find(key.code) ? bindings.Find(key.code)->key->code : -1, key.code) << key.name;
+    for (const int code : {0, 6, 65, 268, 300, -1})
+        EXPECT_EQ(bindings.Find(code), nullptr) << code;
 }
 
 TEST_F(Bindings, BlockIsReadLineByLine) {

@@ -2,6 +2,7 @@
 #include "graphics/video.h"
 #include "input/controllers.h"
 #include "input/input.h"
+#include "support/controller_events.h"
 #include "support/gl_fixture.h"
 
 namespace {
@@ -41,22 +42,6 @@ protected:
     static void TapButton(Uint8 button) {
         PushButton(SDL_MOUSEBUTTONDOWN, button);
         PushButton(SDL_MOUSEBUTTONUP, button);
-    }
-    static void PushAxis(Uint8 which, Uint8 axis, int value) {
-        SDL_Event event{};
-        event.jaxis = {SDL_JOYAXISMOTION, which, axis, static_cast<Sint16>(value)};
-        SDL_PushEvent(&event);
-    }
-    static void PushHat(Uint8 value) {
-        SDL_Event event{};
-        event.jhat = {SDL_JOYHATMOTION, 0, 0, value};
-        SDL_PushEvent(&event);
-    }
-    static void PushJoyButton(Uint8 button, bool down) {
-        SDL_Event event{};
-        event.jbutton = {static_cast<Uint8>(down ? SDL_JOYBUTTONDOWN : SDL_JOYBUTTONUP), 0, button,
-                         static_cast<Uint8>(down ? SDL_PRESSED : SDL_RELEASED)};
-        SDL_PushEvent(&event);
     }
     // What the events in the queue do.
     static std::string Happens() {
