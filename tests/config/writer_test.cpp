@@ -10,7 +10,6 @@
 
 #include <csignal>
 #include <random>
-#include <set>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -23,17 +22,6 @@ class Writer : public ::testing::Test {
 protected:
     TemporaryFolder folder;
 };
-
-// What lies in the folder, in the order of the names.
-std::string Names() {
-    std::set<std::string> sorted;
-    for (const auto& entry : fs::directory_iterator("."))
-        sorted.insert(entry.path().filename());
-    std::string names;
-    for (const std::string& name : sorted)
-        names += name + ' ';
-    return names;
-}
 
 void SaveScores(const char* path, int showgrid, int scores) {
     INI_Writer writer;
@@ -131,6 +119,7 @@ TEST_F(Writer, KeepsTheModeFollowsItsLinksAndNoneThatArePlanted) {
     fs::permissions("elsewhere/real.cfg", fs::perms(0640));
     fs::create_symlink("elsewhere/real.cfg", "config.cfg");
     const fs::path temporary = "elsewhere/~tmpreal.cfg";
+    WriteFile("elsewhere/someone-elses-file1", "");
     WriteFile(temporary.string() + ".AbCdE1", "left by a kill");
     for (const char* planted : {"", ".AbCdE2", ".bak.AbCdE3"})
         fs::create_symlink("../victim", temporary.string() + planted);
@@ -143,8 +132,10 @@ TEST_F(Writer, KeepsTheModeFollowsItsLinksAndNoneThatArePlanted) {
     EXPECT_EQ(fs::status("real.cfg").permissions(), fs::perms(0640));
     EXPECT_NE(ReadFile("real.cfg").find("showgrid = 1"), std::string::npos);
     EXPECT_EQ(ReadFile("real.cfg.bak"), "<quarvello>\n") << "a block without end swallows what follows it";
-    EXPECT_EQ(Names(), "real.cfg real.cfg.bak ~tmpreal.cfg ~tmpreal.cfg.AbCdE2 ~tmpreal.cfg.AbCdE4 "
-                       "~tmpreal.cfg.bak.AbCdE3 ");
+    EXPECT_EQ(
+        Names(),
+        "real.cfg real.cfg.bak someone-elses-file1 ~tmpreal.cfg ~tmpreal.cfg.AbCdE2 ~tmpreal.cfg.AbCdE4 "
+        "~tmpreal.cfg.bak.AbCdE3 ");
 }
 
 // Whatever happens at whatever call, the file is the old or the new one, and the next save leaves nothing

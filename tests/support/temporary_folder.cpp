@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <set>
 
 namespace fs = std::filesystem;
 
@@ -36,6 +37,16 @@ void WriteFile(const fs::path& name, std::string_view content) {
 std::string ReadFile(const fs::path& name) {
     std::ifstream file(name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::string Names() {
+    std::set<std::string> sorted;
+    for (const auto& entry : fs::directory_iterator("."))
+        sorted.insert(entry.path().filename());
+    std::string names;
+    for (const std::string& name : sorted)
+        names += name + ' ';
+    return names;
 }
 
 std::string ReadLog() {

@@ -27,6 +27,8 @@ private:
 void WriteFile(const std::filesystem::path& name, std::string_view content);
 // The whole content; empty for a missing file.
 std::string ReadFile(const std::filesystem::path& name);
+// The names of what lies in the working directory, in their order, each with a blank behind it.
+std::string Names();
 // The log of the working directory without its time stamps.
 std::string ReadLog();
 // Whether the log holds the text.
