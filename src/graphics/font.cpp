@@ -116,6 +116,8 @@ void Font::PrintBoxed(int x, int y, int set, const char* format, ...) const {
     va_end(arguments);
     const FlatScreen screen(video.Width(), 0.0, video.Height());
     glTranslated(x, video.Height() - y, 0);
+    const int scale = std::max(video.Height() / static_cast<int>(VirtualHeight), 1);
+    glScaled(scale, scale, 1);
     {
         const Blend over;
         DrawBox(length * BoxWidth);

@@ -32,8 +32,8 @@ public:
     [[gnu::format(printf, 5, 6)]] void PrintBlend(int x, int y, int set, const char* format, ...) const;
     // As PrintBlend, in fractions of the screen.
     [[gnu::format(printf, 5, 6)]] void PrintAt(float fx, float fy, int set, const char* format, ...) const;
-    // In pixels of the real screen, y from the top: white on a dark box of 11 x 18 pixels a character. Sets
-    // the colour to white.
+    // In pixels of the real screen, y from the top: white on a dark box of 11 x 18 pixels a character, as
+    // many times larger as the screen holds 480 whole pixels upwards. Sets the colour to white.
     [[gnu::format(printf, 5, 6)]] void PrintBoxed(int x, int y, int set, const char* format, ...) const;
 
     // First of the 256 lists; 0 before Load.

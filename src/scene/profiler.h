@@ -22,8 +22,6 @@ public:
 
     void Begin(Section section);
     void End(Section section);
-    // Milliseconds between the section's last Begin and End.
-    std::uint32_t Elapsed(Section section) const { return sections[section].elapsed; }
 
     // Prints the eight times in the screen's upper right; face culling and the depth test are off afterwards.
     void Show() const;

@@ -14,11 +14,15 @@
 #include <GL/gl.h>
 #include <SDL.h>
 
+#include <array>
+
 constinit WorldScene worldScene;
 
 namespace {
 
-constexpr std::uint16_t DestroyingSteps = 4;
+constexpr char MapPath[] = "maps/firstmap.txt";
+constexpr std::array<const char*, 4> DestroyingSteps = {"Destroying map...", "Destroying input...",
+                                                        "Clearing GUI...", "Done..."};
 
 // Times one section of a frame.
 class Section {
@@ -51,30 +55,29 @@ void WorldScene::GameStart(int /*a*/, int /*b*/) {
     camera.Start();
     input.Start();
     ExecConfig(ConfigName);
-    if (LoadMap("maps/firstmap.txt"))
+    if (LoadMap(MapPath)) {
         Main::Resume();
-    else
+        effects.Start(MapPath);
+    } else {
         Main::Quit();
+    }
     gui.LoadingEnd();
     input.onQuit = Main::Quit;
     gui.OnQuit = Main::Quit;
     listener.Bind();
-    LogWrite("mainScene::GameStart - starting debugger\n");
-    profiler = std::make_unique<Profiler>();
-    GameProcess();
-    LogWrite("mainScene::GameStart - stoping debugger\n");
-    profiler.reset();
+    RunProfiled();
 }
 
 void WorldScene::GameEnd() {
     CameraListener::Unbind();
-    OpenLoadingScreen(DestroyingSteps, "Destroying...");
-    gui.LoadingStep("Destroying map...");
+    OpenLoadingScreen(DestroyingSteps.size(), "Destroying...");
+    auto step = DestroyingSteps.begin();
+    gui.LoadingStep(*step++);
     StopMap();
-    gui.LoadingStep("Destroying input...");
+    gui.LoadingStep(*step++);
     input.Destroy();
-    gui.LoadingStep("Clearing GUI...");
-    gui.LoadingStep("Done...");
+    while (step != DestroyingSteps.end())
+        gui.LoadingStep(*step++);
     gui.LoadingEnd();
     gui.Clear();
 }
@@ -97,6 +100,7 @@ void WorldScene::Update() {
     }
     {
         const Section timed(Profiler::UpdateParticles);
+        effects.Update(frameClock.frameDelta);
         if (pengine) pengine->Update();
     }
     const WorldObject* followed = ObjectOf(camera.objectId);

@@ -5,6 +5,7 @@
 #include "play/map_scene.h"
 #include "stage/camera_listener.h"
 #include "stage/general_window.h"
+#include "stage/map_effects.h"
 #include "stage/stage_options.h"
 #include "stage/view_window.h"
 
@@ -32,6 +33,7 @@ private:
     static void DrawGui();
 
     CameraListener listener;
+    MapEffects effects;
     GeneralWindow general;
     StageOptions options;
     ViewWindow view;

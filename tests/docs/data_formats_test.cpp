@@ -11,6 +11,7 @@
 #include "particles/engine.h"
 #include "play/kolvex.h"
 #include "play/map_scene.h"
+#include "stage/map_effects.h"
 #include "support/bare_scene.h"
 #include "support/gl_fixture.h"
 #include "world/camera.h"
@@ -171,9 +172,9 @@ TEST_F(DataFormats, EveryKeyThatIsReadIsOnThePage) {
          GUI_Element::PlaceTable(), CursorRecord::Table(), SoundsRecord::Table(), GUI_Styles::GeneralTable(),
          ButtonSettings::Table(), SkinCounts::BorderTable(), BorderBox::Table(), GUI_Style::Table(),
          SkinCounts::ModeTable(), SkinCounts::ShotTable(), SkinCounts::PolyTable(), ShotVertex::Table(),
-         MapRecord::Table(), EntityLines::Table(), EntityPlace::Table(), EntityRecord::Table(),
-         Camera::Table(), EffectEntry::Table(), EmitterEntry::Table(), TextureRecord::Table(),
-         ParticleFrame::Table(), QEV_PTEmittor::Table());
+         MapRecord::Table(), MapEffect::Table(), EntityLines::Table(), EntityPlace::Table(),
+         EntityRecord::Table(), Camera::Table(), EffectEntry::Table(), EmitterEntry::Table(),
+         TextureRecord::Table(), ParticleFrame::Table(), QEV_PTEmittor::Table());
     const std::regex table("constexpr RecordKey<"), direct("INI_Read(Int|Float|String)\\(");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(QUARVELLO_SOURCE_DIR "/src")) {
         if (entry.is_directory() || entry.path().parent_path().filename() == "config") continue;

@@ -109,6 +109,33 @@ TEST_F(World, ParticlesOfEveryLayerAreDrawnInEachOfThem) {
     world.GameStart(0, 0);
 }
 
+// The map's own list: the first and the second burn until the end, the third comes every second.
+TEST_F(World, TheMapStartsItsEffects) {
+    std::filesystem::remove("maps");
+    std::filesystem::copy(QUARVELLO_SOURCE_DIR "/data/maps", "maps");
+    std::string map = ReadFile("maps/firstmap.txt");
+    const std::size_t begin = map.find("<effects>");
+    map.erase(begin, map.find("</effects>") - begin);
+    map.insert(begin,
+               "<effects>\n<effect>\nnumber = 0\nposx = -20\n</effect>\n<effect>\nnumber = 99\n</effect>\n"
+               "<effect>\nnumber = 1\nevery = 1000\nposy = -26\nposz = 0.5\ndirx = 12\n</effect>\n");
+    WriteFile("maps/firstmap.txt", map);
+    SetPictureTime(100);
+    world.steer = [](SteeredWorld& self) {
+        const std::size_t running = pengine->RunningCount();
+        if (self.frames == 1 || self.frames == 8) {
+            EXPECT_EQ(running, 2U);
+        } else if (self.frames == 12) {
+            EXPECT_EQ(running, 3U) << "the second burst, while the first still fades";
+        } else if (self.frames == 80) {
+            EXPECT_LE(running, 4U) << "bursts end";
+            Main::Quit();
+        }
+    };
+    world.GameStart(0, 0);
+    EXPECT_TRUE(Logged("ActiveEffect(99) - [WARNING] - Particle effect not found !"));
+}
+
 TEST_F(World, EndsTheProgramWithoutItsMap) {
     std::filesystem::remove("maps");
     world.GameStart(0, 0);
