@@ -33,7 +33,7 @@ protected:
         // Above "A" and "B", below "C", and what cannot be clicked in between.
         Show(window, {0.1F, 0.1F, 0.8F, 0.8F});
         const char* captions[] = {"A", "B", "C", "hidden", "disabled", "covered"};
-        const GuiPoint places[] = {{0.02F, 0.02F}, {0.3F, 0.03F}, {0.3F, 0.3F},
+        const GuiPoint places[] = {{0.02F, 0.02F}, {0.3F, 0.01F}, {0.3F, 0.3F},
                                    {0.1F, 0.1F},   {0.2F, 0.1F},  {0.02F, 0.02F}};
         for (const std::size_t i : {5U, 2U, 1U, 0U, 3U, 4U}) { // no order of adding
             buttons[i].caption = captions[i];
