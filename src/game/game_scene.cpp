@@ -85,8 +85,6 @@ void GameScene::Draw() {
 
 void GameScene::DrawAll() {
     Draw();
-    if (SceneState == State::Pause && pauseWindow.state != GuiState::Disabled && pauseLine)
-        DrawPauseLine(*pauseLine);
     gui.Draw();
     fade.DrawVeil(FirstVeil);
 }
@@ -109,7 +107,10 @@ void GameScene::PauseFrame() {
     frameClock.Update();
     Animate();
     gui.ProcessEvents(frameClock.frameDelta);
-    DrawAll();
+    Draw();
+    if (pauseWindow.state != GuiState::Disabled && pauseLine) DrawPauseLine(*pauseLine);
+    gui.Draw();
+    fade.DrawVeil(FirstVeil);
 }
 
 void GameScene::EnterPause() {
