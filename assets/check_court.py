@@ -1,17 +1,31 @@
 #!/usr/bin/python3
-"""Holds the built court against what the game needs of it: size, the camera's way, the far plane, calm behind the well."""
+"""Holds the built court against what the game needs of it: size, the camera's way, the far plane, calm behind the well, no hole
+however wide the picture, a bright beginning, and keys that can be read."""
 import os
 import sys
 
 import numpy as np
 
 import ksm
-from court import measure, packing, preview
+from court import light, measure, packing, preview
 from court.model import FLIGHT
 
-# The game's far plane; and the largest file that is read without a pause.
-FAR = 230
+# The largest file that is read without a pause.
 MOST_BYTES = 6_000_000
+# Pictures as wide as these must be filled.
+ASPECTS = {"4:3": 4 / 3, "16:9": 16 / 9, "21:9": 21 / 9}
+# From the first second's mean L* up; and its bright places, which the torches light.
+LEAST_MEAN, LEAST_BRIGHT = 17, 35
+LEAST_CONTRAST = 4.5
+
+
+def cameras():
+    """The flight and what the player sees later, with pieces at the middle and at both ends of the well."""
+    for fade in np.linspace(0, .95, 12):
+        yield preview.Camera(fade, 20)
+    for fade, row in ((.3, 10), (.6, 0), (1, 0), (1, 21)):
+        for column in (0, 9):
+            yield preview.Camera(fade, row, column)
 
 
 def in_the_way(points):
@@ -26,13 +40,25 @@ def in_the_way(points):
 def deepest(points):
     """The largest depth of any corner that is seen from anywhere on the camera's way."""
     result = 0.0
-    for fade in np.linspace(0, 1, 11):
-        for row in (1, 20):
-            eye = preview.Camera(fade, row).view(points.reshape(-1, 3))
-            depth = -eye[:, 2]
-            tangent = preview.HALF_VIEW * np.maximum(depth, 0)
-            seen = (depth > 0) & (np.abs(eye[:, 1]) < tangent) & (np.abs(eye[:, 0]) < tangent * 4 / 3)
-            result = max(result, depth[seen].max(initial=0))
+    for camera in cameras():
+        eye = camera.view(points.reshape(-1, 3))
+        depth = -eye[:, 2]
+        tangent = preview.HALF_VIEW * np.maximum(depth, 0)
+        seen = (depth > 0) & (np.abs(eye[:, 1]) < tangent) & (np.abs(eye[:, 0]) < tangent * max(ASPECTS.values()))
+        result = max(result, depth[seen].max(initial=0))
+    return result
+
+
+def holes(triangles, height=240):
+    """For each aspect how many pixels, of all pictures together, show nothing at all. A narrow picture is the middle of a wide
+    one."""
+    points, plain = triangles[..., :3], np.full((1, 1, 3), 255.0)
+    width, result = round(height * max(ASPECTS.values())), dict.fromkeys(ASPECTS, 0)
+    for camera in cameras():
+        _, covered = preview.draw([(points, triangles[..., 3:], light.factors(points, None), plain)], camera, width, height)
+        for name, aspect in ASPECTS.items():
+            side = (width - round(height * aspect)) // 2
+            result[name] += int((~covered[:, side:width - side]).sum())
     return result
 
 
@@ -41,12 +67,21 @@ def main(data):
     triangles, texture = preview.load(model, picture)
     blocked, depth, size = in_the_way(triangles[..., :3]), deepest(triangles[..., :3]), os.path.getsize(picture)
     lines, calm = measure.report(triangles, texture)
+    means, bright = measure.first_second(triangles, texture)
     good = {f"{len(triangles)} triangles of {ksm.MAX_TRIANGLES}": len(triangles) <= ksm.MAX_TRIANGLES,
             f"{blocked} triangles in the camera's way": blocked == 0,
-            f"deepest visible corner {depth:.1f} of {FAR}": depth < FAR,
+            f"deepest visible corner {depth:.1f} of {preview.FAR}": depth < preview.FAR,
             f"texture of {texture.shape[:2]} texels, {size} bytes":
                 texture.shape[:2] == (packing.SIDE, packing.SIDE) and size < MOST_BYTES,
-            "\n".join(lines): calm}
+            "\n".join(lines): calm,
+            "first second under its veil: mean L* %s, a tenth above %s" % tuple(
+                ", ".join(f"{v:.1f}" for v in values) for values in (means, bright)):
+                np.mean(means) > LEAST_MEAN and np.mean(bright) > LEAST_BRIGHT}
+    for name, count in holes(triangles).items():
+        good[f"{count} empty pixels at {name}"] = count == 0
+    for name, lamp in measure.LAMPS.items():
+        words, caps = measure.keys_contrast(triangles, texture, lamp)
+        good[f"keys, light {name}: contrast of words {words:.1f}, of signs {caps:.1f}"] = min(words, caps) >= LEAST_CONTRAST
     for text, holds in good.items():
         print(("" if holds else "WRONG  ") + text)
     return 0 if all(good.values()) else 1

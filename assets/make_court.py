@@ -13,7 +13,7 @@ import tempfile
 import numpy as np
 
 import ksm
-from court import measure, mix, model, paving, preview, reliefs, sky
+from court import keys, measure, mix, model, paving, preview, reliefs, sky
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 
@@ -31,10 +31,12 @@ def bake(work):
 def make(out, work):
     court = model.build()
     print(f"{len(court.points)} triangles, texels at {court.scale:.2f} of the wished density")
+    # What is not baked is painted in every run.
+    sky.paint(work)
+    keys.paint_plate(work)
     if os.environ.get("COURT_BAKE") != "no":
         reliefs.paint_all(work)
         paving.paint(work)
-        sky.paint(work)
         bake(work)
     model_path, texture_path = os.path.join(out, "models", "egypt.ksm"), os.path.join(out, "textures", "EGYPT-TE.png")
     for path in (model_path, texture_path):

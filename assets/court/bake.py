@@ -3,7 +3,7 @@
     blender --background --factory-startup --python assets/court/bake.py -- WORK-DIRECTORY SAMPLES
 
 The work directory holds the painted pictures and receives colour.npy, normal.npy and light-GROUP.npy: 2048 x 2048 x 3, the lowest
-row first. The sky is no part of this: it is a picture already.
+row first. Sky and keys are no part of this: they are pictures already.
 """
 import math
 import os
@@ -27,11 +27,11 @@ SCREEN_OFFSET, SCREEN_Y, SCREEN_DENSITY = 20.5, 61.4, .90
 
 
 def make_object(name, court, materials_by_name, chosen):
-    """One mesh of the instances of all patches but the sky; chosen(i) tells whether instance i of a patch belongs to it."""
+    """One mesh of the instances of all patches that are baked; chosen(i) tells whether instance i of a patch belongs to it."""
     names = sorted(materials_by_name)
     vertices, faces, index, smooth, atlas, design = [], [], [], [], [], []
     for i, patch in enumerate(court.patches):
-        if patch.material == "sky":
+        if patch.material in model.PAINTED:
             continue
         uv = model.texture_place(court.sizes[i], court.places[i], patch.spread).reshape(-1, 2)
         picture, triangles = patch.design.reshape(-1, 2), patch.triangles()
@@ -80,7 +80,8 @@ def make_lights():
         groups["torch"].append(lamp("POINT", (MIDDLE + side * gate.TORCH_OFFSET, 69.0, 20.8), FIRE, 2600, .6))
         groups["brazier"].append(lamp("POINT", (MIDDLE + side * courtyard.BRAZIER_OFFSET, courtyard.BRAZIER_Y - .1, 15.8),
                                       FIRE, 14000, 1.6))
-    for y, energy in ((60, 1500), (32, 1700)):
+    # The last one burns where wide pictures alone see the colonnade.
+    for y, energy in ((60, 1500), (32, 1700), (7.2, 1700)):
         groups["inner"].append(lamp("POINT", (at(42.2), y, 6), FIRE, energy, .9))
     groups["sky"] += [lamp("SUN", (0, 0, 50), (.50, .55, 1.0), .30, .3, (38, 0, 0)),
                       lamp("SUN", (0, 0, 50), (1.0, .42, .2), .55, .08, (0, 84, -28))]
@@ -146,7 +147,7 @@ def main(work, samples):
     scene = set_up(samples)
     target = bpy.data.images.new("target", packing.SIDE, packing.SIDE, float_buffer=True, alpha=True)
     court = model.build()
-    surfaces = materials.make({p.material for p in court.patches} - {"sky"}, work, target)
+    surfaces = materials.make({p.material for p in court.patches} - set(model.PAINTED), work, target)
     baked = make_object("court", court, surfaces, lambda i: i == 0)
     make_object("others", court, surfaces, lambda i: i > 0)
     groups, heaven, screen = make_lights(), make_heaven(), make_screen()

@@ -47,7 +47,7 @@ def towers(scene):
     scene.sweep("gate.cornice", path[3:], profile, 12, "cornice")
     for edge, density in ((inner, 20), (outer, 10)):
         points = [[(at(edge(z)) + .38 * math.cos(a), front(z) + .05 + .38 * math.sin(a), z)
-                   for a in np.radians(np.linspace(150, 390, 7))] for z in np.linspace(GROUND, TOP, 6)]
+                   for a in np.radians(np.linspace(150, 350, 6))] for z in np.linspace(GROUND, TOP, 6)]
         scene.add("gate.torus", points, density, "stone", smooth=True)
 
 
@@ -86,7 +86,7 @@ def masts(scene):
             radius = .34 - .14 * t
             points.append([(at(offset) + radius * math.cos(a), front(GROUND + t * 38) - 1.0 + radius * math.sin(a),
                             GROUND + t * 50)
-                           for a in np.radians(np.linspace(150, 390, 6))])
+                           for a in np.radians(np.linspace(150, 342, 5))])
         scene.add("mast.pole", points, density, "cedar", smooth=True)
         x = at(offset)
         scene.box("mast.socket", (x - .8, x + .8), (front(GROUND) - 1.9, front(GROUND)), (GROUND, 2.2), 10, "bronze")
@@ -96,14 +96,15 @@ def masts(scene):
             points.append([(x + s * 5.4, front(36) - 1.0 - .55 * math.sin(s * 6.5) * s ** .5,
                             47.4 - 2.6 * (1 - t) * (1 - .72 * s) - s * 1.5 - .35 * math.sin(s * 5)) for s in np.linspace(0, 1, 9)])
         scene.add("mast.pennant", points, 12, "pennant", smooth=True, design=(0, 0, 1, 1))
-        scene.lathe("mast.tip", (x, front(36) - 1.0), [(.2, 48.3), (.42, 48.9), (.2, 49.5), (.02, 50.6)], 5, 8, "gold")
+        scene.lathe("mast.tip", (x, front(36) - 1.0), [(.2, 48.3), (.42, 48.9), (.2, 49.5), (.02, 50.6)], 3, 8, "gold",
+                    start=144, end=360)
 
 
 def torches(scene):
     x = at(TORCH_OFFSET)
     scene.box("torch.arm", (x - .22, x + .22), (69.9, 71.2), (17.2, 17.7), 16, "bronze", faces="flrtu")
     scene.lathe("torch.bowl", (x, TORCH_Y), [(.12, 16.6), (.3, 17.1), (.22, 17.6), (.42, 18.2), (.95, 18.9), (1.15, 19.4),
-                                             (1.0, 19.5), (.6, 19.2)], 12, 22, "bronze")
+                                             (1.0, 19.5)], 8, 22, "bronze", start=150, end=390)
 
 
 def build(scene):

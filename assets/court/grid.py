@@ -23,6 +23,7 @@ class Patch:
     mirror: bool = True
     smooth: bool = False
     copies: list = field(default_factory=list)    # shifts to further places of the same patch, with the same texels
+    beyond: tuple = None          # (sign, shift): once more at sign * y + shift, where wide pictures alone show it
 
     def triangles(self):
         """Index triples into rows * columns and, in the same shape, nothing twice: flat cells are left out."""

@@ -10,12 +10,18 @@ from .grid import GROUND, MIDDLE
 SKY_RADIUS = 198
 
 
-def dunes(scene, name, near, far, low, high, seed, density, columns, rows):
+# Columns of the dunes stand so many degrees apart.
+DUNE_STEP = 2.6
+
+
+def dunes(scene, name, near, far, low, high, seed, density, columns, heights):
+    """columns: first and last, counted from straight ahead; heights: of the rows, 0 at the foot and 1 behind the crest.
+    Gate, colonnades and pyramids hide the rest from everywhere on the camera's way, however wide the picture."""
     phases = np.random.default_rng(seed).uniform(0, 6.28, 8)
     points = []
-    for t in np.linspace(0, 1, rows + 1):
+    for t in heights:
         radius, row = near + (far - near) * t, []
-        for a in np.radians(np.linspace(-52, 52, columns + 1)):
+        for a in np.radians(DUNE_STEP * np.arange(columns[0], columns[1] + 1)):
             swell = .5 + .28 * math.sin(a * 7 + phases[0]) + .16 * math.sin(a * 15 + phases[1]) + .08 * math.sin(a * 31 + phases[2])
             z = (low + (high - low) * swell) * math.sin(min(1, t * 1.05) * 1.57) + GROUND
             row.append((MIDDLE + radius * math.sin(a), radius * math.cos(a), z))
@@ -62,14 +68,16 @@ def palm(scene, x, y, height, seed, lean, fronds):
 
 
 def dome(scene):
-    v = np.concatenate([np.linspace(0, sky.BEND, 8), np.linspace(sky.BEND, 1, 6)[1:]])
-    u = np.linspace(0, 1, 27)
+    v = np.concatenate([np.linspace(0, sky.BEND, 8), np.linspace(sky.BEND, 1, 5)[1:]])
+    u = sky.width_of(np.concatenate([np.linspace(-sky.HALF_ANGLE, -sky.MIDDLE_ANGLE, 3),
+                                     np.linspace(-sky.MIDDLE_ANGLE, sky.MIDDLE_ANGLE, 27)[1:-1],
+                                     np.linspace(sky.MIDDLE_ANGLE, sky.HALF_ANGLE, 3)]))
     points, design = [], []
     for b in v:
         up = math.radians(float(sky.elevation(b)))
         row = []
         for a in u:
-            azimuth = math.radians((a - .5) * 2 * sky.HALF_ANGLE)
+            azimuth = math.radians(float(sky.azimuth_of(a)))
             row.append((MIDDLE + SKY_RADIUS * math.cos(up) * math.sin(azimuth), SKY_RADIUS * math.cos(up) * math.cos(azimuth),
                         SKY_RADIUS * math.sin(up)))
         points.append(row)
@@ -79,10 +87,9 @@ def dome(scene):
 
 
 def build(scene):
-    dunes(scene, "dunes.near", 95, 135, 5, 14, 4, 2.6, 40, 4)
-    dunes(scene, "dunes.far", 140, 188, 9, 24, 9, 2.4, 40, 4)
+    for columns in ((-21, -10), (13, 18)):
+        dunes(scene, "dunes", 140, 188, 9, 24, 9, 2.4, columns, (.25, .5, .75, 1))
     pyramid(scene, (44, 160, 0), (86, 116, 0), (128, 146, 0), (87, 150, 60), 2.4)
-    pyramid(scene, (26, 176, 0), (50, 150, 0), (74, 172, 0), (50, 172, 37), 2.2)
     pyramid(scene, (-110, 150, 0), (-70, 128, 0), (-34, 168, 0), (-72, 156, 50), 2.0)
     palm(scene, 60, 84, 30, 1, 3, 16)
     palm(scene, 68, 93, 25, 2, -3, 12)

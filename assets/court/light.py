@@ -5,6 +5,8 @@ import numpy as np
 AMBIENT, DIFFUSE = 0.5 * (0.2 + 0.4), 0.8
 # With lighting off the scenery is drawn in this grey.
 UNLIT = 0.8
+# A game begins under a black veil of this opacity, which is gone with the camera's flight; its first second ends at this fade.
+VEIL, FIRST_SECOND = 0.4, 0.2
 # Mean place of the wandering light, and two ends of its way: near the gate, and low behind the player.
 MEAN = (5.0, 10.0, 24.0)
 NEAR_GATE, BEHIND_PLAYER = (12.0, 46.0, 31.0), (-3.0, -24.0, 15.0)

@@ -1,6 +1,7 @@
 """Makes the texture of the court from what was baked: cleans the light, mixes its groups, brings it into the range of a
 screen, and takes out what the game's own light will add.
 """
+import dataclasses
 import os
 
 import numpy as np
@@ -10,15 +11,22 @@ from scipy import ndimage
 import paint
 from colour import from_linear
 from . import light, model, packing
+from .grid import MIDDLE
 
 # How bright each group of lights is.
 WEIGHTS = {"torch": .78, "brazier": 1.0, "inner": 1.0, "sky": 1.0}
 # Parts that are made brighter or darker than they would be, by patch name: the floor is stone as dark as night without help,
 # and what lies behind the well must stay calm.
-GAINS = {"floor": 2.0, "floor.far": 2.0, "gate.inner": .82, "gate.tower": .86, "gate.portal": .98, "gate.door": 1.45,
+GAINS = {"floor": 2.0, "floor.far": 2.0, "gate.inner": .74, "gate.tower": .86, "gate.portal": .95, "gate.door": 1.45,
          "gate.wing": 1.12, "well.base": 2.3, "well.step": 2.1, "well.post": 3.2,
          "palms.frond": 2.4, "palms.trunk": 1.6, "king": 1.05, "sphinx": 1.3,
          "sphinx.pedestal": 1.15, "brazier.pillar": 1.25, "brazier.bowl": 1.8}
+# A game begins close before the gate, under a veil that takes two fifths of the picture's brightness. What shows then and does
+# not lie behind the well later is therefore lit more: by LIFT above the torches and beside them, less towards the outer
+# ends, and by FOOT near the ground. From where to where each comes in, in height or in distance from the middle.
+LIFTED = ("gate", "mast", "king.pedestal")
+LIFT, ABOVE, BESIDE, OUTER_END, LEFT_THERE = 2.4, (26.5, 30), (18.2, 20.5), (24, 42), .25
+FOOT, NEAR_GROUND = .7, (7, 3.5)
 # Up to SHOULDER light is shown as it is; above, it bends towards 1.
 SHOULDER = .42
 # The texture is divided by the light's mean factor to this power, but by no less than LEAST: where the light falls from the side
@@ -65,9 +73,12 @@ def without_outliers(values):
 
 
 def smooth_factors(patch):
-    """The factor of the mean light at each point of a patch, as if its surface were smooth where it is meant to be."""
+    """The factor of the mean light at each point of a patch, as if its surface were smooth where it is meant to be.
+
+    Places that wide pictures alone show do not count.
+    """
     total = []
-    for grid, turned in model.instances(patch):
+    for grid, turned in model.instances(dataclasses.replace(patch, beyond=None)):
         faces = patch.triangles()
         if turned:
             faces = faces[:, ::-1]
@@ -98,8 +109,24 @@ def divisor(patch, size):
     return factor[..., None] ** POWER
 
 
-def sky_rectangle(work, size):
-    picture = Image.open(os.path.join(work, "sky.png")).convert("RGB")
+def step(value, edges):
+    """0 before the first of the two edges, 1 behind the second, smooth between."""
+    t = np.clip((value - edges[0]) / (edges[1] - edges[0]), 0, 1)
+    return t * t * (3 - 2 * t)
+
+
+def lift(patch, size):
+    """By how much each texel's light is multiplied for the sake of a game's first second."""
+    if not patch.name.startswith(LIFTED):
+        return 1.0
+    aside = over_rectangle(patch, np.abs(patch.points[..., 0] - MIDDLE), size)
+    height = over_rectangle(patch, patch.points[..., 2], size)
+    free = np.maximum(step(height, ABOVE), step(aside, BESIDE)) * (1 - (1 - LEFT_THERE) * step(aside, OUTER_END))
+    return (1 + LIFT * free + FOOT * step(height, NEAR_GROUND))[..., None]
+
+
+def painted(work, name, size):
+    picture = Image.open(os.path.join(work, name)).convert("RGB")
     return np.array(picture.resize(size, Image.LANCZOS) if picture.size != size else picture)[::-1] / 255
 
 
@@ -112,13 +139,13 @@ def texture(court, work):
     result = np.zeros((packing.SIDE, packing.SIDE, 3))
     for patch, size, (x, y) in zip(court.patches, court.sizes, court.places):
         window = (slice(y, y + size[1]), slice(x, x + size[0]))
-        if patch.material == "sky":
-            values = sky_rectangle(work, size)
+        if patch.material in model.PAINTED:
+            values = painted(work, model.PAINTED[patch.material], size)
         else:
             guide = normal[window].astype(float) * 2 - 1
             total = sum(weight * guided(without_outliers(lights[name][window].astype(float)), guide) for name,
                         weight in WEIGHTS.items())
-            shown = tone(total * colour[window].astype(float) * GAINS.get(patch.name, 1.0))
+            shown = tone(total * colour[window].astype(float) * GAINS.get(patch.name, 1.0) * lift(patch, size))
             values = np.clip(shown / divisor(patch, size), 0, 1)
         # The margin repeats the edge, for filtering across it.
         m = packing.MARGIN

@@ -6,6 +6,8 @@ import numpy as np
 from . import courtyard, gate, landscape, packing, statues
 from .grid import MIDDLE, Scene
 
+# Materials that are pictures already and are not baked, by the file that holds them; such patches keep their size.
+PAINTED = {"sky": "sky.png", "keys": "keys.png"}
 # Nothing may stand in the camera's way: x, y, z of the box that its flight needs.
 FLIGHT = ((0, 8), (-23, 53), (3, 21))
 
@@ -35,6 +37,9 @@ def instances(patch):
             mirrored = patch.points + shift
             mirrored[..., 0] = 2 * MIDDLE - mirrored[..., 0]
             result.append((mirrored, True))
+    if patch.beyond:
+        sign, shift = patch.beyond
+        result += [(grid * (1, sign, 1) + (0, shift, 0), turned != (sign < 0)) for grid, turned in result]
     return result
 
 
@@ -42,7 +47,7 @@ def build():
     scene = Scene()
     for part in (gate, courtyard, statues, landscape):
         part.build(scene)
-    scale, sizes, places = packing.fit(scene.patches, "sky")
+    scale, sizes, places = packing.fit(scene.patches, PAINTED)
     points, texture, owner = [], [], []
     for i, patch in enumerate(scene.patches):
         faces, uv = patch.triangles(), texture_place(sizes[i], places[i], patch.spread).reshape(-1, 2)

@@ -51,11 +51,11 @@ def _raise(skyline, x, width, height):
 
 
 def fit(patches, fixed):
-    """Packs the patches at the largest scale that fits; fixed names the patch that keeps its size.
+    """Packs the patches at the largest scale that fits; fixed holds the materials whose patches keep their size.
     Returns scale, sizes and places, in texels from the lower left."""
     scale = 1.5
     while scale > .3:
-        sizes = [p.size if p.name == fixed else tuple(max(4, int(n * scale)) for n in p.size) for p in patches]
+        sizes = [p.size if p.material in fixed else tuple(max(4, int(n * scale)) for n in p.size) for p in patches]
         for order in (lambda i: (-sizes[i][1], -sizes[i][0]), lambda i: -max(sizes[i]), lambda i: -sizes[i][0] * sizes[i][1],
                       lambda i: (-sizes[i][0], -sizes[i][1])):
             places = pack(sizes, order)

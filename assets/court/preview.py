@@ -15,7 +15,7 @@ import ksm
 from colour import rgb
 from . import light
 
-NEAR = 0.1
+NEAR, FAR = 0.1, 230
 HALF_VIEW = np.tan(np.radians(30))
 # Fade value of the camera's flight, row of the falling piece, place of the light, whether blocks are drawn.
 VIEWS = {"start": (0, 20, light.MEAN, False), "f15": (.15, 20, light.MEAN, False), "f30": (.3, 20, light.MEAN, False),
@@ -29,10 +29,10 @@ PIECES = [rgb(c) for c in ("#1F3A93", "#B8432E", "#6A4C93", "#3E8E57", "#E3B23C"
 
 
 class Camera:
-    """The game's camera for a fade value and the row of the falling piece."""
+    """The game's camera for a fade value and the row and column of the falling piece."""
 
-    def __init__(self, fade, row):
-        self.eye = np.array([4.0, 52 - 75 * fade, 7 + 10 * fade])
+    def __init__(self, fade, row, column=5):
+        self.eye = np.array([column - 1.0, 52 - 75 * fade, 7 + 10 * fade])
         self.tilt = np.radians(35 * fade - 120 - .5 * row + 15)
 
     def view(self, points):
@@ -81,12 +81,19 @@ def sample(texture, u, v):
             + (texel(x0, y0 + 1) * (1 - fx) + texel(x0 + 1, y0 + 1) * fx) * fy)
 
 
+def may_show(corners, width, height):
+    """Which triangles (as for clip_near) do not lie beyond one of the picture's edges."""
+    reach = np.array([width / height, 1]) * HALF_VIEW * -corners[:, :, 2:3]
+    return ~((corners[..., :2] > reach).all(1) | (corners[..., :2] < -reach).all(1)).any(1)
+
+
 def draw(batches, camera, width, height):
-    """batches: (points n x 3 x 3, uv n x 3 x 2, factor n x 3, texture). Returns the picture, 0 to 255."""
-    picture, depth = np.zeros((height, width, 3)), np.full((height, width), -1e9)
+    """batches: (points n x 3 x 3, uv n x 3 x 2, factor n x 3, texture). Returns the picture, 0 to 255, and which pixels it
+    covers: those where something stands before the far plane."""
+    picture, depth = np.zeros((height, width, 3)), np.full((height, width), 1 / FAR)
     for points, uv, factor, texture in batches:
         rows = np.concatenate([camera.view(points), uv, factor[..., None]], 2)
-        for corner in clip_near(rows):
+        for corner in clip_near(rows[may_show(rows, width, height)]):
             inverse = -1 / corner[:, 2]
             k = height / 2 / HALF_VIEW
             x, y = width / 2 + corner[:, 0] * k * inverse, height / 2 - corner[:, 1] * k * inverse
@@ -108,7 +115,7 @@ def draw(batches, camera, width, height):
             weights = np.stack([a[hit] * inverse[0], b[hit] * inverse[1], c[hit] * inverse[2]], 1) / near[hit][:, None]
             values = weights @ corner[:, 3:]
             picture[y0:y1 + 1, x0:x1 + 1][hit] = sample(texture, values[:, 0], values[:, 1]) * values[:, 2:]
-    return np.clip(picture, 0, 255)
+    return np.clip(picture, 0, 255), depth > 1 / FAR
 
 
 def block(x, z):
@@ -142,11 +149,13 @@ def game_going_on(row):
 def render(triangles, texture, view, width):
     """One view by name; triangles as ksm.read gives them, texture with its lowest row first."""
     fade, row, lamp, blocks = VIEWS[view]
+    return take(triangles, texture, Camera(fade, row), lamp, width, width * 3 // 4, game_going_on(row) if blocks else [])
+
+
+def take(triangles, texture, camera, lamp, width, height, blocks=()):
+    """The court under a lamp, and what else stands in it, as batches."""
     points = triangles[..., :3]
-    batches = [(points, triangles[..., 3:], light.factors(points, lamp), texture)]
-    if blocks:
-        batches += game_going_on(row)
-    return draw(batches, Camera(fade, row), width, width * 3 // 4)
+    return draw([(points, triangles[..., 3:], light.factors(points, lamp), texture), *blocks], camera, width, height)[0]
 
 
 def load(model, texture):
