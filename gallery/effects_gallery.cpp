@@ -120,7 +120,7 @@ private:
         moment = 0;
         if (Current().starts.empty()) return;
         pengine = std::make_unique<QEV_PEngine>();
-        pengine->Load("particles/reason.txt");
+        if (!pengine->Load("particles/reason.txt")) return;
         for (const Start& start : Current().starts)
             pengine->ActiveEffect(start.effect, NoOwner, start.place, start.direction);
     }
