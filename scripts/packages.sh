@@ -3,9 +3,10 @@
 packages_build="g++ cmake ninja-build pkg-config libsdl1.2-dev libsdl-mixer1.2-dev libdevil-dev zlib1g-dev libglu1-mesa-dev libgl1-mesa-dev"
 packages_display="libgl1-mesa-dri xvfb xdotool imagemagick"
 packages_test="libgtest-dev python3-minimal libpython3-stdlib sox libsox-fmt-all valgrind procps ccache"
-packages_check="clang-format-14 clang-tidy-14"
+packages_check="clang clang-format clang-tidy flake8 libbenchmark-dev libinih-dev libsimpleini-dev"
+packages_package="dpkg-dev file gzip lintian desktop-file-utils appstream"
 packages_bench="libbenchmark-dev libinih-dev libsimpleini-dev"
-packages_fuzz="clang-14 libclang-rt-14-dev"
+packages_fuzz="clang libclang-rt-dev"
 
 install_missing() {
     local missing="" package
