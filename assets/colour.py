@@ -40,6 +40,17 @@ def from_linear(light):
     return np.where(light <= 0.0031308, light * 12.92, 1.055 * light ** (1 / 2.4) - 0.055)
 
 
+def luminance(colour):
+    """Relative luminance, 0 to 1."""
+    return to_linear(colour) @ _TO_XYZ[1]
+
+
+def contrast(a, b):
+    """Contrast ratio of two luminances, 1 to 21, as the web's accessibility guidelines define it."""
+    high, low = np.maximum(a, b), np.minimum(a, b)
+    return (high + 0.05) / (low + 0.05)
+
+
 def lab(colour):
     t = to_linear(colour) @ _TO_XYZ.T / _WHITE
     f = np.where(t > 0.008856, np.cbrt(t), 7.787 * t + 16 / 116)
