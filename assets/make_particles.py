@@ -2,7 +2,7 @@
 """textures/particles/*.png: the pictures that particle effects are drawn with.
 
 All are white or nearly white with their shape in alpha, so that the colours of an emitter's key frames decide; only the
-flame and the dusk have colours of their own. Cells of a sheet are numbered row by row from v = 0, which is why the files are stored
+flame, the dusk and the gold of a cleared row (particles/row.py) have colours of their own. Cells of a sheet are numbered row by row from v = 0, which is why the files are stored
 upside down; so is the streak, whose head is at v = 0. Two texels along every edge of a cell stay clear, because
 filtering would draw the neighbour's.
 """
@@ -13,6 +13,7 @@ import numpy as np
 from scipy.ndimage import gaussian_filter, map_coordinates
 
 import paint
+from particles import row
 
 FOLDER = "textures/particles/"
 
@@ -68,16 +69,6 @@ def streak(width=32, length=64):
     return white(alpha)
 
 
-def beam(width=64, length=128):
-    """A ray: bright and narrow at its head (v = 0), soft and wide at its root."""
-    x = np.broadcast_to(((np.arange(width) + 0.5) / width * 2 - 1)[None, :], (length, width))
-    v = np.broadcast_to(((np.arange(length) + 0.5) / length)[:, None], (length, width))
-    along = np.clip(v / 0.06, 0, 1) * np.clip((1 - v) / 0.25, 0, 1) * (1 - 0.65 * v)
-    alpha = along * (0.55 * np.exp(-(x / 0.16) ** 2) + 0.45 * np.exp(-(x / 0.45) ** 2))
-    alpha *= np.clip((0.97 - np.abs(x)) / 0.12, 0, 1)
-    return white(alpha)
-
-
 def ring(size=128):
     """A thin circle of light that is softer on its inside: the front of a wave."""
     x, y = grid(size)
@@ -99,15 +90,6 @@ def star(phase, size=64):
             taper = np.clip(1 - np.abs(along) / reach, 0, 1)
             alpha = np.maximum(alpha, share * taper ** 1.5 * np.exp(-(across / (0.035 + 0.05 * taper)) ** 2))
     return white(alpha * edge(x, y))
-
-
-def puff(seed, size=64):
-    """A small cloud of dust with a ragged outline."""
-    x, y = grid(size)
-    r = np.hypot(x, y)
-    cloud = paint.noise(size, seed, ((3, 1.0), (6, 0.7), (12, 0.45), (24, 0.25)))
-    alpha = np.clip(0.85 - r / 0.85 + 0.16 * cloud, 0, 1) ** 1.3
-    return white(0.8 * gaussian_filter(alpha, 1.0) * edge(x, y, 0.2))
 
 
 def flame(step, steps, noise, size=64):
@@ -198,12 +180,13 @@ def main():
     save("glow", glow())
     save("mote", mote())
     save("streak", streak())
-    save("beam", beam())
     save("ring", ring())
     save("star", sheet([star(math.pi / 2 * i) for i in range(4)], 2))
-    save("dust", sheet([puff(seed) for seed in (3, 5, 8, 13)], 2))
     save("flame", sheet([flame(i, 16, noise) for i in range(16)], 4))
     paint.save(paint.to_image(dusk()), data, FOLDER + "dusk.png", flipped=True)
+    save("row_gold", sheet([row.gold_row(i) for i in range(16)], 4))
+    save("row_flare", row.flare())
+    save("shard", sheet([row.shard(i) for i in range(16)], 4))
     save("bird", sheet([bird(2 * math.pi * i / 16) for i in range(16)], 4))
 
 

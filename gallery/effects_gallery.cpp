@@ -1,7 +1,7 @@
 // Shows every particle effect over time: the real menu and the real game run by a clock that goes on by one
-// step a picture, with one effect at a time where they start it. Run it in a folder laid out as the game's;
-// it writes bitmaps and prints a line for each: file, part worth seeing, moment and row, with tabs between
-// them.
+// step a picture, with one effect at a time where they start it; with the argument "rows" only cleared rows,
+// one, two and four at three heights over stones. Run it in a folder laid out as the game's; it writes
+// bitmaps and prints a line for each: file, part worth seeing, moment and row, with tabs between them.
 #include "window_picture.h"
 
 #include "app/engine.h"
@@ -11,6 +11,7 @@
 #include "game/game_scene.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
+#include "play/kolvex.h"
 
 #include <SDL.h>
 
@@ -22,7 +23,7 @@
 
 namespace {
 
-constexpr std::uint32_t StepTime = 16; // ms between two pictures; the menu glows at 60 a second and more
+std::uint32_t stepTime = 16; // ms between two pictures; the menu glows at 60 a second and more
 constexpr std::uint32_t NoOwner = 255;
 
 std::uint32_t ticks = 1;
@@ -39,6 +40,7 @@ struct Row {
     const char* part; // of the picture, in pixels: width, height, from the left, from the top
     std::vector<Start> starts;
     std::vector<std::uint32_t> moments; // ms since the start
+    int heap = -1;                      // rows of stones in the well; below 0 the game goes on as it is
 };
 
 constexpr char Whole[] = "640x480+0+0";
@@ -84,6 +86,46 @@ const std::vector<Row> GameRows = {
     {"effect 5, four rows", Well, {ClearedRow(3), ClearedRow(4), ClearedRow(5), ClearedRow(6)}, Sweep},
 };
 
+// One, two and four cleared rows from a lowest one on. With 15 ms a picture every moment is met.
+Row ClearedRows(int lowest, int count, const char* part) {
+    Row row{std::to_string(count) + (count == 1 ? " row from " : " rows from ") + std::to_string(lowest + 1),
+            part,
+            {},
+            {15, 60, 120, 180, 240, 300, 360, 420, 480, 540, 600, 660},
+            lowest};
+    for (int i = 0; i < count; ++i)
+        row.starts.push_back(ClearedRow(lowest + i));
+    return row;
+}
+
+constexpr char LowPart[] = "288x134+176+346";
+constexpr char MiddlePart[] = "288x134+176+206";
+constexpr char HighPart[] = "304x134+168+46";
+
+const std::vector<Row> StripRows = {
+    {"", HighPart, {}, {6000}}, // the camera comes to rest
+    ClearedRows(0, 1, LowPart),    ClearedRows(0, 2, LowPart),    ClearedRows(0, 4, LowPart),
+    ClearedRows(9, 1, MiddlePart), ClearedRows(9, 2, MiddlePart), ClearedRows(9, 4, MiddlePart),
+    ClearedRows(19, 1, HighPart),  ClearedRows(18, 2, HighPart),  ClearedRows(16, 4, HighPart),
+};
+
+// A well with so many rows of stones, none of them full, some stones that have moved into the cleared rows,
+// and a piece at its top.
+void FillWell(int heap) {
+    constexpr int Kinds = 6; // all but the bar, whose picture has no such tile
+    constexpr int Tile = 1;
+    kolvex.NewGame();
+    for (int row = 0; row < heap + 1 && row < Board::Rows; ++row)
+        for (int column = 0; column < Board::Columns; ++column) {
+            const bool moved = row == heap;
+            if (moved ? column % 4 != 2 : column == (row * 7 + 3) % Board::Columns) continue;
+            BoardCell& cell = kolvex.board.At(column, row);
+            cell.occupied = 1;
+            cell.type = 1 + (column / 2 * 3 + row / 2 * 5) % Kinds;
+            cell.tile = Tile;
+        }
+}
+
 // Goes through the rows of a scene, one after the other, and keeps the pictures of their moments.
 class Director {
 public:
@@ -118,6 +160,7 @@ private:
     void Begin() {
         elapsed = 0;
         moment = 0;
+        if (Current().heap >= 0) FillWell(Current().heap);
         if (Current().starts.empty()) return;
         pengine = std::make_unique<QEV_PEngine>();
         if (!pengine->Load("particles/reason.txt")) return;
@@ -178,17 +221,21 @@ extern "C" void SDL_Delay(Uint32 time) {
 
 extern "C" void SDL_GL_SwapBuffers() {
     if (director) director->Keep();
-    ticks += StepTime;
+    ticks += stepTime;
 }
 
-int main() {
+int main(int count, char** arguments) {
+    const bool rowsOnly = count > 1 && std::string(arguments[1]) == "rows";
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     std::atexit(SDL_Quit);
     LogStart();
     Global_Start();
-    ShownMenu menu;
-    Show(menu, Mode::Menu, 'a', MenuRows);
+    if (!rowsOnly) {
+        ShownMenu menu;
+        Show(menu, Mode::Menu, 'a', MenuRows);
+    }
+    if (rowsOnly) stepTime = 15;
     ShownGame game;
-    Show(game, Mode::Puzzle, 'b', GameRows);
+    Show(game, Mode::Puzzle, rowsOnly ? 'r' : 'b', rowsOnly ? StripRows : GameRows);
     Global_Destroy();
 }

@@ -73,6 +73,16 @@ def effects():
     return [[Emitter(path) for key, path in blocks(name) if key == "emittor"] for name in names]
 
 
+def batches(loaded):
+    """The place of each picture in the order of drawing: the game draws batch by batch, a picture's batch standing where the
+    list first names it."""
+    order = {}
+    for effect in loaded:
+        for emitter in effect:
+            order.setdefault(emitter.keys["filename"], len(order))
+    return order
+
+
 class Table:
     """The engine's table of random numbers with its cursors."""
 
@@ -279,11 +289,7 @@ def main():
     table, loaded = Table(1), effects()
     instances = [Instance(emitter, place, direction, table) for number in map(int, options.effects.split(","))
                  for place, direction in places[number] for emitter in loaded[number]]
-    # The game draws batch by batch, a picture's batch standing where the list first names it.
-    batch = {}
-    for effect in loaded:
-        for emitter in effect:
-            batch.setdefault(emitter.keys["filename"], len(batch))
+    batch = batches(loaded)
     camera = camera_of(options.scene, options.moment, size)
     below = np.zeros((size[1], size[0], 3))
     if options.background:
