@@ -2,10 +2,11 @@
 """models/block1.ksm to block16.ksm, the blocks of the pieces, and models/box.ksm, the menu's box.
 
 A block is a unit cube round the origin. Its front looks towards -y, the player, and is bevelled. Block n
-shows tile n - 1 of a picture of 4 x 4 tiles, counted row by row from the lower left; the other faces take the
-edge of that tile, its dark joint and its bright rim. A landed block turns about the y axis, so the solid is the same
-in every quarter turn.
-The box of the menu shows the whole picture on each of its six sides.
+shows tile n - 1 of a picture of 4 x 4 tiles, counted row by row from the lower left, as if the inlay went through the stone:
+its back shows the same place of the picture as lies straight in front of it, so that a piece seen from behind has its whole
+motif, mirrored. The sides take the edge of the tile. A landed block turns about the y axis, so the solid is the same in
+every quarter turn.
+The box of the menu shows 2 x 2 tiles on each of its six sides: the whole picture would sparkle where it is drawn small.
 """
 import os
 import sys
@@ -18,10 +19,15 @@ BEVEL = 0.07
 BEVEL_DEPTH = 0.09
 # The front shows its tile without this much of each edge, so that no neighbour shines in at a quarter turn.
 TILE_INSET = 0.030
-# Depths below the edge of a tile, as fractions of it: the bevels are cut out of the joint; the sides run from the joint
-# at their back to the rim at their front; the back is a panel of rim colour in a border of joint.
-JOINT_FROM, JOINT_TO, RIM = 0.012, 0.034, 0.082
-BACK_BORDER = 0.09
+# Depths below the edge of a tile, as fractions of it: the bevels are cut out of the joint; the sides run from the rim at their
+# front, darkening, to a seam near the back, and from there to a dark line that parts them from the back's bevel. Deeper than
+# 0.08 lies the motif: sides that take it show stretched scraps of loops and wings.
+JOINT_FROM, JOINT_TO = 0.012, 0.034
+SIDE_FRONT, SIDE_SEAM = 0.076, 0.050
+LINE_FROM, LINE_TO = 0.046, 0.016
+LINE = 0.09  # how wide that line is
+BACK_BEVEL_DEPTH = 0.06
+BOX_TILES = 2  # tiles along a side of the box
 # The box has small bevels on all its edges.
 BOX_BEVEL = 0.035
 # A piece of bright tile rim in the picture, from which the box's bevels are cut: the menu draws it without
@@ -42,37 +48,36 @@ def block(tile):
     def uv(s, t):
         return ((column + s) / 4, (row + t) / 4)
 
-    low, high = TILE_INSET, 1 - TILE_INSET
-    face = [uv(low, low), uv(high, low), uv(high, high), uv(low, high)]
-    def strips(outer, inner):
-        """Strips along the four edges of the tile, bottom, right, top, left; the corners of a strip run along its
-        outer edge first, then back along its inner one."""
-        corners = [[(d, d), (1 - d, d), (1 - d, 1 - d), (d, 1 - d)] for d in (outer, inner)]
-        return [[uv(*corners[0][i]), uv(*corners[0][(i + 1) % 4]), uv(*corners[1][(i + 1) % 4]), uv(*corners[1][i])]
-                for i in range(4)]
+    def ring(depth):
+        return [uv(depth, depth), uv(1 - depth, depth), uv(1 - depth, 1 - depth), uv(depth, 1 - depth)]
 
-    joint, side = strips(JOINT_FROM, JOINT_TO), strips(JOINT_FROM, RIM)
     mesh = ksm.Mesh()
-    inner = front_square(BEVEL, -HALF)
-    edge = front_square(0, -HALF + BEVEL_DEPTH)
-    back = front_square(0, HALF)
-    panel = front_square(BACK_BORDER, HALF)
-    mesh.quad(inner, face)
-    for i in range(4):
-        j = (i + 1) % 4
-        mesh.quad([edge[i], edge[j], inner[j], inner[i]], joint[i])
-        mesh.quad([back[i], back[j], edge[j], edge[i]], side[i])
-        mesh.quad([back[j], back[i], panel[i], panel[j]], joint[i])
-    # A piece of the lower rim near its right end, where no motif crosses it, stretched over the panel.
-    mesh.quad([panel[1], panel[0], panel[3], panel[2]],
-              [uv(0.82, RIM - 0.01), uv(0.88, RIM - 0.01), uv(0.88, RIM + 0.01), uv(0.82, RIM + 0.01)])
+    front, edge = front_square(BEVEL, -HALF), front_square(0, -HALF + BEVEL_DEPTH)
+    seam, rear = front_square(0, HALF - BACK_BEVEL_DEPTH - LINE), front_square(0, HALF - BACK_BEVEL_DEPTH)
+    back = front_square(BEVEL, HALF)
+
+    def band(near, far, near_depth, far_depth):
+        """The four strips between two squares, of which near lies before far."""
+        inner, outer = ring(near_depth), ring(far_depth)
+        for i in range(4):
+            j = (i + 1) % 4
+            mesh.quad([far[i], far[j], near[j], near[i]], [outer[i], outer[j], inner[j], inner[i]])
+
+    face = ring(TILE_INSET)
+    mesh.quad(front, face)
+    band(front, edge, JOINT_TO, JOINT_FROM)
+    band(edge, seam, SIDE_FRONT, SIDE_SEAM)
+    band(seam, rear, LINE_FROM, LINE_TO)
+    band(rear, back, JOINT_FROM, JOINT_TO)
+    mesh.quad([back[1], back[0], back[3], back[2]], [face[1], face[0], face[3], face[2]])
     return mesh
 
 
 def box():
-    """A cube with the whole picture on each side, bevelled edges and cut corners."""
+    """A cube with the picture's lower left on each side, bevelled edges and cut corners."""
     mesh = ksm.Mesh()
-    whole = [(0, 0), (1, 0), (1, 1), (0, 1)]
+    part = BOX_TILES / 4
+    shown = [(0, 0), (part, 0), (part, part), (0, part)]
     left, right, low, high = BOX_RIM
     rim = [(left, low), (left, high), (right, high), (right, low)]
     a, b = HALF - BOX_BEVEL, HALF
@@ -84,7 +89,7 @@ def box():
             p = [0.0, 0.0, 0.0]
             p[normal], p[u], p[v] = sign * b, cu * su * a, cv * sv * a
             corners.append(tuple(p))
-        mesh.quad(corners, whole)
+        mesh.quad(corners, shown)
     # Edges: along each axis, between two neighbouring sides.
     for axis in range(3):
         m, n = (axis + 1) % 3, (axis + 2) % 3

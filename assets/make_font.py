@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""font/basic4.png: the bitmap font, 16 x 16 cells of 32 texels, white with alpha and a thin dark rim.
+"""font/basic4.png: the bitmap font, 16 x 16 cells of 32 texels, white with alpha and a soft dark outline.
 
 Cells 0 to 127 hold the bytes 32 to 159 of the text face, cells 128 to 255 the same bytes of the display face; bytes
 without a letter stay empty. The game draws a cell as 16 x 16 pixels of a 640 x 480 screen (of any screen for the label
@@ -11,7 +11,7 @@ import sys
 
 import numpy as np
 from PIL import Image, ImageDraw, ImageFont
-from scipy.ndimage import gaussian_filter
+from scipy.ndimage import distance_transform_edt, gaussian_filter
 
 import paint
 
@@ -21,8 +21,9 @@ FINE = 16
 BASE_LINE = 24
 # How far letters may reach below and above the base line.
 LOWEST, HIGHEST = 6.0, 23.0
-# How far the rim spreads, in texels, and how dense it is against the letter's edge.
-RIM, RIM_DENSITY = 0.7, 0.65
+# Alpha of the outline by its distance from the letter, in texels, and how much finer than these distances are measured.
+OUTLINE = ((0, .88), (1, .80), (2, .58), (3, .30), (4, .12), (5, .04), (6, 0))
+DISTANCE_FINE = 4
 
 TEXT = dict(
     path="/usr/share/fonts/truetype/dejavu/DejaVuSerifCondensed-Bold.ttf", size=29.5, small=16, capital=22, widest=18.5,
@@ -106,10 +107,20 @@ def glyph(face, font, letter):
     return best[1] if best else place(ink, width, max(1.0, centre))
 
 
-def rimmed(ink):
-    """A cell's white letter over its dark rim."""
-    rim = RIM_DENSITY * np.clip(2 * gaussian_filter(ink, RIM), 0, 1)
-    rim[:, -1:] = rim[:1] = rim[-1:] = 0  # what filtering would draw at the neighbour's edge
+def outlined(ink):
+    """A cell's white letter over its dark outline."""
+    size = CELL * DISTANCE_FINE
+    solid = np.asarray(Image.fromarray((ink * 255).astype("u1")).resize((size, size), Image.BICUBIC)) > 127
+    distance = distance_transform_edt(~solid) / DISTANCE_FINE
+    rim = np.interp(distance, *zip(*OUTLINE)).reshape(CELL, DISTANCE_FINE, CELL, DISTANCE_FINE).mean((1, 3))
+    rim = gaussian_filter(rim, .35)
+    # Left of the letter the last one may still stand: what is drawn over it must be weak, its own outline lies there.
+    x = np.arange(CELL)
+    first = np.nonzero(ink.max(0) > .3)[0][0]
+    rim *= np.where(x < first, np.clip((x + 1.0) / 3, 0, 1), 1)
+    # Nor may filtering draw the outline at a neighbour's edge.
+    rim *= np.clip((CELL - 1 - x) / 2, 0, 1)
+    rim *= np.clip(np.minimum(x, CELL - 1 - x)[:, None] / 1.5, 0, 1)
     alpha = ink + (1 - ink) * rim
     white = np.where(alpha > 0, ink / np.maximum(alpha, 1e-9), 1)
     return np.dstack([white, white, white, alpha])
@@ -122,7 +133,7 @@ def sheet():
         for byte in range(33, 127):
             cell = first_cell + byte - 32
             row, column = divmod(cell, 16)
-            picture[row * CELL:(row + 1) * CELL, column * CELL:(column + 1) * CELL] = rimmed(glyph(face, font, chr(byte)))
+            picture[row * CELL:(row + 1) * CELL, column * CELL:(column + 1) * CELL] = outlined(glyph(face, font, chr(byte)))
     return picture
 
 

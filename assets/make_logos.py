@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """The three logos: textures/quarvello-logo.png and porvinal-logo.png, stored upright, and veklogo.png, stored upside
-down because its quads have v = 0 on top. The maker's picture is two in one: down to v = 0.65 the sign with the name,
-which the menu shows too, and below it the word PRESENTS, which the intro shows alone.
+down because its quads have v = 0 on top. What stands about the game's name is in title.py. The maker's picture is two in
+one: down to v = 0.65 the sign with the name, which the menu shows too, and below it the word PRESENTS, which the intro
+shows alone.
 
 Two texels stay clear along every edge, because textures repeat.
 """
@@ -14,21 +15,20 @@ from PIL import Image
 from scipy.ndimage import gaussian_filter
 
 import paint
+import title
 from colour import rgb
-from paint import (CARNELIAN, GOLD, GOLD_DARK, GOLD_LIGHT, INK, LAPIS, LAPIS_DARK, LAPIS_LIGHT, SAND, SAND_DARK,
+from paint import (BRONZE, BRONZE_DARK, GOLD, GOLD_DARK, GOLD_LIGHT, INK, LAPIS, LAPIS_DARK, LAPIS_LIGHT, SAND, SAND_DARK,
                    SAND_LIGHT, TURQUOISE)
 from piece_motifs import star
 
-BRONZE, BRONZE_DARK = rgb("#6A430F"), rgb("#4A2C0C")
 # The game reduces pictures with plain linear filtering, so each is softened (in texels) to what its smallest showing
 # can resolve. The medal is shown 70 to 150 pixels wide and stored at half the size it is painted in.
 GAME_SOFTNESS, MAKER_SOFTNESS, MEDAL_SOFTNESS = 0.5, 1.0, 0.8
 MEDAL_REDUCTION = 2
 # Where the maker's picture is cut in two.
 MAKER_CUT = 0.65
-STARS = 110  # behind the game's name
-# The stones of the pieces, from dark to bright.
-STONES = ["#1B2A8A", "#7A4F96", "#9A2018", "#16906E", "#2FC0C4", "#E0AE20", "#F1E7CF"]
+# Wings and name of the game are drawn smaller and higher than their own measures, so that the keys and a horizon have room.
+NAME_SCALE, NAME_UP = .86, 54
 
 
 def gold_gradient(top, bottom):
@@ -163,30 +163,6 @@ def cobra(c, side, x, y):
         c.stroke()
 
 
-def stone_tile(c, x, y, side, stone, ornament):
-    """One bevelled tile of the frieze under the name."""
-    c.rectangle(x, y, side, side)
-    c.set_source_rgb(*rgb("#2A1808"))
-    c.fill()
-    a, b, bevel = 2, side - 2, 5
-    c.rectangle(x + a, y + a, side - 2 * a, side - 2 * a)
-    c.set_source_rgb(*stone)
-    c.fill()
-    for corners, colour in ((((a, a), (b, a), (b - bevel, a + bevel), (a + bevel, a + bevel), (a + bevel, b - bevel), (a, b)),
-                             (1, 1, 1, 0.35)),
-                            (((b, b), (a, b), (a + bevel, b - bevel), (b - bevel, b - bevel), (b - bevel, a + bevel), (b, a)),
-                             (0, 0, 0, 0.30))):
-        c.new_path()
-        for px, py in corners:
-            c.line_to(x + px, y + py)
-        c.close_path()
-        c.set_source_rgba(*colour)
-        c.fill()
-    star(x + side / 2, y + side / 2, 8, 4, 0.4)(c)
-    c.set_source_rgb(*ornament)
-    c.fill()
-
-
 def finished(canvas, radius, strength, softness, reduction=1):
     """The canvas reduced, softened, and laid on a soft dark halo, so that it stands off any background."""
     pixels = canvas.premultiplied()
@@ -206,62 +182,21 @@ def finished(canvas, radius, strength, softness, reduction=1):
     return paint.to_image(np.dstack([colours, total]))
 
 
-def evening_sky(width, height):
-    """Stars about the name, premultiplied: the menu clears its screen behind the glow, so this picture is the one place for
-    anything sharp in its sky.
-
-    They thin out towards the edges, so that no rectangle shows, and are wide enough not to flicker where the picture is reduced.
-    """
-    y, x = np.mgrid[0:height, 0:width]
-    random = np.random.RandomState(11)
-    light = np.zeros((height, width))
-    for _ in range(STARS):
-        across, down, bright = random.rand(3)
-        reach = min(across, 1 - across, 0.6 * (1 - down), 0.5 * down + 0.1) / 0.12
-        place_x, place_y = 12 + across * (width - 24), 12 + down * (height - 24)
-        large = bright > 0.9
-        level = min(reach, 1) * (1.0 if large else 0.30 + 0.5 * bright)
-        r2 = (x - place_x) ** 2 + (y - place_y) ** 2
-        light = np.maximum(light, level * np.exp(-r2 / (2 * (1.6 if large else 1.15) ** 2)))
-        if large:
-            for along, over in ((x - place_x, y - place_y), (y - place_y, x - place_x)):
-                light = np.maximum(light, 0.7 * level * np.exp(-np.abs(along) / 3.2 - over ** 2 / 2.4))
-    border = np.minimum(np.minimum(x, width - 1 - x), np.minimum(y, height - 1 - y))
-    return (light * (border > 4))[..., None] * np.append(rgb("#E6EAFF"), 1.0)
-
-
-def before_sky(image):
-    """The picture with the evening sky behind it."""
-    near = np.asarray(image).astype(float) / 255
-    near[..., :3] *= near[..., 3:]
-    sky = evening_sky(image.width, image.height)
-    pixels = near + sky * (1 - near[..., 3:])
-    colours = pixels[..., :3] / np.maximum(pixels[..., 3:], 1e-6)
-    shade = np.asarray(image)[..., :3] / 255
-    return paint.to_image(np.dstack([np.where(pixels[..., 3:] > 0, colours, shade), pixels[..., 3]]))
-
-
 def game_logo():
-    canvas = paint.Canvas(1024, 512)
+    canvas = paint.Canvas(title.WIDTH, title.HEIGHT)
     c = canvas.context
+    c.save()
+    c.translate(512 * (1 - NAME_SCALE), -NAME_UP)
+    c.scale(NAME_SCALE, NAME_SCALE)
     for side in (-1, 1):
         wing(c, side, 512, 140, 385)
     for side in (-1, 1):
         cobra(c, side, 512, 144)
     sun(c, 512, 140, 54)
     raised(c, lambda: letters(c, "QUARVELLO", 512, 352, 144, 1), 243, 356, 9, 8)
-    rule(c, 190, 404, 644, 5)
-    rule(c, 190, 450, 644, 5)
-    for i, text in enumerate(STONES):
-        x = 512 + (i - 3) * 84 - 17
-        stone_tile(c, x, 412, 34, rgb(text), rgb("#8A4A1A") if i >= 5 else GOLD_LIGHT)
-        if i < len(STONES) - 1:
-            c.set_source_rgb(*GOLD)
-            for k, radius in enumerate((3, 4.5, 3)):
-                c.new_path()
-                c.arc(x + 46 + 13 * k, 429, radius, 0, 2 * math.pi)
-                c.fill()
-    return before_sky(finished(canvas, 14, 1.5, GAME_SOFTNESS))
+    c.restore()
+    title.keys(c)
+    return paint.to_image(title.before_dusk(finished(canvas, 6, 1.1, GAME_SOFTNESS)))
 
 
 def course(c, y, count, side, first, second):

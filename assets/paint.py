@@ -13,6 +13,7 @@ GOLD, GOLD_LIGHT, GOLD_DARK = rgb("#E3B23C"), rgb("#F8E2A0"), rgb("#7A5418")
 SAND_LIGHT, SAND, SAND_DARK = rgb("#DDBE8E"), rgb("#B28C5C"), rgb("#5A4330")
 LAPIS, LAPIS_LIGHT, LAPIS_DARK = rgb("#1F3A93"), rgb("#3D62C8"), rgb("#101C50")
 TURQUOISE, CARNELIAN, IVORY = rgb("#28A79F"), rgb("#B8432E"), rgb("#EFE6CF")
+BRONZE, BRONZE_DARK = rgb("#6A430F"), rgb("#4A2C0C")
 INK, BASALT, NIGHT = rgb("#1A1410"), rgb("#211F26"), rgb("#0B1030")
 
 

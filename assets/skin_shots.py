@@ -162,18 +162,29 @@ def button(fill_top, fill_bottom, edge, lit, shaded, stone=1.0, glow=None):
     return shots
 
 
+# Buttons and tabs are brown stone with light captions: the letters' soft dark outline would clog ink on light stone.
 BUTTON = {
+    "normal": button(tone("#3A2616", 0.30), tone("#1E120A", 0.42), tone(GOLD), tone("#FFE9B8", 0.50), tone("#1A0E06", 0.70), 0.56),
+    "hover": button(tone("#986A1E", 0.44), tone("#46290C", 0.48), tone(GOLD_LIGHT), tone("#FFF3D0", 0.85), tone("#2A1808", 0.7),
+                    0.50, tone("#F8E2A0", 0.8)),
+    "clicked": button(tone("#2A1A0E", 0.50), tone("#6A4A1C", 0.40), tone(GOLD), tone("#140A04", 0.8), tone("#F0CE80", 0.55), 0.52),
+    "disabled": button(tone("#6A6258", 0.50), tone("#4A443E", 0.55), tone("#8A7A58"), tone("#C8BCA0", 0.25), tone("#1A140E", 0.4),
+                       0.55),
+}
+TAB = {
+    "normal": button(tone("#2E1E12", 0.45), tone("#1A100A", 0.55), tone("#B88A30"), tone("#FFE9B8", 0.30), tone("#120A04", 0.6), 0.50),
+    "hover": BUTTON["hover"],
+    "clicked": button(tone("#8A5F1A", 0.54), tone("#4E3207", 0.52), tone(GOLD_LIGHT), tone("#FFF3D0", 0.85), tone("#3A2208", 0.5),
+                      0.56),
+    "disabled": BUTTON["disabled"],
+}
+# Arrow keys carry a sign in ink, which asks for light stone.
+ARROW_KEY = {
     "normal": button(tone("#FFF4D8", 0.10), tone("#5A4330", 0.06), tone(GOLD), tone("#FFF3D0", 0.75), tone("#4A3018", 0.65)),
     "hover": button(tone("#FFE9A8", 0.45), tone("#E3B23C", 0.30), tone(GOLD_LIGHT), tone("#FFF8E0", 0.95),
                     tone("#7A5418", 0.7), 1.0, tone("#F8E2A0", 0.8)),
     "clicked": button(tone("#6A4A22", 0.30), tone("#E3B23C", 0.14), tone(GOLD), tone("#3A2410", 0.75), tone("#FFE9B0", 0.6), 0.94),
     "disabled": button(tone("#A09888", 0.60), tone("#8C8478", 0.60), tone("#8A7A58"), tone("#D8CCB0", 0.35), tone("#3A3028", 0.4), 0.95),
-}
-TAB = {
-    "normal": button(tone("#7A5830", 0.18), tone("#7A5830", 0.06), tone("#B88A30"), tone("#FFF3D0", 0.40), tone("#3A2410", 0.6), 0.98),
-    "hover": BUTTON["hover"],
-    "clicked": button(tone("#FFF0B8", 0.60), tone("#F0C552", 0.55), tone(GOLD_LIGHT), tone("#FFF8E0", 0.95), tone("#9A6A1E", 0.5)),
-    "disabled": BUTTON["disabled"],
 }
 
 
@@ -191,7 +202,7 @@ INSET = {"normal": inset("#18110E", GOLD), "hover": inset("#221812", GOLD_LIGHT)
 def arrow_key(turns):
     """A button with an arrow in its middle."""
     size = 14
-    return {state: BUTTON[state] + [picture("arrow", CENTRE, -size / 2, -size / 2, size,
+    return {state: ARROW_KEY[state] + [picture("arrow", CENTRE, -size / 2, -size / 2, size,
                                             (1, 1, 1, 0.45 if state == "disabled" else 1), turns)] for state in STATES}
 
 
@@ -216,11 +227,12 @@ def whole(name, **tints):
 
 NOTHING = dict.fromkeys(STATES, [])
 GOLDEN_TEXT = rgb("#F8E2A0")
+CAPTION = rgb("#FFF2D2")
 
 STYLES = [
     Style("1: plain component, label, memo", (0, 0), (0, 0), (0, 0.021), IVORY, NOTHING),
     Style("2: edit box, panel, scroll bar, frame of the progress bar", (0, 0), (0, 0), (0.010, 0.024), rgb("#F6E7B8"), INSET),
-    Style("3: button, thumb, fill of the progress bar", (0, 0), (0, 0), (0.012, 0.022), INK, BUTTON),
+    Style("3: button, thumb, fill of the progress bar", (0, 0), (0, 0), (0.012, 0.022), CAPTION, BUTTON),
     Style("4: arrow up", (0, 0), (0, 0), (0, 0), INK, arrow_key(0)),
     Style("5: arrow down", (0, 0), (0, 0), (0, 0), INK, arrow_key(2)),
     Style("6: arrow left", (0, 0), (0, 0), (0, 0), INK, arrow_key(1)),
@@ -237,10 +249,11 @@ STYLES = [
     Style("13: window without caption bar, page control", (0.024, 0.022), (0.02, 0.012), (0.01, 0.02), IVORY,
           {"normal": panel(0.90, 1.0, 1.0), "hover": panel(0.90, 1.08, 1.0), "clicked": panel(0.93, 1.15, 1.0),
            "disabled": panel(0.84, 0.75, 0.80)}),
-    Style("14: item list, tab page", (0, 0), (0, 0), (0.022, 0.022), INK, TAB),
+    Style("14: item list, tab page", (0, 0), (0, 0), (0.022, 0.022), CAPTION, TAB),
     Style("15: resize button", (0, 0), (0, 0), (0, 0), INK,
           whole("grip", normal=(0.8, 0.8, 0.8, 1), hover=WHITE, clicked=(1, 0.8, 0.5, 1))),
 ]
 
-# The focus frame round the component that receives the keys.
-FOCUS = [outline(-1, tone("#5FD0C8", 0.80)), outline(0, tone("#28A79F", 0.40))]
+# The focus frame round the component that receives the keys: one faint line, since at the start of each game it stands round a
+# panel that waits for nothing; an edit box shows its cursor besides.
+FOCUS = [outline(0, tone("#7FE0D8", 0.42))]

@@ -125,7 +125,7 @@ void VolumeSlider::Build(GUI_Page& page, float sliderTop) {
     max = SliderEnd;
     OnChange = OnMoved;
     label.caption = text.data();
-    label.Place(RightColumn, sliderTop);
+    label.Place(RightColumn + 0.01F, sliderTop); // off the slider's arrow
     label.width = 0.2F;
     page.AddComponent(this);
     page.AddComponent(&label);

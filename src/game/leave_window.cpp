@@ -21,8 +21,8 @@ void LeaveWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
     visible = false;
     resizeButton.state = GuiState::Disabled;
     closeButton.OnClick = OnCancel;
-    SetUp(ok, "Quit", 0.014F, 0.08F, OnOk);
-    SetUp(cancel, "Cancel", 0.192F, 0.08F, OnCancel);
+    SetUp(ok, "  Quit", 0.014F, 0.08F, OnOk);
+    SetUp(cancel, " Cancel", 0.192F, 0.08F, OnCancel);
     SetUp(first, "Current game progress", 0.0F);
     first.width = 0.4F;
     SetUp(second, "will be lost", 0.03F);

@@ -13,6 +13,7 @@ inline void SetUp(GUI_Window& window, const char* caption, float left, float top
     window.state = GuiState::Normal;
 }
 
+// Buttons print from their left; blanks before a short caption put it in the middle.
 inline void SetUp(GUI_Button& button, const char* caption, float left, float top,
                   GUI_Element::ElementHook onClick) {
     button.caption = caption;
