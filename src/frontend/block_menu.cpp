@@ -165,6 +165,35 @@ void BlockMenu::Pick(float cursorX, float cursorY) {
     ReadPick(glRenderMode(GL_RENDER), hits);
 }
 
+void BlockMenu::AddStops(std::vector<GuiPoint>& stops) const {
+    if (phase == Phase::Gathering || phase == Phase::Frozen) return;
+    std::array<GLint, 4> viewport{};
+    std::array<GLdouble, 16> view{};
+    std::array<GLdouble, 16> projection{};
+    glGetIntegerv(GL_VIEWPORT, viewport.data());
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    gluPerspective(60.0, static_cast<double>(viewport[2]) / viewport[3], 0.001, 230.0);
+    glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    camera.Apply();
+    Turn();
+    glGetDoublev(GL_MODELVIEW_MATRIX, view.data());
+    glPopMatrix();
+    const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
+    for (const Item& item : items) {
+        std::array<GLdouble, 3> seen{};
+        gluProject(item.x, item.y, item.z, view.data(), projection.data(), viewport.data(), &seen[0],
+                   &seen[1], &seen[2]);
+        stops.push_back({static_cast<float>(frame.ShareX(seen[0])),
+                         static_cast<float>(frame.ShareY(viewport[3] - seen[1]))});
+    }
+    stops.push_back({0.5F, 0.25F}); // where the pointer is when they have locked
+}
+
 // A hit record is a count of names, the least and the greatest depth, and the names, here always one.
 void BlockMenu::ReadPick(int hits, std::span<const GLuint> records) {
     constexpr std::size_t RecordSize = 4;

@@ -10,7 +10,9 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <vector>
 
+struct GuiPoint;
 class KsmModel;
 class MenuSounds;
 class QEV_Textures;
@@ -56,6 +58,10 @@ public:
     // Finds the box under a point in GUI units; the nearest of several.
     void Pick(float cursorX, float cursorY);
 
+    // Adds where the boxes' middles are seen, and a place beside them, at which they spin on: a box that is
+    // covered comes round. None while nothing can be picked.
+    void AddStops(std::vector<GuiPoint>& stops) const;
+
     // Everything: glow, logos, boxes, and the hovered box's name beside the cursor.
     void Draw();
     // The four boxes, each under its index as its selection name.
@@ -83,6 +89,7 @@ private:
     void UpdateHover(float delta);
     void Grow(Item& item, float delta) const;
     static void Shrink(Item& item, float delta);
+    void Turn() const;
     void ReadPick(int hits, std::span<const GLuint> records);
     void DrawMakerLogo() const;
     void DrawLogos() const;

@@ -50,11 +50,16 @@ void BlockMenu::Draw() {
     if (phase == Phase::Hovered) DrawName();
 }
 
-void BlockMenu::DrawBoxes() const {
-    glPushMatrix();
+// To the place where all boxes stand, as far as they have spun.
+void BlockMenu::Turn() const {
     glTranslatef(0.0F, -1.0F, 2.0F);
     glRotatef(-angleX, 1.0F, 0.0F, 0.0F);
     glRotatef(-angleY, 0.0F, 1.0F, 0.0F);
+}
+
+void BlockMenu::DrawBoxes() const {
+    glPushMatrix();
+    Turn();
     glBindTexture(GL_TEXTURE_2D, model && textures ? textures->Get(model->texture) : 0);
     for (std::size_t i = 0; i < ItemCount; ++i) {
         const Item& item = items[i];

@@ -32,6 +32,7 @@ void MenuScene::BuildMenuGui() {
     gui.cursor.visible = false;
     gui.OnReleaseOutside = OnReleaseOutside;
     gui.OnKey = OnKey;
+    gui.OnStops = [](std::vector<GuiPoint>& stops) { listening->blockMenu.AddStops(stops); };
 }
 
 void MenuScene::OnReleaseOutside() {

@@ -7,7 +7,6 @@
 #include "world/camera.h"
 
 #include <GL/gl.h>
-#include <GL/glu.h>
 
 #include <cmath>
 
@@ -39,23 +38,10 @@ protected:
         return frames;
     }
 
-    // Where an item's middle stands, in screen fractions.
-    std::array<float, 2> MiddleOf(std::size_t index) const {
-        std::array<GLdouble, 16> view{};
-        std::array<GLdouble, 16> projection{};
-        std::array<GLint, 4> viewport{};
-        camera.Apply();
-        glTranslatef(0.0F, -1.0F, 2.0F);
-        glRotatef(-menu.AngleX(), 1.0F, 0.0F, 0.0F);
-        glRotatef(-menu.AngleY(), 0.0F, 1.0F, 0.0F);
-        glGetDoublev(GL_MODELVIEW_MATRIX, view.data());
-        glGetDoublev(GL_PROJECTION_MATRIX, projection.data());
-        glGetIntegerv(GL_VIEWPORT, viewport.data());
-        const BlockMenu::Item& item = menu.GetItem(index);
-        std::array<GLdouble, 3> place{};
-        gluProject(static_cast<double>(item.x), static_cast<double>(item.y), static_cast<double>(item.z),
-                   view.data(), projection.data(), viewport.data(), &place[0], &place[1], &place[2]);
-        return {static_cast<float>(place[0] / 640.0), static_cast<float>(1.0 - place[1] / 480.0)};
+    std::vector<GuiPoint> Stops() const {
+        std::vector<GuiPoint> stops;
+        menu.AddStops(stops);
+        return stops;
     }
     void DrawOnScreen() {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -135,14 +121,17 @@ TEST_F(Boxes, TheHoveredOneGrowsAndTheOthersShrink) {
 
 // What is picked is what stands nearest under the pointer, which is what is drawn red there.
 TEST_F(Boxes, PickingFindsTheBoxThatIsSeenThere) {
+    EXPECT_TRUE(Stops().empty()) << "while they gather";
     GatherAll();
     std::array<int, BlockMenu::ItemCount> picked{};
     for (int turn = 0; turn < 20; ++turn) {
         menu.SetState(BlockMenu::Phase::Frozen);
         menu.Update(190);
         menu.SetState(BlockMenu::Phase::Ready);
+        const std::vector<GuiPoint> stops = Stops();
+        ASSERT_EQ(stops.size(), BlockMenu::ItemCount + 1);
         for (std::size_t i = 0; i < BlockMenu::ItemCount; ++i) {
-            const auto [x, y] = MiddleOf(i);
+            const auto [x, y] = stops[i];
             menu.Pick(x, y);
             ASSERT_NE(menu.GetHovered(), MenuItem::None);
             ASSERT_EQ(menu.GetState(), BlockMenu::Phase::Hovered);
@@ -153,8 +142,8 @@ TEST_F(Boxes, PickingFindsTheBoxThatIsSeenThere) {
     }
     for (const int count : picked)
         EXPECT_GT(count, 5) << "every box is seen at some time";
-    menu.Pick(0.02F, 0.02F);
-    EXPECT_EQ(menu.GetHovered(), MenuItem::None);
+    menu.Pick(Stops().back().x, Stops().back().y);
+    EXPECT_EQ(menu.GetHovered(), MenuItem::None) << "beside them";
     EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Ready);
 }
 
