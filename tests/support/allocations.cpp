@@ -41,58 +41,27 @@ void Free(void* memory) {
 
 } // namespace
 
-long Allocations() {
-    return allocations;
-}
+// clang-format off
+long Allocations() { return allocations; }
+long OwnAllocations() { return own; }
+long BytesHeld() { return held; }
 
-long OwnAllocations() {
-    return own;
-}
-
-long BytesHeld() {
-    return held;
-}
 
 // All forms stand here, so that whatever one form gives, another can take back.
-void* operator new(std::size_t size) {
-    return Take(size, __builtin_return_address(0));
-}
-void* operator new[](std::size_t size) {
-    return Take(size, __builtin_return_address(0));
-}
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return Take(size, __builtin_return_address(0));
-}
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return Take(size, __builtin_return_address(0));
-}
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    return Take(size, alignment, __builtin_return_address(0));
-}
-void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t& /*tag*/) noexcept {
-    return Take(size, alignment, __builtin_return_address(0));
-}
-void operator delete(void* memory) noexcept {
-    Free(memory);
-}
-void operator delete[](void* memory) noexcept {
-    Free(memory);
-}
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    Free(memory);
-}
-void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-    Free(memory);
-}
-void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
-    Free(memory);
-}
-void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept {
-    Free(memory);
-}
-void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept {
-    Free(memory);
-}
-void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
-    Free(memory);
-}
+void* operator new(std::size_t size) { return Take(size, __builtin_return_address(0)); }
+void* operator new[](std::size_t size) { return Take(size, __builtin_return_address(0)); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Take(size, __builtin_return_address(0)); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Take(size, __builtin_return_address(0)); }
+void* operator new(std::size_t size, std::align_val_t to) { return Take(size, to, __builtin_return_address(0)); }
+void* operator new[](std::size_t size, std::align_val_t to) { return Take(size, to, __builtin_return_address(0)); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete[](void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { Free(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { Free(memory); }
+void operator delete(void* memory, std::align_val_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::align_val_t) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept { Free(memory); }
+// clang-format on

@@ -1,33 +1,13 @@
 // Makes binary files; see file_makers.h.
 #include "support/file_makers.h"
 
-#include <algorithm>
+#include <zlib.h>
 
 namespace {
 
 void AppendBig(std::string& bytes, std::uint32_t value) {
     for (int shift = 24; shift >= 0; shift -= 8)
         bytes += static_cast<char>(value >> shift & 0xFFU);
-}
-
-std::uint32_t PlainCrc(std::string_view bytes) {
-    std::uint32_t crc = 0xFFFFFFFFU;
-    for (const char byte : bytes) {
-        crc ^= static_cast<std::uint8_t>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = crc & 1U ? crc >> 1U ^ 0xEDB88320U : crc >> 1U;
-    }
-    return ~crc;
-}
-
-std::uint32_t Adler(std::string_view bytes) {
-    std::uint32_t a = 1;
-    std::uint32_t b = 0;
-    for (const char byte : bytes) {
-        a = (a + static_cast<std::uint8_t>(byte)) % 65521;
-        b = (b + a) % 65521;
-    }
-    return b << 16U | a;
 }
 
 void AppendBgr(std::string& bytes, Rgba colour) {
@@ -39,12 +19,12 @@ void AppendBgr(std::string& bytes, Rgba colour) {
 } // namespace
 
 std::string PngChunk(std::string_view type, std::string_view data) {
-    std::string body(type);
-    body += data;
+    const std::string body = std::string(type).append(data);
     std::string chunk;
     AppendBig(chunk, static_cast<std::uint32_t>(data.size()));
     chunk += body;
-    AppendBig(chunk, PlainCrc(body));
+    const auto* bytes = reinterpret_cast<const Bytef*>(body.data());
+    AppendBig(chunk, static_cast<std::uint32_t>(crc32(0, bytes, static_cast<uInt>(body.size()))));
     return chunk;
 }
 
@@ -59,16 +39,11 @@ std::string PngHeader(std::uint32_t width, std::uint32_t height, int depth, int 
 }
 
 std::string StoredZlib(std::string_view raw) {
-    constexpr std::size_t BlockSize = 65535;
-    std::string stream = "\x78\x01";
-    for (std::size_t at = 0; at < raw.size() || at == 0; at += BlockSize) {
-        const std::string_view block = raw.substr(at, BlockSize);
-        stream += at + BlockSize >= raw.size() ? '\1' : '\0';
-        AppendValue(stream, static_cast<std::uint16_t>(block.size()));
-        AppendValue(stream, static_cast<std::uint16_t>(~block.size()));
-        stream += block;
-    }
-    AppendBig(stream, Adler(raw));
+    uLongf size = compressBound(raw.size());
+    std::string stream(size, '\0');
+    compress2(reinterpret_cast<Bytef*>(stream.data()), &size, reinterpret_cast<const Bytef*>(raw.data()),
+              raw.size(), 0);
+    stream.resize(size);
     return stream;
 }
 

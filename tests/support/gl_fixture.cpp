@@ -8,8 +8,6 @@
 #include <IL/ilu.h>
 
 #include <cstdlib>
-#include <dlfcn.h>
-#include <link.h>
 #include <numeric>
 
 namespace {
@@ -22,19 +20,6 @@ void WriteDefaultFiles() {
     WriteFile("default/blank.md2", Md2Maker::Triangle(1).Bytes());
     WriteFile("font/basic4.png",
               MakePng(256, 256, [](int x, int y) { return GlTest::CellColour(y / 16 * 16 + x / 16); }));
-}
-
-// A driver that leaves memory behind when it is unloaded is forgiven by name; unloaded, it would have none.
-void KeepLoadedLibraries() {
-    std::vector<std::string> names;
-    dl_iterate_phdr(
-        [](dl_phdr_info* info, std::size_t, void* found) {
-            static_cast<std::vector<std::string>*>(found)->emplace_back(info->dlpi_name);
-            return 0;
-        },
-        &names);
-    for (const std::string& name : names)
-        if (!name.empty()) dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
 }
 
 } // namespace
@@ -98,7 +83,6 @@ const std::string& GlTest::StartLog() {
 }
 
 void GlTest::ReplaceContext() {
-    KeepLoadedLibraries();
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
     SDL_InitSubSystem(SDL_INIT_VIDEO);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 16);
@@ -118,14 +102,10 @@ void GlTest::BeginFlat() {
 void GlTest::DrawTexture(unsigned texture, int x, int y, int width, int height) {
     glBindTexture(GL_TEXTURE_2D, texture);
     glBegin(GL_QUADS);
-    glTexCoord2i(0, 0);
-    glVertex2i(x, y);
-    glTexCoord2i(1, 0);
-    glVertex2i(x + width, y);
-    glTexCoord2i(1, 1);
-    glVertex2i(x + width, y + height);
-    glTexCoord2i(0, 1);
-    glVertex2i(x, y + height);
+    for (const auto& [u, v] : {std::pair(0, 0), {1, 0}, {1, 1}, {0, 1}}) {
+        glTexCoord2i(u, v);
+        glVertex2i(x + u * width, y + v * height);
+    }
     glEnd();
 }
 

@@ -3,7 +3,9 @@
 // benchmark's limit.
 #pragma once
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 struct PlainGame {
     explicit PlainGame(int (*dealFrom)()) : deal(dealFrom) { NewGame(); }
@@ -61,8 +63,7 @@ struct PlainGame {
             offsetX[i] = shapes[type][2 * i];
             offsetY[i] = shapes[type][2 * i + 1];
             x[i] = pivotX + offsetX[i];
-            y[i] =
-                pivotY + offsetY[i] + (type == 6 ? 1 : 0); // the Z starts one row above where its pivot says
+            y[i] = pivotY + offsetY[i] + (type == 6); // the Z starts one row above where its pivot says
         }
         next = deal();
     }
@@ -70,9 +71,8 @@ struct PlainGame {
     bool Filled(int column, int row) const { return row < 20 && grid[row][column] != '.'; }
 
     void Move(int dx) {
-        for (int i = 0; i < 4; i++) {
+        for (int i = 0; i < 4; i++)
             if (x[i] + dx < 0 || x[i] + dx > 9 || Filled(x[i] + dx, y[i])) return;
-        }
         for (int i = 0; i < 4; i++)
             x[i] += dx;
         pivotX += dx;
@@ -82,15 +82,12 @@ struct PlainGame {
         if (type == 2) return;
         int newX[4];
         int newY[4];
-        int left = 9;
-        int right = 0;
         for (int i = 0; i < 4; i++) {
             newX[i] = pivotX + offsetY[i]; // a quarter turn clockwise takes (x, y) to (y, -x)
             newY[i] = pivotY - offsetX[i];
-            if (newX[i] < left) left = newX[i];
-            if (newX[i] > right) right = newX[i];
         }
-        const int push = left < 0 ? -left : right > 9 ? 9 - right : 0;
+        const auto [left, right] = std::minmax_element(newX, newX + 4);
+        const int push = std::max(-*left, 0) + std::min(9 - *right, 0);
         for (int i = 0; i < 4; i++) {
             newX[i] += push;
             if (newY[i] < 0 || Filled(newX[i], newY[i])) return;
@@ -98,9 +95,8 @@ struct PlainGame {
         for (int i = 0; i < 4; i++) {
             x[i] = newX[i];
             y[i] = newY[i];
-            const int oldX = offsetX[i];
-            offsetX[i] = offsetY[i];
-            offsetY[i] = -oldX;
+            std::swap(offsetX[i], offsetY[i]);
+            offsetY[i] *= -1;
         }
     }
 
@@ -108,19 +104,13 @@ struct PlainGame {
         bool blocked = false;
         for (int i = 0; i < 4; i++)
             blocked |= y[i] <= 20 && (y[i] == 0 || Filled(x[i], y[i] - 1));
-        if (!blocked) {
-            for (int i = 0; i < 4; i++)
-                y[i]--;
-            pivotY--;
-            return;
-        }
+        pivotY -= !blocked;
         for (int i = 0; i < 4; i++) {
-            if (y[i] >= 20) {
-                over = true;
-                return;
-            }
-            grid[y[i]][x[i]] = static_cast<char>('0' + type);
+            y[i] -= !blocked;
+            over |= blocked && y[i] >= 20;
+            if (blocked && !over) grid[y[i]][x[i]] = static_cast<char>('0' + type);
         }
+        if (!blocked || over) return;
         landings++;
         NextPiece();
     }

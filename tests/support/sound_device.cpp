@@ -87,12 +87,13 @@ std::string WaveBytes(const WaveHeader& header, const std::string& samples) {
     Put(bytes, static_cast<std::uint32_t>(36 + header.more.size() + samples.size()), 4);
     bytes += "WAVEfmt ";
     Put(bytes, static_cast<std::uint32_t>(16 + header.more.size()), 4);
-    Put(bytes, header.encoding, 2);
-    Put(bytes, header.channels, 2);
-    Put(bytes, header.rate, 4);
-    Put(bytes, header.rate * header.align, 4);
-    Put(bytes, header.align, 2);
-    Put(bytes, header.bits, 2);
+    for (const auto& [value, size] : {std::pair(header.encoding, 2),
+                                      {header.channels, 2},
+                                      {header.rate, 4},
+                                      {header.rate * header.align, 4},
+                                      {header.align, 2},
+                                      {header.bits, 2}})
+        Put(bytes, value, size);
     bytes += header.more + "data";
     Put(bytes, static_cast<std::uint32_t>(samples.size()), 4);
     return bytes + samples;
