@@ -11,18 +11,11 @@ import time
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/journey"))
 from journey import PATIENCE, Display, Game, set_key
 
-SMOOTH = 15  # ms from picture to picture: more than 60 of them a second let the menu glow
+SMOOTH = 1000 / 60  # ms from picture to picture, at which the menu glows
 COARSE = 40
 PIECES = (0, 2, 4, 6, 8)  # columns where five squares fill two rows
 SCORES = "".join(f'<score>\nscore = {1200 - 90 * i}\nname = "{name}"\n</score>\n' for i, name in enumerate(
     ["Nefertari", "Imhotep", "Ankhesenamun", "Ramose", "Tiy", "Senenmut", "Meryre"]))
-# Where to click, in fractions of the window.
-PAGES = {"general": (0.31, 0.335), "video": (0.46, 0.335), "audio": (0.61, 0.335)}
-OPTIONS_CANCEL = (0.706, 0.733)
-QUIT_CANCEL = (0.58, 0.535)
-LEAVE_CANCEL = (0.60, 0.59)
-DROP_DOWN = (0.12, 0.38)
-DROP_DOWN_MENU = (0.12, 0.525)
 
 
 def configuration(width, height, lighting=1, scores=""):
@@ -37,7 +30,7 @@ class Stage(Game):
     """A game on a screen of its own, as large as its window."""
 
     def __init__(self, size, **arguments):
-        self.step = SMOOTH
+        self.pace = SMOOTH
         self.screen = Display(size)
         super().__init__(self.screen, fast=0, **arguments)
 
@@ -57,7 +50,7 @@ class Stage(Game):
     def pictures(self, count=2):
         """Lets the game show that many pictures."""
         until = self.clock.pictures() + count
-        self.clock.run(1000, self.step, until)
+        self.clock.run(1000, self.pace, until)
         deadline = time.monotonic() + PATIENCE + count
         while self.clock.pictures() < until and self.process.poll() is None:
             assert time.monotonic() < deadline, f"no picture\n{self.log()[-2000:]}"
@@ -67,7 +60,7 @@ class Stage(Game):
         self.pass_time(max(seconds, 0.001))
 
     def pass_time(self, seconds):
-        self.pictures(max(round(1000 * seconds / self.step), 1))
+        self.pictures(max(round(1000 * seconds / self.pace), 1))
 
     def await_end(self):
         while self.process.poll() is None:
@@ -111,11 +104,6 @@ class Stage(Game):
         # The light takes three throws at a time, a piece one.
         self.await_true(lambda: (self.throws() - before) % 3 == 1, "the next piece", pause=0)
 
-    def throws(self):
-        return int((self.folder / "throws.txt").read_text())
-
     def end_game(self):
         """Drops pieces until the well is full."""
-        over = self.log().count("State mode Change - [PAUSE]")
-        self.await_true(lambda: self.log().count("State mode Change - [PAUSE]") > over, "the end",
-                        act=lambda: self.press("space"), pause=0.1)
+        self.play_to_the_end(lambda: self.press("space"))

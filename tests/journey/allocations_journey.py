@@ -1,4 +1,5 @@
 """Pictures of a menu at rest, of open windows and of a paused game are made without taking memory."""
+import places
 from journey import Journey
 
 QUIET = 60    # pictures in a row, from which on the scene counts as settled
@@ -7,9 +8,8 @@ WATCHED = 100  # pictures after that
 
 class Allocations(Journey):
     def counts(self, game):
-        path = game.folder / "allocations.txt"
-        frames, allocations = map(int, path.read_text().splitlines()[0].split()) if path.exists() else (0, 0)
-        return frames, allocations
+        """Pictures and allocations so far."""
+        return tuple(map(int, (game.folder / "allocations.txt").read_text().split()))
 
     def assert_none(self, game, where):
         """Waits until what has just happened is over, then watches."""
@@ -22,13 +22,10 @@ class Allocations(Journey):
                 since = now
             return now[0] >= since[0] + QUIET
 
-        game.await_true(settled, f"{where}: {QUIET} pictures without taking memory; {self.detail(game)}")
+        game.await_true(settled, f"{where}: {QUIET} pictures without taking memory")
         begin = self.counts(game)
         game.await_true(lambda: self.counts(game)[0] >= begin[0] + WATCHED, "pictures")
-        self.assertEqual(self.counts(game)[1], begin[1], f"{where}: {self.detail(game)}")
-
-    def detail(self, game):
-        return (game.folder / "allocations.txt").read_text()
+        self.assertEqual(self.counts(game)[1], begin[1], where)
 
     def test_nothing_is_taken_where_nothing_changes(self):
         game = self.start(preload=["count_allocations"])
@@ -37,9 +34,8 @@ class Allocations(Journey):
         self.assert_none(game, "menu at rest")
         game.key("Escape")
         self.assert_none(game, "quit dialog")
-        game.click(0.58, 0.535)
-        game.menu_item("NEW GAME")
-        game.await_log("starting debugger")
+        game.click(*places.QUIT_NO)
+        game.new_game()
         game.pause()
         self.assert_none(game, "paused game")
         self.assertGreater(self.counts(game)[1], 0, "the count counts: loading took memory")

@@ -1,6 +1,6 @@
-// Preloaded into the game, counts what it holds of the libraries: textures, display lists, samples and music.
-// The counts go to the file "resources.txt" in the working directory with each picture whose count differs
-// from the last; the bytes of all that the process holds of its heap, to "heap.txt" with every tenth picture.
+// Preloaded into the game, counts what it holds of the libraries. The counts go to the file "resources.txt"
+// in the working directory with each picture whose counts differ from the last; the bytes of all that the
+// process holds of its heap, to "heap.txt" with every tenth picture.
 #include <cstdio>
 #include <dlfcn.h>
 #include <malloc.h>
@@ -14,8 +14,14 @@ struct Counts {
 Counts now;
 Counts written;
 
-template<class Function> Function Real(const char* name) {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+// The library's own function.
+template<class Result, class... Arguments> Result Call(const char* name, Arguments... arguments) {
+    return reinterpret_cast<Result (*)(Arguments...)>(dlsym(RTLD_NEXT, name))(arguments...);
+}
+
+void* Counted(void* thing, long& count) {
+    count += thing != nullptr;
+    return thing;
 }
 
 } // namespace
@@ -23,59 +29,46 @@ template<class Function> Function Real(const char* name) {
 extern "C" {
 
 void glGenTextures(int n, unsigned* names) {
-    static const auto real = Real<void (*)(int, unsigned*)>("glGenTextures");
-    real(n, names);
+    Call<void>("glGenTextures", n, names);
     now.textures += n;
 }
 
 void glDeleteTextures(int n, const unsigned* names) {
-    static const auto real = Real<void (*)(int, const unsigned*)>("glDeleteTextures");
-    real(n, names);
+    Call<void>("glDeleteTextures", n, names);
     for (int i = 0; i < n; ++i)
         now.textures -= names[i] != 0;
 }
 
 unsigned glGenLists(int range) {
-    static const auto real = Real<unsigned (*)(int)>("glGenLists");
     now.lists += range;
-    return real(range);
+    return Call<unsigned>("glGenLists", range);
 }
 
 void glDeleteLists(unsigned list, int range) {
-    static const auto real = Real<void (*)(unsigned, int)>("glDeleteLists");
-    real(list, range);
+    Call<void>("glDeleteLists", list, range);
     now.lists -= range;
 }
 
 void* Mix_LoadWAV_RW(void* source, int freesource) {
-    static const auto real = Real<void* (*)(void*, int)>("Mix_LoadWAV_RW");
-    void* chunk = real(source, freesource);
-    now.samples += chunk != nullptr;
-    return chunk;
+    return Counted(Call<void*>("Mix_LoadWAV_RW", source, freesource), now.samples);
 }
 
 void Mix_FreeChunk(void* chunk) {
-    static const auto real = Real<void (*)(void*)>("Mix_FreeChunk");
-    real(chunk);
+    Call<void>("Mix_FreeChunk", chunk);
     now.samples -= chunk != nullptr;
 }
 
 void* Mix_LoadMUS(const char* file) {
-    static const auto real = Real<void* (*)(const char*)>("Mix_LoadMUS");
-    void* track = real(file);
-    now.tracks += track != nullptr;
-    return track;
+    return Counted(Call<void*>("Mix_LoadMUS", file), now.tracks);
 }
 
 void Mix_FreeMusic(void* track) {
-    static const auto real = Real<void (*)(void*)>("Mix_FreeMusic");
-    real(track);
+    Call<void>("Mix_FreeMusic", track);
     now.tracks -= track != nullptr;
 }
 
 void SDL_GL_SwapBuffers() {
-    static const auto real = Real<void (*)()>("SDL_GL_SwapBuffers");
-    real();
+    Call<void>("SDL_GL_SwapBuffers");
     static unsigned pictures = 0;
     if (++pictures % 10 == 0) {
         const struct mallinfo2 heap = mallinfo2();

@@ -16,30 +16,10 @@ FULL_COURSE = [
     "Game mode Change - [DESTROY]",
 ]
 
-# The pause drop-down's rows and the confirmation's buttons, in fractions of the window; see game_windows.cpp.
-PAUSE_CAPTION = (0.12, 0.38)
-PAUSE_ROWS = {"Resume": (0.12, 0.475), "Menu": (0.12, 0.525), "Quit": (0.12, 0.575)}
-CONFIRM_OK = (0.40, 0.59)
 # Milliseconds of the game's clock, less the first picture's step, which is 200 at most.
 INTRO = 2 * 5000 - 200
 FADE = 5000 - 200
 MENU_FADE = 3000 - 200
-
-
-def open_drop_down(game):
-    game.move(*PAUSE_CAPTION)
-    game.await_text("Quit", 0.11, 0.555)  # the list unrolls under the pointer
-
-
-def choose(game, row):
-    """Leaves a paused game by the drop-down."""
-    def left():
-        since = game.log().rsplit("[PAUSE]", 1)[-1]
-        return "State mode Change - [CHANGE]" in since or "State mode Change - [END]" in since
-
-    open_drop_down(game)
-    game.click(*PAUSE_ROWS[row])
-    game.await_true(left, f"leaving by {row}", act=lambda: game.click(*CONFIRM_OK), pause=0.3)
 
 
 class Course(Journey):
@@ -56,7 +36,7 @@ class Course(Journey):
         game.pause()
         game.resume()
         game.pause()
-        choose(game, "Menu")
+        game.choose("Menu")
         game.await_log("Game mode Change - [MENU]", 2)
         game.await_log("camera.Load()", 3)
         game.close_window()
@@ -65,6 +45,7 @@ class Course(Journey):
         self.assertGreater(game.lasted("[PUZZLE] State mode Change - [CHANGE]", "Game mode Change - [PUZZLE]"), MENU_FADE)
         self.assertGreater(game.lasted("[MENU] State mode Change - [CHANGE]", "Game mode Change - [MENU]"), FADE)
         self.assertTrue(game.log().endswith("Global_Destroy() - Log Stop\nGlobal_Destroy() - Normal Exit\n"))
+        self.assertEqual(game.complaints(), [])
         config = (game.folder / "config.cfg").read_text()
         self.assertIn("<gui>\n  <hform1>\n    left = 0.050000\n    top = 0.350000\n  </hform1>\n", config)
 
@@ -72,6 +53,6 @@ class Course(Journey):
         game = self.start()
         game.to_game()
         game.pause()
-        choose(game, "Quit")
+        game.choose("Quit")
         game.await_end()
         self.assertGreater(game.lasted("[DESTROY] State mode Change - [END]", "mainMenu::GameEnd"), FADE)

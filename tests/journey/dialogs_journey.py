@@ -1,15 +1,14 @@
 """The game's windows: pausing, leaving with and without a second thought, the list of scores, windows moved and found again."""
 import re
 
-from course_journey import FADE, PAUSE_ROWS, choose, open_drop_down
+import places
+from course_journey import FADE
 from journey import Journey, small
 from labels import sees
 
-CONFIRM_TITLE = ("Are you sure?", 0.425, 0.435)
-CONFIRM_OK, CONFIRM_CANCEL = (0.42, 0.59), (0.6, 0.59)
-LIST_TITLE = ("High Scores", 0.30, 0.135)
-RESTART, LIST_MENU = (0.697, 0.83), (0.358, 0.83)
 SCORES = "<highscores>\n" + "".join(f'<score>\nscore = {900 - i}\nname = "Ramose"\n</score>\n' for i in range(10))
+# Where both windows are dragged to.
+MOVED_SCORE, MOVED_NEXT = ("Score :", 0.43, 0.61), ("Next:", 0.785, 0.12)
 
 
 class Dialogs(Journey):
@@ -18,17 +17,21 @@ class Dialogs(Journey):
         game.to_game()
         return game
 
-    def open_confirmation(self, game, row):
-        open_drop_down(game)
-        game.await_text(*CONFIRM_TITLE, act=lambda: game.click(*PAUSE_ROWS[row]))
-
     def await_end_with_fade(self, game):
         game.await_end()
         self.assertGreater(game.lasted("[DESTROY] State mode Change - [END]", "mainMenu::GameEnd"), FADE)
 
+    def assert_keys_leave_open(self, game, title, *keys):
+        states = game.state_lines()
+        game.key(*keys)
+        game.move(0.5, 0.9)
+        game.pictures()
+        self.assertTrue(sees(game.look(), *title), f"keys leave {title} open")
+        self.assertEqual(game.state_lines(), states)
+
     def click_resume(self, game):
-        open_drop_down(game)
-        game.click(*PAUSE_ROWS["Resume"])
+        game.open_drop_down()
+        game.click(*places.ROWS["Resume"])
         game.pictures()  # so that it is heard before anyone looks whether it was
 
     def test_pause_and_second_thoughts(self):
@@ -36,87 +39,73 @@ class Dialogs(Journey):
         game.pause()
         game.resume()
         game.pause()
-
         game.await_another("[PUZZLE] State mode Change - [GAME]", lambda: self.click_resume(game))
         game.pause()
-        self.open_confirmation(game, "Menu")
-        states = game.state_lines()
-        for key in ("Escape", "p", "space", "Return"):
-            game.key(key)
-        game.move(0.5, 0.9)
-        self.assertTrue(sees(game.look(), *CONFIRM_TITLE), "keys leave the question open")
-        self.assertEqual(game.state_lines(), states)
-        game.await_text(*CONFIRM_TITLE, gone=True, act=lambda: game.click(*CONFIRM_CANCEL))
+        game.open_drop_down()
+        game.await_text(*places.SURE, act=lambda: game.click(*places.ROWS["Menu"]))
+        self.assert_keys_leave_open(game, places.SURE, "Escape", "p", "space", "Return")
+        game.await_text(*places.SURE, gone=True, act=lambda: game.click(*places.LEAVE_CANCEL))
         game.resume()
         # Closing the window pauses before it asks.
         before = len(game.state_lines())
         game.close_window()
-        game.await_text(*CONFIRM_TITLE)
+        game.await_text(*places.SURE)
         self.assertEqual(game.state_lines()[before:], ["MainServer::GameProcess()[PUZZLE] State mode Change - [PAUSE]"])
-        game.click(*CONFIRM_OK)
+        game.click(*places.LEAVE_OK)
         self.await_end_with_fade(game)
         self.assertIn("Game mode Change - [DESTROY]", game.log())
 
     def test_the_list_of_scores(self):
         game = self.begin(config=lambda text: small(text).replace("<highscores>\n", SCORES))
-        config = game.folder / "config.cfg"
-        game.pause()
-        game.resume()
+        self.play_to_the_list(game)
+        self.assert_keys_leave_open(game, places.LIST, "Escape", "p")
+        game.await_another("[PUZZLE] State mode Change - [GAME]", lambda: game.click(*places.LIST_RESTART))
+        game.await_text(*places.LIST, gone=True)
         game.play_to_the_end()
-        game.await_text(*LIST_TITLE)
-        for key in ("Escape", "p"):
-            game.key(key)
-        game.pictures()
-        self.assertTrue(sees(game.look(), *LIST_TITLE), "keys leave the list open")
-        game.await_another("[PUZZLE] State mode Change - [GAME]", lambda: game.click(*RESTART))
-        game.await_text(*LIST_TITLE, gone=True)
-        game.play_to_the_end()
-        game.await_text(*LIST_TITLE)
-        self.await_state_of_menu(game)
+        game.await_text(*places.LIST)
+        game.await_another("[MENU] State mode Change - [CHANGE]", lambda: game.click(*places.LIST_MENU), pause=0.3)
         game.await_log("Game mode Change - [MENU]", 2)
         self.assertGreater(game.lasted("[MENU] State mode Change - [CHANGE]", "Game mode Change - [MENU]"), FADE)
-        game.menu_item("NEW GAME")
-        game.await_log("starting debugger", 2)
+        game.new_game()
+        self.play_to_the_list(game)
+        game.close_window()  # over the list there is nothing to lose and nothing to ask
+        self.await_end_with_fade(game)
+        self.assertEqual((game.folder / "config.cfg").read_text().count('name = "Ramose"'), 10)
+
+    def play_to_the_list(self, game):
+        """From the fade on."""
         game.pause()
         game.resume()
         game.play_to_the_end()
-        game.await_text(*LIST_TITLE)
-        game.close_window()  # over the list there is nothing to lose and nothing to ask
-        self.await_end_with_fade(game)
-        self.assertEqual(config.read_text().count('name = "Ramose"'), 10)
-
-    def await_state_of_menu(self, game):
-        game.await_true(lambda: "[MENU] State mode Change - [CHANGE]" in game.log(), "the way to the menu",
-                        act=lambda: game.click(*LIST_MENU), pause=0.3)
+        game.await_text(*places.LIST)
 
     def test_windows_are_found_where_they_were_left(self):
         game = self.begin()
         game.pause()
-        game.await_text("Score :", 0.13, 0.51)
+        game.await_text(*places.SCORE)
         game.drag((0.23, 0.82), (0.53, 0.92))
-        game.await_text("Score :", 0.43, 0.61)
+        game.await_text(*MOVED_SCORE)
         game.drag((0.25, 0.30), (0.95, 0.36))
-        game.await_text("Next:", 0.785, 0.12)
-        choose(game, "Menu")
+        game.await_text(*MOVED_NEXT)
+        game.choose("Menu")
         game.await_log("Game mode Change - [MENU]", 2)
-        places = self.places(game)
-        for place, expected in zip(places, ((0.05, 0.35), (0.72, 0.08), (0.35, 0.57))):
+        kept = self.places(game)
+        for place, expected in zip(kept, ((0.05, 0.35), (0.72, 0.08), (0.35, 0.57))):
             self.assertAlmostEqual(place[0], expected[0], delta=0.01)
             self.assertAlmostEqual(place[1], expected[1], delta=0.01)
-        game.menu_item("NEW GAME")
-        game.await_log("starting debugger", 2)
-        self.assert_found(game)
+        game.new_game()
+        self.await_moved(game)
         game.kill()
         again = self.begin(folder=game.folder)
-        self.assert_found(again)
+        self.await_moved(again)
         again.pause()
-        choose(again, "Quit")
+        again.choose("Quit")
         again.await_end()
-        self.assertEqual(self.places(again), places, "what was not moved stays to the last digit")
+        self.assertEqual(self.places(again), kept, "what was not moved stays to the last digit")
 
-    def assert_found(self, game):
-        game.await_text("Score :", 0.43, 0.61)
-        game.await_text("Next:", 0.785, 0.12)
+    def await_moved(self, game):
+        game.await_text(*MOVED_SCORE)
+        game.await_text(*MOVED_NEXT)
 
     def places(self, game):
         text = (game.folder / "config.cfg").read_text()

@@ -1,6 +1,5 @@
-"""What reaches the program from outside: signals in every scene, a window that is closed, hidden or without the keyboard, a
-display that dies, and a start without its data or from another folder."""
-import ctypes
+"""What reaches the program from outside: signals in every scene, a window that is closed, a display that dies, and a start
+without its data or from another folder."""
 import os
 import pathlib
 import shutil
@@ -9,21 +8,10 @@ import subprocess
 import tempfile
 import time
 
+import places
 from journey import BUILD, HURRY, PATIENCE, ROOT, Display, Game, Journey
 
-CONFIRM_TITLE = ("Are you sure?", 0.425, 0.435)
-PAUSE_LINE = ("PAUSE - ESCAPE, p: resume", 0.523, 0.42)
 PAUSED = "[PUZZLE] State mode Change - [PAUSE]"
-RESUMED = "[PUZZLE] State mode Change - [GAME]"
-
-
-def take_keyboard(display_name):
-    """No window has it any more."""
-    xlib = ctypes.CDLL("libX11.so.6")
-    xlib.XOpenDisplay.restype = ctypes.c_void_p
-    display = ctypes.c_void_p(xlib.XOpenDisplay(display_name.encode()))
-    xlib.XSetInputFocus(display, ctypes.c_ulong(0), 0, ctypes.c_ulong(0))
-    xlib.XCloseDisplay(display)
 
 
 class Ends(Journey):
@@ -55,13 +43,13 @@ class Ends(Journey):
         game = self.start()
         game.to_game()
         game.pause()
-        game.await_text("Score :", 0.13, 0.51)
+        game.await_text(*places.SCORE)
         game.drag((0.15, 0.8), (0.25, 0.85))
         game.close_window()
-        game.await_text(*CONFIRM_TITLE)
+        game.await_text(*places.SURE)
         self.signalled(game, signal.SIGINT)
-        places = (game.folder / "config.cfg").read_text().split("<GameState>")[1]
-        self.assertNotIn("left = 0.05", places.split("</GameState>")[0], "the window is kept where it was left")
+        kept = (game.folder / "config.cfg").read_text().split("<GameState>")[1]
+        self.assertNotIn("left = 0.05", kept.split("</GameState>")[0], "the window is kept where it was left")
 
     def test_a_signal_while_it_starts(self):
         game = self.start()
@@ -74,35 +62,8 @@ class Ends(Journey):
         game = self.start()
         game.to_game()
         game.close_window()
-        game.await_text(*CONFIRM_TITLE)
+        game.await_text(*places.SURE)
         self.assertIn(PAUSED, game.state_lines()[-1])
-
-    def test_a_game_that_is_left_alone_pauses(self):
-        game = self.start()
-        game.to_game()
-        game.pause()
-        game.await_text(*PAUSE_LINE)
-        game.key("p")
-        game.await_log(RESUMED)
-        game.await_text(*PAUSE_LINE, gone=True)
-        game.geometry()
-        window = game.window[0]
-        game.xdotool("windowunmap", window)
-        game.await_log(PAUSED, 2)
-        game.clock.run(1)
-        game.pictures()
-        begin = time.monotonic()
-        game.pictures(10)
-        self.assertGreater(time.monotonic() - begin, 0.9, "ten pictures a second are enough for a window that is not shown")
-        game.clock.run(HURRY)
-        game.xdotool("windowmap", window)
-        game.await_text(*PAUSE_LINE)
-        game.xdotool("windowfocus", window)
-        game.resume()
-        take_keyboard(self.display.name)
-        game.await_log(PAUSED, 3)
-        game.pictures(5)
-        self.assertEqual(game.log().count(RESUMED), 2)
 
     def test_a_dead_display_ends_the_program(self):
         display = Display()

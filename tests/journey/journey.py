@@ -17,6 +17,7 @@ import tempfile
 import time
 import unittest
 
+import places
 from labels import hovered_label, sees
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
@@ -46,6 +47,11 @@ class Picture:
             for channel in range(3):
                 total[channel] += sum(row[2 - channel::4])
         return tuple(t / (int(width) * int(height)) for t in total)
+
+    def means(self, places):
+        """The same of many places: left, top, width and height in fractions of the picture."""
+        return [self.mean(left * self.width, top * self.height, width * self.width, height * self.height)
+                for left, top, width, height in places]
 
     def row(self, y, channel):
         """One row of red (0), green (1) or blue (2)."""
@@ -151,7 +157,7 @@ class Game:
         self.process = subprocess.Popen([*under, str(BUILD / program)], cwd=self.folder, env=environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
         self.window = None
-        self.pointer = None  # where it was last sent, in fractions of the window
+        self.pointer = None  # where it was last sent, in fractions of the picture
         self.area = None  # where the picture is, when no window tells it: full screen
 
     # What the program says
@@ -208,6 +214,11 @@ class Game:
         """Mode and state changes, in order."""
         return [line for line in self.log().splitlines() if "Change - [" in line]
 
+    def complaints(self):
+        """Lines of the log that find fault with a file or a device; a configuration without window places gets some."""
+        found = re.findall(r"(?im)^.*(?:\[ ?\w* ?(?:error|warning)|failed|blank|not found|wasn't).*$", self.log())
+        return [line for line in found if "The block gui is not found" not in line]
+
     def kill(self):
         if self.process.poll() is None:
             self.process.kill()
@@ -238,7 +249,7 @@ class Game:
     def type(self, text):
         self.xdotool("type", "--delay", "30", text)
 
-    def geometry(self):
+    def window_area(self):
         """Left, top, width and height of the window in pixels of the screen."""
         if self.area:
             return self.area
@@ -250,8 +261,14 @@ class Game:
             raise AssertionError("the window is not there")
         return tuple(int(found[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
 
+    def geometry(self):
+        """The same of the 4:3 picture in the window's middle, to which all places refer."""
+        left, top, width, height = self.window_area()
+        wide, high = min(width, height * 4 // 3), min(height, width * 3 // 4)
+        return left + (width - wide) // 2, top + (height - high) // 2, wide, high
+
     def move(self, x, y):
-        """Points at a place in fractions of the window."""
+        """Points at a place in fractions of the picture."""
         left, top, width, height = self.geometry()
         self.pointer = (x, y)
         self.xdotool("mousemove", left + int(x * width), top + int(y * height))
@@ -284,14 +301,19 @@ class Game:
         begin = self.clock.pictures()
         self.await_true(lambda: self.clock.pictures() - begin >= count or self.process.poll() is not None, "pictures", pause=0.005)
 
+    def step(self, milliseconds, count):
+        """Shows that many pictures, each so long after the one before, and holds the last."""
+        until = self.clock.pictures() + count
+        self.clock.run(1000, milliseconds, until)
+        self.await_true(lambda: self.clock.pictures() >= until, "pictures", pause=0.005)
+
     def leap(self, seconds):
         """Lets that much of the game's time pass, in its longest steps."""
-        self.clock.run(1000)
-        self.pictures(5 * seconds)
+        self.step(200, 5 * seconds)
         self.clock.run(HURRY)
 
     def look(self, save_as=None):
-        """A screenshot of the window."""
+        """A screenshot of the picture."""
         picture = self.display.look(*self.geometry())
         if save_as:
             picture.save(save_as)
@@ -301,6 +323,10 @@ class Game:
         """Waits until a text stands about a place or, when it is to be `gone`, no longer does."""
         self.await_true(lambda: sees(self.look(), text, x, y) != gone, f"{text!r} at ({x}, {y}){' to go' if gone else ''}",
                         act=act, pause=0.1)
+
+    def await_page(self, text, left):
+        """Waits for a line of the scrolling pages, wherever it is on its way up; `left` is its place on the text grid."""
+        self.await_true(lambda: sees(self.look(), text, (left + 5 * len(text) + 0.5) / 640, 0.5, across=0, along=200), text)
 
     # Roads that many journeys take
 
@@ -343,11 +369,36 @@ class Game:
 
         self.await_true(found, f"the box {name}", pause=0)
 
-    def to_game(self, times=1):
+    def to_game(self):
         self.to_menu()
+        self.new_game()
+
+    def new_game(self):
+        """From the menu."""
+        before = self.log().count("starting debugger")
         self.menu_item("NEW GAME")
-        self.await_log("Game mode Change - [PUZZLE]", times)
-        self.await_log("starting debugger", times)
+        self.await_log("starting debugger", before + 1)
+
+    def open_drop_down(self):
+        self.move(*places.DROP_DOWN)
+        self.await_text(*places.LAST_ROW)  # the list unrolls under the pointer
+
+    def choose(self, row):
+        """Leaves a paused game by the drop-down."""
+        self.open_drop_down()
+        self.await_text(*places.SURE, act=lambda: self.click(*places.ROWS[row]))
+        left = "State mode Change - [END]" if row == "Quit" else "State mode Change - [CHANGE]"
+        self.await_another(left, lambda: self.click(*places.LEAVE_OK))
+
+    def setting(self, key):
+        """A key's value in config.cfg, once the options are written."""
+        for line in (self.folder / "config.cfg").read_text().splitlines():
+            if line.split()[:2] == [key, "="]:
+                return line.split()[2]
+        return None
+
+    def await_setting(self, key, value):
+        self.await_true(lambda: self.setting(key) == value, f"{key} = {value} in config.cfg")
 
     def await_another(self, line, act, pause=0.1):
         """Waits for one more of a line of the log, doing `act` before each look."""
@@ -366,30 +417,25 @@ class Game:
         self.key("Escape")
         self.await_log(line, before + 1)
 
-    def play_to_the_end(self, pause=0.1):
+    def play_to_the_end(self, drop=None):
         """Drops one piece after the other until the game is over, which pauses it."""
-        self.await_another("State mode Change - [PAUSE]", lambda: self.key("space"), pause)
+        self.await_another("State mode Change - [PAUSE]", drop or (lambda: self.key("space")))
 
-
-class ClientMessage(ctypes.Structure):
-    """Xlib's XClientMessageEvent."""
-    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int), ("display", ctypes.c_void_p),
-                ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong), ("format", ctypes.c_int),
-                ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 24)]
+    def throws(self):
+        """Of the dice, which the library same_rand counts."""
+        text = (self.folder / "throws.txt").read_text()
+        return int(text) if text.strip() else self.throws()
 
 
 def send_close(display_name, window):
     xlib = ctypes.CDLL("libX11.so.6")
     xlib.XOpenDisplay.restype = ctypes.c_void_p
     xlib.XInternAtom.restype = ctypes.c_ulong
-    xlib.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
-    xlib.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long, ctypes.c_void_p]
-    xlib.XCloseDisplay.argtypes = [ctypes.c_void_p]
-    display = xlib.XOpenDisplay(display_name.encode())
-    message = ClientMessage(type=33, window=window, format=32)  # 33: ClientMessage
-    message.message_type = xlib.XInternAtom(display, b"WM_PROTOCOLS", 0)
-    message.data[0] = xlib.XInternAtom(display, b"WM_DELETE_WINDOW", 0)
-    xlib.XSendEvent(display, window, 0, 0, ctypes.byref(message))
+    display = ctypes.c_void_p(xlib.XOpenDisplay(display_name.encode()))
+    protocols, delete = (xlib.XInternAtom(display, name, 0) for name in (b"WM_PROTOCOLS", b"WM_DELETE_WINDOW"))
+    # Xlib's XClientMessageEvent, in the room of its longest event.
+    message = struct.pack("iLiPLLi5l", 33, 0, 0, 0, window, protocols, 32, delete, 0, 0, 0, 0).ljust(192, b"\0")
+    xlib.XSendEvent(display, ctypes.c_ulong(window), 0, ctypes.c_long(0), message)
     xlib.XCloseDisplay(display)
 
 

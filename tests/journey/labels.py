@@ -48,10 +48,12 @@ def correlation(seen, wanted):
 
 
 def hovered_label(picture, x, y):
-    """The name printed beside a pointer at (x, y), in fractions of the window; none when there is none."""
-    left = int(picture.width * (x + 0.05))
-    top = int(picture.height * y) - CELL
-    rows = [picture.row(row, 1) if 0 <= row < picture.height else b"" for row in range(top - 1, top + CELL + 1)]
+    """The name printed beside a pointer at (x, y), in fractions of the picture; none when there is none."""
+    scale = max(picture.height // GRID[1], 1)
+    left = int(picture.width * (x + 0.05)) // scale
+    top = int(picture.height * y) - (CELL + 1) * scale
+    rows = [picture.row(row, 1)[::scale] if 0 <= row < picture.height else b""
+            for row in range(top, top + (CELL + 2) * scale, scale)]
     best, found = 0.6, None
     for name in NAMES:
         width = BOX_ADVANCE * len(name) - 4

@@ -1,7 +1,6 @@
 """Ten rounds of menu, game, menu in one process: what the process holds at the end of a round stays the same."""
 import statistics
 
-from course_journey import choose
 from journey import Journey
 
 ROUNDS = 10
@@ -28,10 +27,9 @@ class Rounds(Journey):
         game.to_menu()
         held = []
         for played in range(1, ROUNDS + 1):
-            game.menu_item("NEW GAME")
-            game.await_log("starting debugger", played)
+            game.new_game()
             game.pause()
-            choose(game, "Menu")
+            game.choose("Menu")
             game.await_log("Game mode Change - [MENU]", played + 1)
             game.await_log("camera.Load()", 2 * played + 1)
             held.append((self.heap(game), self.threads(game), (game.folder / "resources.txt").read_text()))

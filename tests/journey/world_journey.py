@@ -1,5 +1,4 @@
 """The world scene: creatures that move, its statistics, its three windows, and the way from it into the game."""
-from course_journey import choose
 from journey import Journey
 
 COURSE = [
@@ -28,11 +27,9 @@ class World(Journey):
 
     def region(self, game, place):
         """Means of a place's four quarters."""
-        picture = game.look()
         left, top, width, height = place
-        return [mean for column in (0, 1) for row in (0, 1)
-                for mean in picture.mean((left + column * width / 2) * picture.width, (top + row * height / 2) * picture.height,
-                                         picture.width * width / 2, picture.height * height / 2)]
+        return [value for mean in game.look().means((left + column * width / 2, top + row * height / 2, width / 2, height / 2)
+                                                    for column in (0, 1) for row in (0, 1)) for value in mean]
 
     def test_stage_windows_and_the_way_into_the_game(self):
         game = self.start(program="quarvello-world", fast=2)
@@ -59,8 +56,9 @@ class World(Journey):
         self.assertEqual([line for line in game.state_lines() if line in COURSE], COURSE)
         game.await_log("starting debugger", 2)
         game.pause()
-        choose(game, "Quit")
+        game.choose("Quit")
         game.await_end()
+        self.assertEqual(game.complaints(), [])
 
     def await_line(self, game, line, act):
         game.await_true(lambda: line in game.log(), line, act=act, pause=1)

@@ -1,0 +1,111 @@
+"""What other machines show: 60 Hz, wide and narrow screens, a window manager that hides the window."""
+import os
+import pathlib
+import subprocess
+import time
+
+import places
+from journey import HURRY, Display, Journey, set_key, small
+
+PAUSED = "[PUZZLE] State mode Change - [PAUSE]"
+RESUMED = "[PUZZLE] State mode Change - [GAME]"
+
+
+# Windows without borders, whose places xdotool tells rightly.
+MANAGER = """<openbox_config xmlns="http://openbox.org/3.4/rc">
+<applications><application class="*"><decor>no</decor></application></applications>
+<keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+<desktops><number>2</number></desktops></openbox_config>"""
+
+
+class Screens(Journey):
+    def on_screen(self, width, height):
+        """A game whose window is as large as its screen."""
+        self.display.close()
+        self.display = Display((width, height))
+        self.addCleanup(self.display.close)
+        return self.start(config=lambda text: set_key(set_key(small(text), "width", width), "height", height))
+
+    def test_60_hz_glow_and_50_do_not(self):
+        game = self.start()
+        game.to_menu()
+        game.await_locked()
+        game.move(0.5, 0.97)
+        game.leap(6)  # the logos fade in
+
+        def brightness(rate, seconds):
+            game.step(1000 / rate, int(rate * seconds))
+            return sum(game.look().means([(0, 0, 1, 0.8)])[0])
+        full = brightness(60, 4.2)  # twenty steps of 200 ms
+        fallen = brightness(50, 1.6)
+        again = brightness(59.94, 1.8)
+        print(f"60 Hz {full:.1f}, then 50 Hz {fallen:.1f}, then 59.94 Hz {again:.1f}")
+        self.assertLess(fallen, full * 0.7)
+        self.assertGreater(again, (full + fallen) / 2)
+
+    def test_wide_and_narrow(self):
+        """Texts are read and clicked in the middle frame, the scene fills the rest, and the veil covers it."""
+        for size in ((1366, 768), (640, 512)):
+            with self.subTest(size=size):
+                game = self.on_screen(*size)
+                game.to_menu()
+                game.await_locked()  # by a logo where 4:3 has it
+                game.menu_item("OPTIONS")
+                game.await_text(*places.OPTIONS)
+                game.click(*places.OPTIONS_CANCEL)
+                game.await_text(*places.OPTIONS, gone=True)
+                game.new_game()
+                game.pause()
+                game.await_text(*places.PAUSE_LINE)
+                game.await_text(*places.SCORE)
+                self.assertGreater(self.brightest_at_edges(size), 60, "nothing is drawn beside the frame")
+                game.close_window()
+                game.await_text(*places.SURE)
+                game.clock.run(1, 50)
+                game.click(*places.LEAVE_OK)
+                game.await_log("[DESTROY] State mode Change - [END]")
+                game.step(50, 85)  # of the hundred pictures that it takes to fade
+                self.assertLess(self.brightest_at_edges(size), 30, "the veil ends before the screen does")
+                game.clock.run(HURRY)
+                game.await_end()
+
+    def brightest_at_edges(self, size):
+        width, height = size
+        strips = ((0, 0, 8, height), (width - 8, 0, 8, height), (0, 0, width, 8), (0, height - 8, width, 8))
+        return max(max(self.display.look(*strip).row(y, 1)) for strip in strips for y in range(0, strip[3], 4))
+
+    def test_a_game_that_is_left_alone_pauses(self):
+        config = pathlib.Path(self.display.folder) / "openbox.xml"
+        config.write_text(MANAGER)
+        manager = subprocess.Popen(["openbox", "--config-file", str(config)], stderr=subprocess.DEVNULL,
+                                   env=dict(os.environ, DISPLAY=self.display.name))
+        self.addCleanup(manager.wait)
+        self.addCleanup(manager.terminate)
+        game = self.start()
+        game.to_game()
+        game.pause()
+        game.await_text(*places.PAUSE_LINE)
+        game.key("p")
+        game.await_log(RESUMED)
+        game.await_text(*places.PAUSE_LINE, gone=True)
+        game.geometry()
+        window = game.window[0]
+        game.xdotool("windowminimize", window)
+        game.await_log(PAUSED, 2)
+        game.clock.run(1)
+        game.pictures()
+        begin = time.monotonic()
+        game.pictures(10)
+        self.assertGreater(time.monotonic() - begin, 0.9, "ten pictures a second are enough for a window that is not shown")
+        game.clock.run(HURRY)
+        game.xdotool("windowactivate", window)
+        game.await_text(*places.PAUSE_LINE)
+        game.resume()
+        game.xdotool("set_desktop", 1)
+        game.await_log(PAUSED, 3)
+        game.xdotool("set_desktop", 0)
+        game.await_text(*places.PAUSE_LINE)
+        game.pictures(5)
+        self.assertEqual(game.log().count(RESUMED), 2, "nothing but a player resumes")
+        game.key("alt+F4")
+        game.await_text(*places.SURE)
