@@ -204,8 +204,11 @@ class Game:
         log = self.log_path.read_bytes()
         begin = log.rindex(first.encode())
         end = log.index(second.encode(), begin + len(first))
-        read = lambda: [tuple(map(int, line.split())) for line in (self.folder / "times.txt").read_text().splitlines(True)
-                        if line.endswith("\n")]
+
+        def read():
+            return [tuple(map(int, line.split())) for line in (self.folder / "times.txt").read_text().splitlines(True)
+                    if line.endswith("\n")]
+
         self.await_true(lambda: read()[-1][0] > end, f"the picture after {second!r}")
         first_picture = next(shown for size, shown, _ in read() if size > begin)
         return next(before for size, _, before in read() if size > end) - first_picture
