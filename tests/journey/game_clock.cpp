@@ -1,11 +1,12 @@
 // Preloaded into the game, lets SDL's clock run as fast or as slowly as the journey says, also in the middle
 // of a run, and tells the journey the number of pictures shown; both share the file that GAME_CLOCK names,
 // laid out as `Page`. Where the page names a `longest` step, in ms, the clock all but stands from there to
-// the next picture: so little of true time is left that a slow machine does not see it, but what waits for the
-// clock does not wait for ever. When as many pictures have been shown as `until` says, the game is held, with
-// the last of them on the screen. 0 stands for no such limit. The file "times.txt" of the working directory gets a line at each picture before
-// which the log has grown: the log's size and the times of this picture and of the one before, in ms of that
-// clock. A picture's time is the last that the main thread read for it.
+// the next picture: so little of true time is left that a slow machine does not see it, but what waits for
+// the clock does not wait for ever. When as many pictures have been shown as `until` says, the game is held,
+// with the last of them on the screen. 0 stands for no such limit. The file "times.txt" of the working
+// directory gets a line at each picture before which the log has grown: the log's size and the times of this
+// picture and of the one before, in ms of that clock. A picture's time is the last that the main thread read
+// for it.
 #include <algorithm>
 #include <atomic>
 #include <climits>
