@@ -4,104 +4,94 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <memory>
 #include <vector>
 
 namespace {
 
-std::vector<std::uint8_t> ListOf(const Globalp& world, std::uint32_t sector) {
-    const auto list = world.ObjectsOf(sector);
-    return {list.begin(), list.end()};
+using Indices = std::vector<std::uint8_t>;
+
+class Grid : public testing::Test {
+protected:
+    // A world of two sectors, its objects at x = 0, 1, 2 ... all in the first.
+    void Fill(std::uint32_t count) {
+        world->start(std::vector<BackgroundSector>(2));
+        for (std::uint32_t i = 0; i < count; ++i) {
+            world->objects[world->AddObject()].x = static_cast<float>(i);
+            world->MoveToSector(i, 0);
+        }
+    }
+    Indices ListOf(std::uint32_t sector) const {
+        const auto list = world->ObjectsOf(sector);
+        return {list.begin(), list.end()};
+    }
+
+    std::unique_ptr<Globalp> world = std::make_unique<Globalp>();
+};
+
+TEST_F(Grid, CoordinatesAreNegatedAndCutTowardsZero) {
+    const std::pair<float, int> cases[] = {{0.0F, 0},      {0.99F, 0},      {-0.99F, 0},        {-1.0F, 1},
+                                           {-255.9F, 255}, {1.0F, -1},      {-256.0F, -1},      {1e30F, -1},
+                                           {-1e30F, -1},   {HUGE_VALF, -1}, {std::nanf(""), -1}};
+    for (const auto& [coordinate, cell] : cases)
+        EXPECT_EQ(GridCoordinate(coordinate), cell) << coordinate;
 }
 
-TEST(Grid, CoordinatesAreNegatedAndCutTowardsZero) {
-    EXPECT_EQ(GridCoordinate(0.0F), 0);
-    EXPECT_EQ(GridCoordinate(0.99F), 0);
-    EXPECT_EQ(GridCoordinate(-0.99F), 0);
-    EXPECT_EQ(GridCoordinate(-1.0F), 1);
-    EXPECT_EQ(GridCoordinate(-255.9F), 255);
-    for (const float outside :
-         {1.0F, -256.0F, 1e30F, -1e30F, std::numeric_limits<float>::infinity(), std::nanf("")})
-        EXPECT_EQ(GridCoordinate(outside), -1) << outside;
-}
-
-TEST(Grid, StartTakesTheGroundOver) {
+TEST_F(Grid, StartTakesTheGroundOver) {
     std::vector<BackgroundSector> ground(2);
     ground[0].groupCount = 2;
     ground[0].groupCellCount[1] = 1;
     ground[0].groupCells[1][0] = {3, 4, WallByte, 7, 8};
-    ground[1].groupCount = 1;
-    ground[1].groupCellCount[0] = 1;
+    ground[1].groupCount = ground[1].groupCellCount[0] = 1;
     ground[1].groupCells[0][0] = {255, 0, PortalByte, 0, 1};
-    auto world = std::make_unique<Globalp>();
     world->AddObject();
     world->start(ground);
     EXPECT_TRUE(world->objects.empty());
-    ASSERT_EQ(world->sectorLists.size(), 2U);
-    EXPECT_EQ(ListOf(*world, 1).size(), 0U);
-    EXPECT_TRUE(world->IsWall(-3.5F, -4.5F));
-    EXPECT_EQ(world->SectorUnder(-3.5F, -4.5F), 0);
-    EXPECT_EQ(world->CellUnder(-3.5F, -4.5F).a, 7);
-    EXPECT_EQ(world->CellUnder(-3.5F, -4.5F).b, 8);
-    EXPECT_EQ(world->WallUnder(-255.5F, 0.0F), PortalByte);
-    EXPECT_EQ(world->SectorUnder(-255.5F, 0.0F), 1);
-    EXPECT_FALSE(world->IsWall(-4.5F, -3.5F));
-    EXPECT_EQ(world->SectorUnder(-4.5F, -3.5F), NoSector);
-    // Off the grid there is neither wall nor sector.
-    EXPECT_FALSE(world->IsWall(5.0F, -4.5F));
-    EXPECT_EQ(world->SectorUnder(-300.0F, -4.5F), NoSector);
-}
-
-TEST(Grid, RemovingAnObjectRenumbersTheOthers) {
-    auto world = std::make_unique<Globalp>();
-    world->start(std::vector<BackgroundSector>(2));
-    for (int i = 0; i < 5; ++i)
-        world->objects[world->AddObject()].x = static_cast<float>(i);
-    for (const std::uint32_t index : {4U, 2U, 0U})
-        world->MoveToSector(index, 0);
-    world->MoveToSector(3, 1);
-    world->RemoveObject(2);
-    EXPECT_EQ(ListOf(*world, 0), (std::vector<std::uint8_t>{3, 0}));
-    EXPECT_EQ(ListOf(*world, 1), (std::vector<std::uint8_t>{2}));
-    ASSERT_EQ(world->objects.size(), 4U);
-    EXPECT_EQ(world->objects[2].x, 3.0F);
-    EXPECT_EQ(world->objects[3].x, 4.0F);
-    world->RemoveObject(17);
-    EXPECT_EQ(world->objects.size(), 4U);
-}
-
-TEST(Grid, MovingBetweenSectorsKeepsBothLists) {
-    auto world = std::make_unique<Globalp>();
-    world->start(std::vector<BackgroundSector>(2));
-    for (int i = 0; i < 3; ++i) {
-        world->AddObject();
-        world->MoveToSector(static_cast<std::uint32_t>(i), 0);
+    EXPECT_EQ(world->sectorLists.size(), 2U);
+    EXPECT_TRUE(ListOf(1).empty());
+    const struct {
+        float x, y;
+        std::uint8_t wall, a, b, sector;
+    } cases[] = {{-3.5F, -4.5F, WallByte, 7, 8, 0},
+                 {-255.5F, 0, PortalByte, 0, 1, 1},
+                 {-4.5F, -3.5F, 255, 255, 255, NoSector},
+                 {5, -4.5F, 255, 255, 255, NoSector}, // off the grid
+                 {-300, -4.5F, 255, 255, 255, NoSector}};
+    for (const auto& tested : cases) {
+        const WorldCell cell = world->CellUnder(tested.x, tested.y);
+        EXPECT_EQ(world->WallUnder(tested.x, tested.y), tested.wall) << tested.x;
+        EXPECT_EQ(std::tie(cell.a, cell.b, cell.sector), std::tie(tested.a, tested.b, tested.sector))
+            << tested.x;
     }
+}
+
+TEST_F(Grid, MovingAndRemovingKeepTheListsWhole) {
+    Fill(5);
     world->MoveToSector(0, 1);
-    EXPECT_EQ(ListOf(*world, 0), (std::vector<std::uint8_t>{2, 1}));
-    EXPECT_EQ(ListOf(*world, 1), (std::vector<std::uint8_t>{0}));
+    EXPECT_EQ(ListOf(0), (Indices{4, 1, 2, 3})) << "the last fills the gap";
+    EXPECT_EQ(ListOf(1), (Indices{0}));
     EXPECT_EQ(world->objects[0].sector, 1);
     // Sectors and objects that are not there change nothing.
     world->MoveToSector(1, 2);
     world->MoveToSector(1, -1);
     world->MoveToSector(9, 1);
-    EXPECT_EQ(ListOf(*world, 0), (std::vector<std::uint8_t>{2, 1}));
+    world->RemoveObject(17);
+    EXPECT_EQ(ListOf(0), (Indices{4, 1, 2, 3}));
     EXPECT_EQ(world->objects[1].sector, 0);
+    world->RemoveObject(2);
+    EXPECT_EQ(ListOf(0), (Indices{3, 1, 2})) << "and those behind the removed one are renumbered";
+    EXPECT_EQ(ListOf(1), (Indices{0}));
+    ASSERT_EQ(world->objects.size(), 4U);
+    EXPECT_EQ(world->objects[2].x, 3.0F);
 }
 
-TEST(Grid, AListHolds255ObjectsAndTheEndMark) {
-    auto world = std::make_unique<Globalp>();
-    world->start(std::vector<BackgroundSector>(1));
-    for (std::uint32_t i = 0; i < 300; ++i) {
-        world->AddObject();
-        world->MoveToSector(i, 0);
-    }
-    EXPECT_EQ(ListOf(*world, 0).size(), 255U);
+TEST_F(Grid, AListHolds255ObjectsAndTheEndMark) {
+    Fill(300);
+    EXPECT_EQ(ListOf(0).size(), 255U);
     EXPECT_EQ(world->sectorLists[0].back(), SectorListEnd);
     while (!world->objects.empty())
         world->RemoveObject(0);
-    EXPECT_TRUE(ListOf(*world, 0).empty());
+    EXPECT_TRUE(ListOf(0).empty());
 }
 
 } // namespace

@@ -11,6 +11,8 @@
 
 namespace {
 
+using Indices = std::vector<int>;
+
 class Motion : public testing::Test {
 protected:
     void SetUp() override {
@@ -19,70 +21,56 @@ protected:
             cell.sector = 0;
     }
 
-    WorldObject& Add(float x, float y, std::uint8_t status = StatusPusher) {
+    WorldObject& Add(float x, float y, float vx = 0, std::uint8_t status = StatusPusher) {
         const std::uint32_t index = world->AddObject();
         world->MoveToSector(index, 0);
         WorldObject& object = world->objects[index];
-        object.x = x;
-        object.y = y;
         object.status = status;
+        Place(object, x, y, vx, 0);
         return object;
     }
-    static void Move(WorldObject& object, float vx, float vy) {
+    static void Place(WorldObject& object, float x, float y, float vx, float vy) {
+        object.x = x, object.y = y;
         object.velocity = {vx, vy};
-        object.moving = true;
+        object.moving = vx != 0 || vy != 0;
     }
-    void Wall(int cellX, int cellY) { world->walls[CellIndex(cellX, cellY)] = WallByte; }
     void Portal(int cellX, int cellY, std::uint8_t a, std::uint8_t b) {
         world->walls[CellIndex(cellX, cellY)] = PortalByte;
         world->cells[CellIndex(cellX, cellY)] = {a, b, 0};
     }
-    void Sector(int cellX, int cellY, std::uint8_t sector) {
-        world->cells[CellIndex(cellX, cellY)].sector = sector;
-    }
-
     Contact Test(std::uint32_t index, std::uint32_t frameTime = 16) {
-        blockedX = false;
-        blockedY = false;
+        blockedX = blockedY = false;
         return TestContacts(*world, index, 0, frameTime, blockedX, blockedY);
     }
-    bool Listed(std::uint32_t sector, std::uint8_t index) const {
+    Indices Listed(std::uint32_t sector) const {
         const auto list = world->ObjectsOf(sector);
-        return std::find(list.begin(), list.end(), index) != list.end();
+        return {list.begin(), list.end()};
     }
 
     std::unique_ptr<Globalp> world = std::make_unique<Globalp>();
-    bool blockedX = false;
-    bool blockedY = false;
+    bool blockedX = false, blockedY = false;
 };
 
 TEST_F(Motion, WhatDoesNotMoveHitsNothing) {
-    Wall(5, 5);
-    Add(-5.5F, -5.5F);
+    world->walls[CellIndex(5, 5)] = WallByte;
+    WorldObject& object = Add(-5.5F, -5.5F);
     EXPECT_EQ(Test(0), Contact::NotMoving);
-    // A velocity that a frame of no length does not show is no motion either.
-    Move(world->objects[0], 0.01F, 0.0F);
-    EXPECT_EQ(Test(0, 0), Contact::NotMoving);
-    // A push counts for the whole frame, as the velocity does: here it is ten times as strong, not equal.
-    world->objects[0].velocity = {0.5F, 0.0F};
-    world->objects[0].impulse = {-100.0F, 0.0F};
-    EXPECT_NE(Test(0, 10), Contact::NotMoving);
+    object.velocity.x = 0.5F;
+    EXPECT_EQ(Test(0, 0), Contact::NotMoving) << "a frame of no length shows no motion";
+    object.impulse.x = -10;
+    EXPECT_EQ(Test(0, 10), Contact::NotMoving) << "a push of ten times the speed takes it off";
 }
 
-struct WallCase {
-    const char* name;
-    float x, y, vx, vy;
-    bool blockedX, blockedY;
-};
-
 // Cells (5, y) for y 4..6 form a wall whose near side lies at x = -5; cell (9, 9) stands alone; the last
-// three make an inner corner.
-TEST_F(Motion, WallsBlockTheAxisAlongWhichTheObjectEnters) {
-    for (int y = 4; y <= 6; ++y)
-        Wall(5, y);
-    for (const auto& [x, y] : {std::pair{9, 9}, {20, 19}, {20, 20}, {19, 20}})
-        Wall(x, y);
-    const WallCase cases[] = {
+// three make an inner corner. Objects of 0.2 touch within 0.4 of each other.
+TEST_F(Motion, WallsAndObjectsBlockTheAxisOnWhichTheyAreMet) {
+    for (const auto& [x, y] : {std::pair{5, 4}, {5, 5}, {5, 6}, {9, 9}, {20, 19}, {20, 20}, {19, 20}})
+        world->walls[CellIndex(x, y)] = WallByte;
+    const struct {
+        const char* name;
+        float x, y, vx, vy;
+        bool blockedX, blockedY, touches = false;
+    } cases[] = {
         {"straight into the wall", -4.75F, -5.5F, -0.1F, 0.0F, true, false},
         {"slanting into the wall", -4.75F, -5.5F, -0.1F, 0.1F, true, false},
         {"along the wall", -4.7F, -5.5F, 0.0F, 0.1F, false, false},
@@ -90,72 +78,43 @@ TEST_F(Motion, WallsBlockTheAxisAlongWhichTheObjectEnters) {
         {"short of the wall", -4.5F, -5.5F, -0.1F, 0.0F, false, false},
         {"a lone corner from its side", -8.75F, -8.95F, -0.1F, 0.0F, true, false},
         {"a lone corner from its end", -8.95F, -8.75F, 0.0F, -0.1F, false, true},
-        {"a lone corner's side, moving slantwise", -8.75F, -9.1F, -0.1F, 0.02F, true, false},
-        {"a lone corner's end, moving slantwise", -9.1F, -8.75F, 0.02F, -0.1F, false, true},
+        {"a lone corner's side, moving slantwise", -8.75F, -8.85F, -0.1F, -0.02F, true, false},
+        {"a lone corner's end, moving slantwise", -8.85F, -8.75F, -0.02F, -0.1F, false, true},
         {"into an inner corner", -19.75F, -19.75F, -0.1F, -0.1F, true, true},
+        {"short of an object", -30.0F, -30.0F, -0.05F, 0.0F, false, false},
+        {"into an object", -30.0F, -30.0F, -0.11F, 0.0F, true, false, true},
+        {"out of an object", -30.3F, -30.0F, 0.05F, 0.0F, false, false, true},
+        {"an object at equal distances", -30.2F, -29.8F, -0.01F, -0.01F, false, true, true},
     };
     Add(0.0F, 0.0F);
-    for (const WallCase& tested : cases) {
-        SCOPED_TRACE(tested.name);
-        WorldObject& object = world->objects[0];
-        object.x = tested.x;
-        object.y = tested.y;
-        Move(object, tested.vx, tested.vy);
-        const Contact contact = Test(0);
-        EXPECT_EQ(contact, tested.blockedX || tested.blockedY ? Contact::Hit : Contact::Free);
-        EXPECT_EQ(blockedX, tested.blockedX);
-        EXPECT_EQ(blockedY, tested.blockedY);
-    }
-}
-
-TEST_F(Motion, ObjectsTouchWithinTheSumOfTheirSizes) {
-    Add(-3.0F, -3.0F);
-    Add(-3.5F, -3.1F);
+    Add(-30.5F, -30.1F);
     WorldObject& object = world->objects[0];
-    Move(object, -0.05F, 0.0F);
-    EXPECT_EQ(Test(0), Contact::Free) << "0.45 apart is more than 0.4";
-    Move(object, -0.11F, 0.0F);
-    EXPECT_EQ(Test(0), Contact::Hit);
-    EXPECT_TRUE(blockedX);
-    EXPECT_FALSE(blockedY);
-    ASSERT_EQ(object.contactCount, 1);
-    EXPECT_EQ(object.contacts[0], 1);
-    // Moving away it still touches, but nothing blocks it.
-    object.contactCount = 0;
-    object.x = -3.3F;
-    Move(object, 0.05F, 0.0F);
-    EXPECT_EQ(Test(0), Contact::Hit);
-    EXPECT_FALSE(blockedX || blockedY);
-    // At equal distances y is the axis.
-    object.x = -3.2F;
-    object.y = -2.8F;
-    Move(object, -0.01F, -0.01F);
-    Test(0);
-    EXPECT_FALSE(blockedX);
-    EXPECT_TRUE(blockedY);
-}
-
-TEST_F(Motion, FiveContactsAtMostAreKept) {
+    for (const auto& tested : cases) {
+        SCOPED_TRACE(tested.name);
+        object.contactCount = 0;
+        Place(object, tested.x, tested.y, tested.vx, tested.vy);
+        const bool hits = tested.blockedX || tested.blockedY || tested.touches;
+        EXPECT_EQ(Test(0), hits ? Contact::Hit : Contact::Free);
+        Test(0); // who is noted is not noted again
+        EXPECT_EQ(std::pair(blockedX, blockedY), std::pair(tested.blockedX, tested.blockedY));
+        EXPECT_EQ(object.contactCount, tested.touches ? 1 : 0);
+    }
+    // Five contacts at most are kept.
     for (int i = 0; i < 9; ++i)
-        Add(-3.0F, -3.0F);
-    Move(world->objects[0], 0.01F, 0.0F);
-    Test(0);
-    EXPECT_EQ(world->objects[0].contactCount, 5);
-    EXPECT_EQ(world->objects[0].contacts[4], 5);
+        Add(-3.0F, -3.0F, 0.01F);
+    Test(2);
+    EXPECT_EQ(world->objects[2].contactCount, 5);
+    EXPECT_EQ(world->objects[2].contacts, (std::array<std::uint8_t, 5>{3, 4, 5, 6, 7}));
 }
 
 TEST_F(Motion, AStepTurnsMovesAndGivesWay) {
     WorldObject object;
-    object.turning = true;
+    object.moving = object.turning = object.turning2 = true;
     object.turnRate = 60.0F;
-    object.turning2 = true;
     object.turnRate2 = 30.0F;
-    object.moving = true;
     object.localVelocity = {0.2F, 0.1F};
     object.Step(1.0F, false, false);
     EXPECT_FLOAT_EQ(object.heading, 90.0F);
-    EXPECT_NEAR(object.velocity.x, -0.1F, 1e-6);
-    EXPECT_NEAR(object.velocity.y, 0.2F, 1e-6);
     EXPECT_NEAR(object.x, -0.1F, 1e-6);
     EXPECT_NEAR(object.y, 0.2F, 1e-6);
 
@@ -169,52 +128,40 @@ TEST_F(Motion, AStepTurnsMovesAndGivesWay) {
     int steps = 0;
     for (; pushed.pushed && steps < 1000; ++steps)
         pushed.Step(1.0F, false, false);
-    EXPECT_EQ(pushed.impulse.x, 0.0F);
     EXPECT_EQ(pushed.impulse.y, 0.0F);
     EXPECT_NEAR(steps, std::ceil(std::log(0.01 / 1.9) / std::log(0.95)), 1);
 }
 
-struct StepCase {
-    std::uint8_t status;
-    bool touching;
-    float vx, vy; // after a step with x blocked from (0.1, 0.2)
-};
-
 TEST_F(Motion, BlockedAxesReverseOrEndAsTheStatusSays) {
-    const StepCase cases[] = {
-        {StatusPusher, false, 0.1F, 0.2F},   {StatusBlocked, false, 0.1F, 0.2F},
-        {StatusBouncer, false, -0.1F, 0.2F}, {StatusBouncer, true, 0.1F, 0.2F},
-        {StatusWanderer, true, -0.1F, 0.2F}, {StatusStopper, false, 0.0F, 0.2F},
-        {StatusStopper, true, 0.1F, 0.2F},
-    };
-    for (const StepCase& tested : cases) {
-        SCOPED_TRACE(int{tested.status});
-        WorldObject object;
-        object.status = tested.status;
-        Move(object, 0.1F, 0.2F);
-        if (tested.touching) object.AddContact(1);
-        object.Step(1.0F, true, false);
-        EXPECT_EQ(object.velocity.x, tested.vx);
-        EXPECT_EQ(object.velocity.y, tested.vy);
-        EXPECT_EQ(object.x, tested.vx);
+    const struct {
+        std::uint8_t status;
+        bool touching;
+        float vx; // after a step with x blocked, from 0.1
+    } cases[] = {{StatusPusher, false, 0.1F}, {StatusBlocked, false, 0.1F},  {StatusBouncer, false, -0.1F},
+                 {StatusBouncer, true, 0.1F}, {StatusWanderer, true, -0.1F}, {StatusStopper, false, 0.0F},
+                 {StatusStopper, true, 0.1F}};
+    for (const auto& tested : cases) {
+        for (const float vy : {0.2F, 0.0F}) {
+            WorldObject object;
+            object.status = tested.status;
+            Place(object, 0, 0, 0.1F, vy);
+            if (tested.touching) object.AddContact(1);
+            object.Step(1.0F, true, false);
+            EXPECT_EQ(object.velocity.x, tested.vx) << int{tested.status};
+            EXPECT_EQ(object.x, tested.vx);
+            EXPECT_EQ(object.y, vy);
+            EXPECT_EQ(object.moving, tested.vx != 0.0F || vy != 0.0F);
+        }
     }
-    WorldObject stopper;
-    stopper.status = StatusStopper;
-    Move(stopper, 0.1F, 0.2F);
-    stopper.Step(1.0F, true, true);
-    EXPECT_FALSE(stopper.moving);
 }
-
-struct MeetingCase {
-    const char* name;
-    std::uint8_t status, otherStatus;
-    float impulseY;       // of the first, which comes with 0.4
-    float otherX, otherY; // impulse of the other; 0 where it is not pushed
-};
 
 // Object 0 moves along -x into object 1, which stands; both are alone in their layer.
 TEST_F(Motion, AMeetingIsAnsweredAsTheStatusSays) {
-    const MeetingCase cases[] = {
+    const struct {
+        const char* name;
+        std::uint8_t status, otherStatus;
+        float impulseY, otherX, otherY; // of the first, which comes with 0.4, and of the other
+    } cases[] = {
         {"a pusher hands ten times its speed on", StatusPusher, StatusPusher, 0.2F, -1.0F, 0.2F},
         {"a thrower throws by the difference in speed", StatusBouncer, StatusBlocked, 0.2F, -60.0F, 0.2F},
         {"a blocked one only loses its impulse", StatusBlocked, StatusPusher, 0.2F, 0.0F, 0.0F},
@@ -224,13 +171,11 @@ TEST_F(Motion, AMeetingIsAnsweredAsTheStatusSays) {
         {"an unknown status does nothing", 77, StatusPusher, 0.4F, 0.0F, 0.0F},
         {"two stoppers come to rest", StatusStopper, StatusStopper, 0.2F, 0.0F, 0.0F},
     };
-    for (const MeetingCase& tested : cases) {
+    for (const auto& tested : cases) {
         SCOPED_TRACE(tested.name);
         SetUp();
-        Add(-3.0F, -3.0F, tested.status);
-        Add(-3.45F, -3.0F, tested.otherStatus);
-        Move(world->objects[0], -0.1F, 0.0F);
-        world->objects[0].impulse = {0.0F, 0.4F};
+        Add(-3.0F, -3.0F, -0.1F, tested.status).impulse.y = 0.4F;
+        Add(-3.45F, -3.0F, 0, tested.otherStatus);
         UpdateLayer(*world, 0, 16);
         const WorldObject& other = world->objects[1];
         EXPECT_FLOAT_EQ(world->objects[0].impulse.y, tested.impulseY);
@@ -238,86 +183,72 @@ TEST_F(Motion, AMeetingIsAnsweredAsTheStatusSays) {
         EXPECT_FLOAT_EQ(other.impulse.x, tested.otherX);
         EXPECT_FLOAT_EQ(other.impulse.y, tested.otherY);
     }
-    EXPECT_EQ(world->objects[0].velocity.x, 0.0F);
     EXPECT_FALSE(world->objects[0].moving);
 }
 
 // A corridor along x: cells 1 and 2 in sector 0, a portal at 3, cells from 4 in sector 1.
-TEST_F(Motion, AnObjectPassesThroughAPortal) {
-    for (int x = 4; x < 10; ++x)
-        Sector(x, 3, 1);
-    Portal(3, 3, 0, 1);
-    Add(-2.5F, -3.5F);
-    WorldObject& object = world->objects[0];
-    Move(object, -0.25F, 0.0F);
-    bool stoodInBoth = false;
-    for (int frame = 0; frame < 12 && object.sector == 0; ++frame) {
-        UpdateLayer(*world, 0, 16);
-        if (object.pendingSector == 1) {
-            stoodInBoth = true;
-            EXPECT_TRUE(Listed(0, 0) && Listed(1, 0));
-            EXPECT_EQ(object.sector, 0);
-        }
+class Corridor : public Motion {
+protected:
+    void SetUp() override {
+        Motion::SetUp();
+        Portal(3, 3, 0, 1);
+        for (int x = 4; x < 10; ++x)
+            world->cells[CellIndex(x, 3)].sector = 1;
     }
-    EXPECT_TRUE(stoodInBoth);
-    EXPECT_EQ(object.sector, 1);
-    EXPECT_EQ(object.pendingSector, WorldObject::NoPendingSector);
-    EXPECT_TRUE(world->ObjectsOf(0).empty());
-    EXPECT_TRUE(Listed(1, 0));
-    // And turns back inside the portal on its way home: it stays in the sector that it came from.
-    object.velocity.x = 0.25F;
-    for (int frame = 0; frame < 12 && object.pendingSector == WorldObject::NoPendingSector; ++frame)
-        UpdateLayer(*world, 1, 16);
-    EXPECT_EQ(object.pendingSector, 0);
-    object.velocity.x = -0.25F;
-    for (int frame = 0; frame < 12 && object.pendingSector == 0; ++frame)
-        UpdateLayer(*world, 1, 16);
-    EXPECT_EQ(object.sector, 1);
-    EXPECT_TRUE(world->ObjectsOf(0).empty());
-    EXPECT_TRUE(Listed(1, 0));
+};
+
+TEST_F(Corridor, AnObjectPassesThroughAPortal) {
+    WorldObject& object = Add(-2.5F, -3.5F);
+    const auto moveUntil = [&](float vx, std::uint32_t layer, std::uint8_t pending) {
+        Place(object, object.x, object.y, vx, 0);
+        for (int frame = 0; frame < 12 && object.pendingSector != pending; ++frame)
+            UpdateLayer(*world, layer, 16);
+        EXPECT_EQ(object.pendingSector, pending);
+    };
+    moveUntil(-0.25F, 0, 1);
+    EXPECT_EQ(object.sector, 0);
+    EXPECT_EQ(Listed(0), Indices{0}) << "on the portal it stands in both";
+    EXPECT_EQ(Listed(1), Indices{0});
+    // Through it; and on its way home it turns back inside the portal, and stays where it came from.
+    for (int i = 0; i < 2; ++i) {
+        moveUntil(-0.25F, i == 0 ? 0 : 1, WorldObject::NoPendingSector);
+        EXPECT_EQ(object.sector, 1);
+        EXPECT_EQ(Listed(0), Indices{});
+        EXPECT_EQ(Listed(1), Indices{0});
+        if (i == 0) moveUntil(0.25F, 1, 0);
+    }
 }
 
-TEST_F(Motion, OnAPortalObjectsOfBothSectorsAreMet) {
-    Portal(3, 3, 0, 1);
-    Sector(4, 3, 1);
-    Add(-3.3F, -3.5F);
+TEST_F(Corridor, OnAPortalObjectsOfBothSectorsAreMet) {
+    Add(-3.3F, -3.5F, -0.1F);
     Add(-3.75F, -3.5F);
     world->MoveToSector(1, 1);
     UpdateSector(*world, 0);
-    ASSERT_EQ(world->objects[0].pendingSector, 1);
-    Move(world->objects[0], -0.1F, 0.0F);
     UpdateLayer(*world, 0, 16);
     EXPECT_TRUE(world->blockedX[0]);
     EXPECT_TRUE(world->objects[1].pushed);
 }
 
-TEST_F(Motion, PortalsThatLeadNowhereAreGround) {
-    Portal(1, 1, 0, 0);
-    Portal(2, 1, 0, 200);
-    Portal(3, 1, 1, 2);
-    for (const float x : {-1.5F, -2.5F, -3.5F}) {
-        SCOPED_TRACE(x);
-        SetUp();
-        Add(x, -1.5F);
-        for (int i = 0; i < 3; ++i)
-            UpdateSector(*world, 0);
-        EXPECT_EQ(world->objects[0].pendingSector, WorldObject::NoPendingSector);
-        EXPECT_EQ(world->ObjectsOf(0).size(), 1U);
-    }
-}
-
-TEST_F(Motion, WhoFillsTheGapOfALeaverStillMoves) {
-    Portal(3, 3, 0, 1);
-    Sector(4, 3, 1);
-    Add(-3.9F, -3.5F);
-    Add(-20.0F, -20.0F);
+TEST_F(Corridor, WhoFillsTheGapOfALeaverStillMoves) {
+    Add(-3.9F, -3.5F, -0.2F);
+    Add(-20.0F, -20.0F, 0.1F);
     UpdateSector(*world, 0);
-    Move(world->objects[0], -0.2F, 0.0F);
-    Move(world->objects[1], 0.1F, 0.0F);
     UpdateLayer(*world, 0, 16);
     EXPECT_EQ(world->objects[0].sector, 1);
     EXPECT_FLOAT_EQ(world->objects[1].x, -19.9F);
-    EXPECT_EQ(world->ObjectsOf(0).size(), 1U);
+    EXPECT_EQ(Listed(0), Indices{1});
+}
+
+TEST_F(Motion, PortalsThatLeadNowhereAreGround) {
+    for (const auto& [a, b] : {std::pair<std::uint8_t, std::uint8_t>{0, 0}, {0, 200}, {1, 2}}) {
+        SetUp();
+        Portal(1, 1, a, b);
+        Add(-1.5F, -1.5F);
+        for (int i = 0; i < 3; ++i)
+            UpdateSector(*world, 0);
+        EXPECT_EQ(world->objects[0].pendingSector, WorldObject::NoPendingSector) << int{a} << ", " << int{b};
+        EXPECT_EQ(Listed(0), Indices{0});
+    }
 }
 
 // Whatever values objects carry, lists stay whole and nothing faults.
@@ -325,27 +256,23 @@ TEST_F(Motion, WildValuesLeaveTheListsWhole) {
     std::mt19937 random(7);
     const float values[] = {0.0F, 0.3F, -0.3F, 40.0F, -300.0F, 1e38F, -1e38F, std::nanf("")};
     const auto value = [&] { return values[random() % std::size(values)]; };
+    const auto byte = [&](unsigned below) { return static_cast<std::uint8_t>(random() % below); };
     for (std::size_t i = 0; i < world->walls.size(); i += 3)
-        world->walls[i] = static_cast<std::uint8_t>(random() % 3);
+        world->walls[i] = byte(3);
     for (WorldCell& cell : world->cells)
-        cell = {static_cast<std::uint8_t>(random() % 4), static_cast<std::uint8_t>(random() % 4),
-                static_cast<std::uint8_t>(random() % 4)};
+        cell = {byte(4), byte(4), byte(4)};
     for (int i = 0; i < 60; ++i) {
-        WorldObject& object = Add(-static_cast<float>(random() % 256), -static_cast<float>(random() % 256));
-        object.status = static_cast<std::uint8_t>(random() % 6);
-        Move(object, value(), value());
+        WorldObject& object = Add(-static_cast<float>(byte(255)), -static_cast<float>(byte(255)), 0, byte(6));
+        Place(object, object.x, object.y, value(), value());
         object.Push(value(), value());
         object.size = value();
     }
-    for (int frame = 0; frame < 200; ++frame) {
-        for (std::uint32_t layer = 0; layer < 4; ++layer)
-            UpdateLayer(*world, layer, 200);
-    }
+    for (std::uint32_t frame = 0; frame < 800; ++frame)
+        UpdateLayer(*world, frame % 4, 200);
     std::size_t listed = 0;
     for (std::uint32_t sector = 0; sector < 3; ++sector) {
-        for (const std::uint8_t index : world->ObjectsOf(sector))
-            EXPECT_LT(index, 60);
-        listed += world->ObjectsOf(sector).size();
+        listed += Listed(sector).size();
+        EXPECT_TRUE(std::ranges::all_of(Listed(sector), [](int index) { return index < 60; }));
     }
     EXPECT_GE(listed, 1U);
     EXPECT_LE(listed, 120U) << "no object stands in more than two lists";
