@@ -235,25 +235,12 @@ TEST_F(Drawing, WhatHasNoWidthOrStyleIsSkipped) {
     EmitterInstance& points = StartEmitter("form=1 shape=0 sfactor=770 dfactor=771");
     const std::vector<Call> recorded = RecordCalls([&] { DrawParticles(points); });
     ASSERT_GT(recorded.size(), 5U);
-    EXPECT_EQ(recorded[0], (Call{"glEnable", {GL_BLEND}}));
-    EXPECT_EQ(recorded[1], (Call{"glBlendFunc", {770, 771}}));
-    EXPECT_EQ(recorded[2], (Call{"glBegin", {GL_POINTS}}));
-    EXPECT_EQ(recorded[recorded.size() - 2].name, "glEnd");
-    EXPECT_EQ(recorded.back(), (Call{"glDisable", {GL_BLEND}}));
+    EXPECT_EQ(
+        std::vector(recorded.begin(), recorded.begin() + 3),
+        (std::vector<Call>{{"glEnable", {GL_BLEND}}, {"glBlendFunc", {770, 771}}, {"glBegin", {GL_POINTS}}}));
+    EXPECT_EQ(std::vector(recorded.end() - 2, recorded.end()),
+              (std::vector<Call>{{"glEnd"}, {"glDisable", {GL_BLEND}}}));
     EXPECT_EQ(std::ranges::count(recorded, "glBegin", &Call::name), 1);
-}
-
-TEST_F(Drawing, IsSeenWhereModelsAreCulled) {
-    ParticleSlots& s = StartEmitter("form=1").particles;
-    BeginFlat();
-    std::fill_n(s.x, 6, -50.0F), std::fill_n(s.y, 6, -50.0F), std::fill_n(s.z, 6, 0.0F);
-    glEnable(GL_CULL_FACE);
-    for (const GLenum front : {GL_CW, GL_CCW}) {
-        glFrontFace(front);
-        EXPECT_FALSE(Record([&] { engine.Draw(0); }).empty());
-        EXPECT_TRUE(glIsEnabled(GL_CULL_FACE));
-    }
-    glDisable(GL_CULL_FACE);
 }
 
 // Six cells in 200 ms, 33 each, and the first again at their end; in a period shorter than the number of
@@ -272,7 +259,7 @@ TEST_F(Drawing, AnAnimationCloses) {
     }
 }
 
-TEST_F(Drawing, ATextureIsBoundOnceForAllThatShowIt) {
+TEST_F(Drawing, ATextureIsBoundOnceForAllOnALayer) {
     WriteFile("a.txt", EmitterText("form=1"));
     WriteFile("b.txt", EmitterText("form=2", "other.png"));
     WriteFile("c.txt", EmitterText("form=3 sectordependant=1", "third.png"));
@@ -283,11 +270,14 @@ TEST_F(Drawing, ATextureIsBoundOnceForAllThatShowIt) {
     globalp->cells[CellIndex(5, 6)].sector = 2;
     engine.ActiveEffect(0, 255, {-5.5F, -6.5F, 1}, {0, 1, 0});
     engine.ActiveEffect(0, 255, {-9.5F, -6.5F, 1}, {0, 1, 0}); // no sector there
+    glEnable(GL_CULL_FACE);
     const auto count = [&](std::uint32_t layer, const char* name) {
         const std::vector<Call> recorded = RecordCalls([&] { engine.Draw(layer); });
-        EXPECT_EQ(recorded.front(), (Call{"glDepthMask", {GL_FALSE}}));
-        EXPECT_EQ(recorded[recorded.size() - 2], (Call{"glColor3f", {1, 1, 1}}));
-        EXPECT_EQ(recorded.back(), (Call{"glDepthMask", {GL_TRUE}}));
+        EXPECT_EQ(recorded[0], (Call{"glDisable", {GL_CULL_FACE}})); // seen where models are culled
+        EXPECT_EQ(recorded[1], (Call{"glDepthMask", {GL_FALSE}}));
+        EXPECT_EQ(*(recorded.end() - 3), (Call{"glColor3f", {1, 1, 1}}));
+        EXPECT_EQ(*(recorded.end() - 2), (Call{"glDepthMask", {GL_TRUE}}));
+        EXPECT_EQ(recorded.back(), (Call{"glEnable", {GL_CULL_FACE}}));
         return std::ranges::count(recorded, name, &Call::name);
     };
     EXPECT_EQ(count(0, "glBindTexture"), 2);
@@ -296,6 +286,7 @@ TEST_F(Drawing, ATextureIsBoundOnceForAllThatShowIt) {
     EXPECT_EQ(count(2, "glBegin"), 7);
     engine.Release();
     EXPECT_EQ(count(0, "glBindTexture"), 0);
+    glDisable(GL_CULL_FACE);
 }
 
 } // namespace

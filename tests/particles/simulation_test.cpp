@@ -29,18 +29,17 @@ struct Particle {
           alive(s.alive[i] != 0) {}
 
     // Alike but for rounding, each quantity by what it amounts to here.
-    bool Matches(const Particle& other) const {
-        if (alive != other.alive || (alive && (age != other.age || lastKick != other.lastKick))) return false;
-        double worst = 0;
-        for (std::size_t i = 0; i < 3; ++i) {
-            const double size = std::max(1.0, std::abs(position[i]));
-            worst = std::max({worst, std::abs(position[i] - other.position[i]) / size,
-                              std::abs(previous[i] - other.previous[i]) / size,
-                              std::abs(velocity[i] - other.velocity[i]) / 0.001});
-        }
-        for (std::size_t i = 0; i < look.size(); ++i)
-            worst = std::max(worst, std::abs(look[i] - other.look[i]) / (i == 4 ? 100 : 1));
-        return !alive || worst < 2e-5;
+    bool Matches(const Particle& o) const {
+        const auto near = [](double a, double b, double unit) {
+            return std::abs(a - b) < 2e-5 * std::max(unit, std::abs(b));
+        };
+        bool all = age == o.age && lastKick == o.lastKick;
+        for (std::size_t i = 0; i < 3; ++i)
+            all = all && near(o.position[i], position[i], 1) && near(o.previous[i], previous[i], 1) &&
+                  near(o.velocity[i], velocity[i], 0.001);
+        for (std::size_t i = 0; i < 6; ++i)
+            all = all && near(o.look[i], look[i], i == 4 ? 100 : 1);
+        return alive == o.alive && (all || !alive);
     }
 
     Triple position{}, previous{}, velocity{};
