@@ -26,11 +26,14 @@ class Pages(unittest.TestCase):
     def test_what_they_name_is_there(self):
         pages = [ROOT / "README.md", *(ROOT / "docs").rglob("*.md")]
         self.assertGreater(len(pages), 20)
+        code = "".join(path.read_text() for path in (ROOT / "src").rglob("*.*"))
         for page in pages:
             text = page.read_text()
             named = [page.parent / link for link in re.findall(r"\]\(([^)#:]+)", text)]
             named += [ROOT / path for path in re.findall(r"`((?:src|data|docs|assets|scripts|tests)/[\w/.-]+)`", text)]
             self.assertEqual([path for path in named if not path.exists()], [], page)
+            functions = re.findall(r"`\w+::(\w+)`", text)
+            self.assertEqual([name for name in functions if not re.search(rf"\b{name}\(", code)], [], page)
         index = (ROOT / "docs/decisions/README.md").read_text()
         self.assertEqual([page for page in (ROOT / "docs/decisions").glob("*.md") if f"({page.name})" not in index],
                          [ROOT / "docs/decisions/README.md"])
