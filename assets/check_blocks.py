@@ -77,8 +77,8 @@ def main():
         distances = []
         for turn in range(TURNS):
             points = turned(triangles[..., :3], 2 * math.pi * turn / TURNS) + (0, 0, -DISTANCE)
-            shown = preview.draw([(points, triangles[..., 3:], light.factors(points, LAMP), picture)], Eye, SIZE, SIZE)
-            pixels = shown[shown.max(-1) > 0] / 255
+            shown, covered = preview.draw([(points, triangles[..., 3:], light.factors(points, LAMP), picture)], Eye, SIZE, SIZE)
+            pixels = shown[covered] / 255
             distances.append(float(ciede2000(lab(pixels).mean(0), ground)))
         print("%-7s distance to the panel %4.1f to %4.1f" % (kind, min(distances), max(distances)))
         least = min(least, *distances)
