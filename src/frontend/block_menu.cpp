@@ -14,6 +14,7 @@
 #include <SDL.h>
 
 #include <cmath>
+#include <span>
 
 namespace {
 
@@ -29,6 +30,20 @@ constexpr std::uint32_t EffectOwner = 0;
 
 constexpr std::array<BlockMenu::Item, BlockMenu::ItemCount> StartItems = {
     {{-5.0F, 0.0F, 0.0F}, {0.0F, -5.0F, 0.0F}, {0.0F, 4.0F, 0.0F}, {5.0F, 0.0F, 0.0F}}};
+
+// A hit record is a count of names, the least and the greatest depth, and the names, here always one.
+MenuItem Nearest(int hits, std::span<const GLuint> records) {
+    constexpr std::size_t RecordSize = 4;
+    MenuItem found = MenuItem::None;
+    GLuint nearest = 0;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(hits < 0 ? 0 : hits); ++i) {
+        const std::span<const GLuint> record = records.subspan(i * RecordSize, RecordSize);
+        if (i > 0 && record[1] >= nearest) continue;
+        nearest = record[1];
+        found = static_cast<MenuItem>(record[3]);
+    }
+    return found;
+}
 
 } // namespace
 
@@ -143,6 +158,11 @@ void BlockMenu::Shrink(Item& item, float delta) {
 
 void BlockMenu::Pick(float cursorX, float cursorY) {
     if (phase == Phase::Gathering || phase == Phase::Frozen) return;
+    hovered = ItemAt({cursorX, cursorY});
+    phase = hovered == MenuItem::None ? Phase::Ready : Phase::Hovered;
+}
+
+MenuItem BlockMenu::ItemAt(GuiPoint point) const {
     std::array<GLint, 4> viewport{};
     glGetIntegerv(GL_VIEWPORT, viewport.data());
     std::array<GLuint, 512> hits{};
@@ -154,7 +174,7 @@ void BlockMenu::Pick(float cursorX, float cursorY) {
     glPushMatrix();
     glLoadIdentity();
     const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
-    gluPickMatrix(frame.PixelX(cursorX), viewport[3] - frame.PixelY(cursorY), 1.0, 1.0, viewport.data());
+    gluPickMatrix(frame.PixelX(point.x), viewport[3] - frame.PixelY(point.y), 1.0, 1.0, viewport.data());
     gluPerspective(60.0, static_cast<double>(viewport[2]) / viewport[3], 0.001, 230.0);
     glMatrixMode(GL_MODELVIEW);
     camera.Apply();
@@ -162,7 +182,7 @@ void BlockMenu::Pick(float cursorX, float cursorY) {
     glMatrixMode(GL_PROJECTION);
     glPopMatrix();
     glMatrixMode(GL_MODELVIEW);
-    ReadPick(glRenderMode(GL_RENDER), hits);
+    return Nearest(glRenderMode(GL_RENDER), hits);
 }
 
 void BlockMenu::AddStops(std::vector<GuiPoint>& stops) const {
@@ -184,27 +204,15 @@ void BlockMenu::AddStops(std::vector<GuiPoint>& stops) const {
     glGetDoublev(GL_MODELVIEW_MATRIX, view.data());
     glPopMatrix();
     const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
-    for (const Item& item : items) {
+    for (std::size_t i = 0; i < ItemCount; ++i) {
+        const Item& item = items[i];
         std::array<GLdouble, 3> seen{};
         gluProject(item.x, item.y, item.z, view.data(), projection.data(), viewport.data(), &seen[0],
                    &seen[1], &seen[2]);
-        stops.push_back({static_cast<float>(frame.ShareX(seen[0])),
-                         static_cast<float>(frame.ShareY(viewport[3] - seen[1]))});
+        const GuiPoint middle = {static_cast<float>(frame.ShareX(seen[0])),
+                                 static_cast<float>(frame.ShareY(viewport[3] - seen[1]))};
+        // Of two in one place the keys could not tell which one the pointer has reached.
+        if (ItemAt(middle) == static_cast<MenuItem>(i)) stops.push_back(middle);
     }
     stops.push_back({0.5F, 0.25F}); // where the pointer is when they have locked
-}
-
-// A hit record is a count of names, the least and the greatest depth, and the names, here always one.
-void BlockMenu::ReadPick(int hits, std::span<const GLuint> records) {
-    constexpr std::size_t RecordSize = 4;
-    hovered = MenuItem::None;
-    phase = Phase::Ready;
-    GLuint nearest = 0;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(hits < 0 ? 0 : hits); ++i) {
-        const std::span<const GLuint> record = records.subspan(i * RecordSize, RecordSize);
-        if (i > 0 && record[1] >= nearest) continue;
-        nearest = record[1];
-        hovered = static_cast<MenuItem>(record[3]);
-        phase = Phase::Hovered;
-    }
 }

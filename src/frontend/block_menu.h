@@ -9,7 +9,6 @@
 
 #include <array>
 #include <cstddef>
-#include <span>
 #include <vector>
 
 struct GuiPoint;
@@ -58,8 +57,8 @@ public:
     // Finds the box under a point in GUI units; the nearest of several.
     void Pick(float cursorX, float cursorY);
 
-    // Adds where the boxes' middles are seen, and a place beside them, at which they spin on: a box that is
-    // covered comes round. None while nothing can be picked.
+    // Adds the boxes' middles that are seen, and a place beside them, at which they spin on: a box whose
+    // middle is covered comes round. None while nothing can be picked.
     void AddStops(std::vector<GuiPoint>& stops) const;
 
     // Everything: glow, logos, boxes, and the hovered box's name beside the cursor.
@@ -90,7 +89,7 @@ private:
     void Grow(Item& item, float delta) const;
     static void Shrink(Item& item, float delta);
     void Turn() const;
-    void ReadPick(int hits, std::span<const GLuint> records);
+    MenuItem ItemAt(GuiPoint point) const;
     void DrawMakerLogo() const;
     void DrawLogos() const;
     void DrawName() const;
