@@ -142,16 +142,19 @@ def dusk(size=1024, reach=1.4, middle=(-2.0, -1.3)):
     each larger than the one before, and which together are 2.1 times as bright. So it is as dark as that asks for. What is
     drawn stays sharp where its outline runs towards the corner's middle, as the horizon and the feet of the pyramids do; the
     rest spreads outwards like haze. The corner is a tenth of the screen at 1280 pixels and a fifth at 640: the horizon falls
-    near its middle at 1024, and at every size two or three of the pyramids lie in it.
+    near its middle at 1280 and at a quarter of its height at 640, and at every size pyramids stand at both sides of the light
+    or in its middle. On wide screens the corner lies farther left, so that the row of pyramids goes on there.
 
     The quad is drawn around `middle`, `reach` to all sides, where half the window is 1.155 high. It ends in black above and to
     the right, because the eye passes it on the way to the credits.
     """
-    horizon, slope = 0.078, 1.2
-    heights = (0.0, 0.06, horizon - 0.0005, horizon + 0.0002, 0.088, 0.102, 0.122, 0.155, 0.22, 0.42)
+    horizon, slope = 0.0624, 1.2
+    heights = (0.0, 0.048, horizon - 0.0004, horizon + 0.0002, 0.0704, 0.0816, 0.0976, 0.124, 0.176, 0.336)
     colours = ("#050409", "#0A070D", "#100B12", "#743A1A", "#6A3424", "#452440", "#241A40", "#0D0E28", "#050717", "#000000")
-    # Place of the top and half the width in widths of the screen, the side in shadow and the side towards the light.
-    pyramids = ((0.103, 0.035, "#0A0711", "#150D14"), (0.019, 0.038, "#08060E", "#1E1212"), (0.175, 0.034, "#0A0711", "#150D14"))
+    # Place of the top and half the width in widths of a 4:3 screen; the side in shadow and the side towards the light.
+    far, near = ("#0A0711", "#150D14"), ("#08060E", "#1E1212")
+    pyramids = ((0.0824, 0.028, far), (0.0152, 0.030, near), (0.135, 0.027, far), (0.195, 0.029, near), (-0.05, 0.028, far),
+                (-0.166, 0.034, near), (-0.29, 0.030, far), (-0.374, 0.035, near))
 
     def rgb(colour):
         return np.array([int(colour[i:i + 2], 16) for i in (1, 3, 5)]) / 255
@@ -161,7 +164,7 @@ def dusk(size=1024, reach=1.4, middle=(-2.0, -1.3)):
     across = ((middle[0] + reach * x) / (1.1547 * 4 / 3) + 1) / 2
     up = ((middle[1] + reach * y) / 1.1547 + 1) / 2
     pixels = np.stack([np.interp(up, heights, channel) for channel in np.transpose([rgb(c) for c in colours])], -1)
-    for top, half, shadow, light in pyramids:
+    for top, half, (shadow, light) in pyramids:
         width = half * (1 - (up - horizon) / (half * slope))
         inside = (up > horizon) & (np.abs(across - top) < width)
         pixels[inside & (across - top <= 0.32 * width)] = rgb(shadow)
