@@ -2,7 +2,6 @@
 import re
 
 import places
-from course_journey import FADE
 from journey import Journey, small
 from labels import sees
 
@@ -16,10 +15,6 @@ class Dialogs(Journey):
         game = self.start(**arguments)
         game.to_game()
         return game
-
-    def await_end_with_fade(self, game):
-        game.await_end()
-        self.assertGreater(game.lasted("[DESTROY] State mode Change - [END]", "mainMenu::GameEnd"), FADE)
 
     def assert_keys_leave_open(self, game, title, *keys):
         states = game.state_lines()
@@ -52,7 +47,7 @@ class Dialogs(Journey):
         game.await_text(*places.SURE)
         self.assertEqual(game.state_lines()[before:], ["MainServer::GameProcess()[PUZZLE] State mode Change - [PAUSE]"])
         game.click(*places.LEAVE_OK)
-        self.await_end_with_fade(game)
+        game.await_end()
         self.assertIn("Game mode Change - [DESTROY]", game.log())
 
     def test_the_list_of_scores(self):
@@ -65,11 +60,10 @@ class Dialogs(Journey):
         game.await_text(*places.LIST)
         game.await_another("[MENU] State mode Change - [CHANGE]", lambda: game.click(*places.LIST_MENU), pause=0.3)
         game.await_log("Game mode Change - [MENU]", 2)
-        self.assertGreater(game.lasted("[MENU] State mode Change - [CHANGE]", "Game mode Change - [MENU]"), FADE)
         game.new_game()
         self.play_to_the_list(game)
         game.close_window()  # over the list there is nothing to lose and nothing to ask
-        self.await_end_with_fade(game)
+        game.await_end()
         self.assertEqual((game.folder / "config.cfg").read_text().count('name = "Ramose"'), 10)
 
     def play_to_the_list(self, game):

@@ -3,21 +3,15 @@
 // laid out as `Page`. Where the page names a `longest` step, in ms, the clock all but stands from there to
 // the next picture: so little of true time is left that a slow machine does not see it, but what waits for
 // the clock does not wait for ever. When as many pictures have been shown as `until` says, the game is held,
-// with the last of them on the screen. 0 stands for no such limit. The file "times.txt" of the working
-// directory gets a line at each picture before which the log has grown: the log's size and the times of this
-// picture and of the one before, in ms of that clock. A picture's time is the last that the main thread read
-// for it.
+// with the last of them on the screen. 0 stands for no such limit.
 #include <algorithm>
 #include <atomic>
-#include <climits>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <mutex>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -46,10 +40,7 @@ template<class Function> Function Real(const char* name) {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-std::uint32_t lastRead = 0;
-std::uint32_t before = 0;
 std::atomic<double> sincePicture = 0.0;
-long size = 0;
 
 // How much of the clock's time passes in so much real time.
 double Passed(std::uint32_t elapsed) {
@@ -70,20 +61,6 @@ void Hold() {
         usleep(1000);
 }
 
-void WriteTimes() {
-    if (std::FILE* file = std::fopen("times.txt", "a")) {
-        std::fprintf(file, "%ld %u %u\n", size, lastRead, before);
-        std::fclose(file);
-    }
-}
-
-struct LastLine {
-    ~LastLine() {
-        size = LONG_MAX;
-        WriteTimes();
-    }
-} lastLine;
-
 } // namespace
 
 extern "C" {
@@ -97,21 +74,13 @@ std::uint32_t SDL_GetTicks() {
     const std::uint32_t tick = real();
     now += Passed(tick - last);
     last = tick;
-    const auto result = static_cast<std::uint32_t>(now);
-    if (gettid() == getpid()) lastRead = result;
-    return result;
+    return static_cast<std::uint32_t>(now);
 }
 
 void SDL_GL_SwapBuffers() {
     static const auto real = Real<void (*)()>("SDL_GL_SwapBuffers");
     real();
     ++SharedPage().pictures;
-    struct stat log = {};
-    if (stat("log.txt", &log) == 0 && log.st_size != size) {
-        size = log.st_size;
-        WriteTimes();
-    }
-    before = lastRead;
     Hold();
     sincePicture = 0.0;
 }

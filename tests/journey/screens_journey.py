@@ -41,38 +41,42 @@ class Screens(Journey):
         again = brightness(59.94, 1.8)
         print(f"60 Hz {full:.1f}, then 50 Hz {fallen:.1f}, then 59.94 Hz {again:.1f}")
         self.assertLess(fallen, full * 0.7)
-        self.assertGreater(again, (full + fallen) / 2)
+        self.assertGreater(again, full - (full - fallen) / 4)
 
-    def test_wide_and_narrow(self):
+    def test_wide(self):
+        self.visit(1366, 768)
+
+    def test_narrow(self):
+        self.visit(640, 512)
+
+    def visit(self, *size):
         """Texts are read and clicked in the middle frame, the scene fills the rest, and the veil covers it."""
-        for size in ((1366, 768), (640, 512)):
-            with self.subTest(size=size):
-                game = self.on_screen(*size)
-                game.to_menu()
-                game.await_locked()  # by a logo where 4:3 has it
-                game.menu_item("OPTIONS")
-                game.await_text(*places.OPTIONS)
-                game.click(*places.OPTIONS_CANCEL)
-                game.await_text(*places.OPTIONS, gone=True)
-                game.new_game()
-                game.pause()
-                game.await_text(*places.PAUSE_LINE)
-                game.await_text(*places.SCORE)
-                self.assertGreater(self.brightest_at_edges(size), 60, "nothing is drawn beside the frame")
-                game.close_window()
-                game.await_text(*places.SURE)
-                game.clock.run(1, 50)
-                game.click(*places.LEAVE_OK)
-                game.await_log("[DESTROY] State mode Change - [END]")
-                game.step(50, 85)  # of the hundred pictures that it takes to fade
-                self.assertLess(self.brightest_at_edges(size), 30, "the veil ends before the screen does")
-                game.clock.run(HURRY)
-                game.await_end()
+        game = self.on_screen(*size)
+        game.to_menu()
+        game.await_locked()  # by a logo where 4:3 has it
+        game.menu_item("OPTIONS")
+        game.await_text(*places.OPTIONS)
+        game.click(*places.OPTIONS_CANCEL)
+        game.await_text(*places.OPTIONS, gone=True)
+        game.new_game()
+        game.pause()
+        game.await_text(*places.PAUSE_LINE)
+        game.await_text(*places.SCORE)
+        self.assertGreater(min(self.brightest_at_edges(size)), 60, "nothing is drawn beside the frame")
+        game.close_window()
+        game.await_text(*places.SURE)
+        game.clock.run(1, 50)
+        game.click(*places.LEAVE_OK)
+        game.await_log("[DESTROY] State mode Change - [END]")
+        game.step(50, 85)  # of the hundred pictures that it takes to fade
+        self.assertLess(max(self.brightest_at_edges(size)), 60, "the veil ends before the screen does")
+        game.clock.run(HURRY)
+        game.await_end()
 
     def brightest_at_edges(self, size):
         width, height = size
         strips = ((0, 0, 8, height), (width - 8, 0, 8, height), (0, 0, width, 8), (0, height - 8, width, 8))
-        return max(max(self.display.look(*strip).row(y, 1)) for strip in strips for y in range(0, strip[3], 4))
+        return [max(self.display.look(*strip).data[1::4]) for strip in strips]
 
     def test_a_game_that_is_left_alone_pauses(self):
         config = pathlib.Path(self.display.folder) / "openbox.xml"
