@@ -28,6 +28,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
+#include <memory>
 
 namespace {
 
@@ -92,6 +94,24 @@ void EndWithTheDisplay() {
     });
 }
 
+// Kept so that there is memory for the last words.
+constinit std::unique_ptr<char[]> spare;
+
+// All that the game makes is saved when it is made, so nothing is lost. Only the standard library throws.
+[[noreturn]] void EndWithoutMemory() {
+    spare.reset();
+    std::set_terminate(std::abort);
+    std::fputs("quarvello: memory is short, the game ends\n", stderr);
+    LogWrite("Main::[ERROR] - memory is short, the game ends\n");
+    std::_Exit(EXIT_FAILURE);
+}
+
+void TellWhenMemoryIsShort() {
+    constexpr std::size_t Enough = std::size_t{1} << 18U;
+    spare = std::make_unique<char[]>(Enough);
+    std::set_terminate(EndWithoutMemory);
+}
+
 } // namespace
 
 void Global_Start() {
@@ -140,6 +160,7 @@ int RunGame(int argc, const char* const* argv, void (*first)()) {
     }
     platform::OnRequestsToEnd([](int) { Main::EndAtOnce(); });
     if (!FindData(line.dataFolder)) return 1;
+    TellWhenMemoryIsShort();
     LogStart();
     LogAppend("-- game version %f\n\n", static_cast<double>(gameVersion));
     LogWrite("Main\n");

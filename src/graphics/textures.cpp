@@ -10,6 +10,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -125,6 +126,8 @@ int QEV_Textures::LoadBlank(GLenum type, const char* path) {
         LogFailure(path, error);
         LogWrite("QEV_Textures::LoadGLTextures[ FATAL ERROR !]");
         LogWrite("SDL_Quit - \tExit\n");
+        // What keeps it from being read, such as a want of descriptors, may keep the log from being written.
+        std::fprintf(stderr, "quarvello: %s, which stands in for lost pictures, cannot be read\n", path);
         SDL_Quit();
         std::exit(1);
     }

@@ -9,6 +9,7 @@
 #include <GL/glu.h>
 #include <SDL.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -27,6 +28,7 @@ constexpr double FarPlane = 230.0;
 
 [[noreturn]] void EndProgram() {
     LogWrite("QEV_Video::SetGLMode() - \tExit\n");
+    std::fputs("quarvello: there is no picture, log.txt tells more\n", stderr);
     SDL_Quit();
     std::exit(1);
 }

@@ -23,6 +23,8 @@ std::optional<std::vector<std::byte>> RunContained(ContainedWork work, const voi
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#include <exception>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/resource.h>
@@ -85,6 +87,7 @@ void Confine(std::size_t usedMemory, std::chrono::milliseconds patience) {
          {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGPIPE, SIGALRM, SIGTERM, SIGINT, SIGQUIT, SIGHUP}) {
         std::signal(number, SIG_DFL);
     }
+    std::set_terminate(std::abort); // a want of memory is the copy's own
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(patience).count();
     alarm(static_cast<unsigned>(seconds) + 1);
     SetLimit(RLIMIT_CORE, 0);
