@@ -24,12 +24,12 @@ SIZE = (640, 480)
 ROW_SWEPT, ROW_OVER = 0.5, 2.0
 # Greatest share of the lit pixels that rises over GLINT, of white; before the torchlit gate, which is half as bright itself,
 # more. Nothing is filtered here, so that points count more than they are seen.
-GLINT, GLINTS, GLINTS_TOP = 0.6, 0.05, 0.10
+GLINT, GLINTS, GLINTS_TOP = 0.6, 0.05, 0.13
 # Greatest share of the whole picture, and of the next piece's place, that changes by more than CHANGE of white.
 CHANGE, BLINKS, HIDDEN = 0.25, 0.05, 0.15
 # The flash of the first 120 ms: over the dark of the lower well it must be so many times as bright as the court, and at least so
 # much of the row must have become clearly brighter. The torchlit gate behind the highest rows leaves less room.
-FLASH_TIMES, FLASH_TIMES_TOP, FLASH_COVERS, FLASH_COVERS_TOP, BRIGHTER = 2.5, 1.4, 0.9, 0.6, 0.05
+FLASH_TIMES, FLASH_TIMES_TOP, FLASH_COVERS, FLASH_COVERS_TOP, BRIGHTER = 2.5, 1.25, 0.9, 0.5, 0.05
 
 
 def check_files(data, fail):
