@@ -5,7 +5,6 @@
 
 #include "graphics/middle_frame.h"
 #include "graphics/video.h"
-#include "gui/check_box.h"
 #include "gui/edit_box.h"
 #include "gui/hwindow.h"
 #include "gui/items.h"
@@ -17,7 +16,6 @@
 namespace {
 
 std::string clicked;
-int outside;
 
 void NoteCaption(GUI_Element* element) {
     clicked += element->caption;
@@ -27,7 +25,6 @@ class NavigationTest : public GuiTest {
 protected:
     NavigationTest() {
         clicked.clear();
-        outside = 0;
         // The window system's own motions stay out; where its pointer stands SDL still follows.
         SDL_SetEventFilter([](const SDL_Event* event) { return event->type == SDL_MOUSEMOTION ? 0 : 1; });
         // Above "A" and "B", below "C", and what cannot be clicked in between.
@@ -44,15 +41,18 @@ protected:
         buttons[3].visible = false;
         buttons[4].SetDisabled();
         window.AddComponent(&label);
-        gui.OnReleaseOutside = [] { ++outside; };
         Move(0.99F, 0.99F);
     }
     ~NavigationTest() override { SDL_SetEventFilter(nullptr); }
 
-    // What stands under the pointer after the key.
-    static GUI_Element* After(SDLKey key, int modifiers = KMOD_NONE) {
-        Type(key, modifiers);
-        return gui.Hovered();
+    // The first letter of what stands under the pointer after each key (see TypeKeys).
+    static std::string Walk(const std::string& keys) {
+        std::string met;
+        for (const char key : keys) {
+            TypeKeys({key});
+            met += gui.Hovered() ? *gui.Hovered()->caption : '.';
+        }
+        return met;
     }
 
     GUI_Window window;
@@ -66,152 +66,128 @@ protected:
     GUI_Page pages[2];
 };
 
-TEST_F(NavigationTest, TabGoesRoundInReadingOrderAndReturnClicks) {
-    EXPECT_EQ(After(SDLK_TAB), &buttons[0]);
-    EXPECT_EQ(gui.Focused(), &buttons[0]) << "the focus frame shows where the pointer is";
-    EXPECT_EQ(After(SDLK_TAB), &buttons[1]);
-    EXPECT_EQ(After(SDLK_TAB), &buttons[2]);
-    EXPECT_EQ(After(SDLK_TAB), &buttons[0]) << "after the last comes the first";
-    EXPECT_EQ(After(SDLK_TAB, KMOD_LSHIFT), &buttons[2]);
-    EXPECT_EQ(After(SDLK_TAB, KMOD_RSHIFT | KMOD_NUM), &buttons[1]);
-    EXPECT_EQ(After(SDLK_TAB, KMOD_LALT), &buttons[1]) << "the window system's";
-    Type(SDLK_RETURN);
+TEST_F(NavigationTest, TabGoesRoundInReadingOrderAndArrowsToTheNearestInTheirDirection) {
+    EXPECT_EQ(Walk("TTTTtt"), "ABCACB");
+    EXPECT_EQ(gui.Focused(), &buttons[1]) << "the focus frame shows where the pointer is";
+    Type(SDLK_TAB, KMOD_LALT); // the window system's
+    EXPECT_EQ(Walk("EtRDDL"), "BABCCA");
     Type(SDLK_KP_ENTER);
-    EXPECT_EQ(clicked, "BB");
-    // From a mouse on a button's rim it goes on from that button.
-    Move(0.1F + PlainSkin::LeftX + 0.02F + 0.005F, 0.1F + PlainSkin::LeftY + 0.02F + 0.005F);
-    EXPECT_EQ(After(SDLK_TAB), &buttons[1]);
-    // A close button that does something comes first; what a window covers or disables is passed over.
-    window.closeButton.OnClick = [](GUI_Element*) {};
-    Move(0.99F, 0.99F);
-    EXPECT_EQ(After(SDLK_TAB), &window.closeButton);
-    Show(other, {0.1F, 0.15F, 0.25F, 0.1F});
-    EXPECT_EQ(After(SDLK_TAB), &buttons[1]);
-    window.SetDisabled();
-    EXPECT_EQ(After(SDLK_TAB), &buttons[1]) << "the pointer stays";
-}
-
-TEST_F(NavigationTest, ArrowsGoToTheNearestInTheirDirection) {
-    Type(SDLK_TAB);
-    EXPECT_EQ(After(SDLK_RIGHT), &buttons[1]);
-    EXPECT_EQ(After(SDLK_DOWN), &buttons[2]);
-    EXPECT_EQ(After(SDLK_DOWN), &buttons[2]) << "nothing lies further down";
-    EXPECT_EQ(After(SDLK_LEFT), &buttons[0]);
+    EXPECT_EQ(clicked, "BA");
     // On the bare ground of a window, Return clicks nothing and leaves the focus.
     Move(0.7F, 0.7F);
-    Type(SDLK_RETURN);
+    EXPECT_EQ(Walk("E"), "W");
     EXPECT_EQ(gui.Focused(), &buttons[0]);
-    EXPECT_EQ(clicked, "");
+    // From a mouse on a button's rim it goes on from that button.
+    Move(0.1F + PlainSkin::LeftX + 0.02F + 0.005F, 0.1F + PlainSkin::LeftY + 0.02F + 0.005F);
+    EXPECT_EQ(Walk("T"), "B");
+    // A close button that does something comes first; what a window covers or disables is passed over.
+    window.closeButton.caption = "X";
+    window.closeButton.OnClick = [](GUI_Element*) {};
+    Move(0.99F, 0.99F);
+    EXPECT_EQ(Walk("T"), "X");
+    Show(other, {0.1F, 0.15F, 0.25F, 0.1F});
+    EXPECT_EQ(Walk("T"), "B");
+    window.SetDisabled();
+    EXPECT_EQ(Walk("T"), "B") << "the pointer stays";
+    EXPECT_EQ(clicked, "BA");
 }
 
 TEST_F(NavigationTest, AnEditBoxKeepsWhatItTypesAndABarItsArrows) {
     window.ClearComponents();
     box.SetText("");
+    box.caption = "edit";
     window.AddComponent(&box);
     bar.Place(0.0F, 0.2F);
     bar.width = 0.4F;
+    bar.thumb.caption = "thumb";
     bar.OnChange = [](GUI_ScrollBar*) { clicked += '.'; };
     window.AddComponent(&bar);
     Draw();
-    EXPECT_EQ(After(SDLK_TAB), &box);
-    Type(SDLK_a);
-    Type(SDLK_BACKSPACE);
-    Type(SDLK_b);
+    EXPECT_EQ(Walk("T"), "e");
+    for (const SDLKey key : {SDLK_a, SDLK_BACKSPACE, SDLK_b})
+        Type(key);
     Move(0.99F, 0.99F);
     Type(SDLK_RETURN);
     EXPECT_EQ(gui.Focused(), &box) << "a name that is being typed is not lost to Return";
     EXPECT_STREQ(box.Text(), "b");
     gui.SetFocus(nullptr);
     Move(0.2F, 0.2F);
-    EXPECT_EQ(After(SDLK_DOWN), &bar.thumb);
-    for (const SDLKey key : {SDLK_RIGHT, SDLK_RIGHT, SDLK_LEFT}) {
-        EXPECT_EQ(After(key), &bar.thumb) << "the pointer goes along";
-        EXPECT_NEAR(gui.cursor.x, bar.ThumbMiddle().x, 0.001F);
+    EXPECT_EQ(Walk("D"), "t");
+    for (const char* key : {"R", "R", "L", "E"}) { // on the thumb Return moves nothing
+        EXPECT_EQ(Walk(key), "t");
+        EXPECT_NEAR(gui.cursor.x, bar.ThumbMiddle().x, 0.001F) << "the pointer goes along";
     }
     EXPECT_EQ(bar.position, 11);
-    Type(SDLK_RETURN); // on the thumb nothing moves
-    EXPECT_EQ(bar.position, 11);
     EXPECT_EQ(clicked, "...");
-    EXPECT_EQ(After(SDLK_UP), &box);
+    EXPECT_EQ(Walk("U"), "e");
 }
 
 TEST_F(NavigationTest, ListsOpenAndTheirRowsAreChosenAndTabsTurnPages) {
     window.ClearComponents();
     list.SetItems("one;two;three");
     list.OnClick = [](GUI_Element* element) {
-        clicked += static_cast<char>('0' + static_cast<GUI_Items*>(element)->HoveredIndex());
+        clicked += std::to_string(static_cast<GUI_Items*>(element)->HoveredIndex());
     };
+    list.caption = "list";
     window.AddComponent(&list);
     Place(control, {0.3F, 0.3F, 0.3F, 0.3F});
     window.AddComponent(&control);
     for (int i = 0; i < 2; ++i) {
+        pages[i].caption = i == 0 ? "page" : "second";
         buttons[i].Place(0.0F, 0.15F);
         pages[i].AddComponent(&buttons[i]);
         control.AddPage(&pages[i]);
     }
-    EXPECT_EQ(After(SDLK_TAB), &list);
+    EXPECT_EQ(Walk("T"), "l");
     EXPECT_TRUE(list.IsOpen());
-    for (const char* row : {"0", "1", "2"}) {
-        EXPECT_EQ(After(SDLK_DOWN), &list);
-        clicked.clear();
-        Type(SDLK_RETURN);
-        EXPECT_EQ(clicked, row);
-    }
-    EXPECT_EQ(After(SDLK_TAB), &pages[0]);
+    EXPECT_EQ(Walk("DEDEDE"), "llllll");
+    EXPECT_EQ(clicked, "012");
+    EXPECT_EQ(Walk("T"), "p");
     EXPECT_FALSE(list.IsOpen());
-    EXPECT_EQ(After(SDLK_RIGHT), &pages[1]);
-    Type(SDLK_RETURN);
+    EXPECT_EQ(Walk("RET"), "ssB") << "the shown page's";
     EXPECT_EQ(control.ActivePage(), &pages[1]);
-    EXPECT_EQ(After(SDLK_TAB), &buttons[1]) << "the shown page's";
 }
 
 TEST_F(NavigationTest, AScenesOwnPlacesStandInTheSameOrder) {
+    gui.OnReleaseOutside = [] { clicked += '!'; };
     gui.OnStops = [](std::vector<GuiPoint>& places) {
-        places.insert(places.end(),
-                      {{0.5F, 0.95F}, {0.5F, 0.05F}, {0.5F, 0.5F}}); // the last lies in the window
+        places = {{0.5F, 0.95F}, {0.5F, 0.05F}, {0.5F, 0.5F}}; // the last lies in the window
     };
-    EXPECT_EQ(After(SDLK_TAB), nullptr);
+    EXPECT_EQ(Walk("TE"), "..");
     EXPECT_FLOAT_EQ(gui.cursor.y, 0.05F);
-    Type(SDLK_RETURN);
-    EXPECT_EQ(outside, 1) << "as a click there";
-    EXPECT_EQ(After(SDLK_TAB, KMOD_LSHIFT), nullptr);
+    EXPECT_EQ(clicked, "!") << "as a click there";
+    EXPECT_EQ(Walk("t"), ".");
     EXPECT_FLOAT_EQ(gui.cursor.y, 0.95F);
-    EXPECT_EQ(After(SDLK_UP), &buttons[2]);
-    // A new screen has none.
+    EXPECT_EQ(Walk("U"), "C");
     gui.Clear();
-    EXPECT_EQ(gui.OnStops, nullptr);
+    EXPECT_EQ(gui.OnStops, nullptr) << "a new screen has none";
 }
 
 TEST_F(NavigationTest, AControllerMovesAndClicks) {
-    static int escapes;
-    escapes = 0;
-    gui.OnKey = [](SDL_keysym key) { escapes += key.sym == SDLK_ESCAPE ? 1 : 100; };
-    Type(SDLK_TAB);
-    escapes = 0;
+    gui.OnKey = [](SDL_keysym key) { clicked += key.sym == SDLK_ESCAPE ? "<" : "?"; };
+    Walk("T");
+    clicked.clear();
     for (const int value : {20000, 30000, 0, 20000, 0}) // right, held, let go, right into nothing
         PushAxis(0, 0, value);
-    PushJoyButton(0, true);
-    PushJoyButton(0, false);
-    gui.ProcessEvents(1);
+    const auto tap = [](Uint8 button) {
+        PushJoyButton(button, true);
+        PushJoyButton(button, false);
+        gui.ProcessEvents(1);
+    };
+    tap(0);
     EXPECT_EQ(gui.Hovered(), &buttons[1]);
-    EXPECT_EQ(clicked, "B");
     PushAxis(0, 1, 32767);
     PushAxis(0, 1, 0);
-    PushJoyButton(0, true);
-    PushJoyButton(0, false);
-    PushJoyButton(7, true);
-    PushJoyButton(7, false);
-    gui.ProcessEvents(1);
-    EXPECT_EQ(clicked, "BC");
-    EXPECT_EQ(escapes, 1) << "any other button goes back";
+    tap(0);
+    tap(7);
+    EXPECT_EQ(clicked, "BC<") << "any other button goes back";
 }
 
 // So that the next movement of the mouse begins where the pointer is seen.
 TEST_F(NavigationTest, TheSystemsPointerGoesAlongOnAWideScreen) {
-    video.SetMode(1280, 540, false);
-    SDL_GL_SwapBuffers();
-    EXPECT_EQ(After(SDLK_TAB), &buttons[0]);
-    const MiddleFrame frame = MiddleFrame::Of(1280, 540);
+    video.SetSize(Width, Height / 2);
+    EXPECT_EQ(Walk("T"), "A");
+    const MiddleFrame frame = MiddleFrame::Of(Width, Height / 2);
     int x = 0;
     int y = 0;
     for (const Uint32 start = SDL_GetTicks(); SDL_GetTicks() - start < 2000; SDL_Delay(1)) {
@@ -221,8 +197,6 @@ TEST_F(NavigationTest, TheSystemsPointerGoesAlongOnAWideScreen) {
     }
     EXPECT_NEAR(x, frame.PixelX(gui.cursor.x), 1.0);
     EXPECT_NEAR(y, frame.PixelY(gui.cursor.y), 1.0);
-    video.SetMode(Width, Height, false);
-    SDL_GL_SwapBuffers();
 }
 
 } // namespace

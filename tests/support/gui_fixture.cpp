@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace {
 
@@ -160,6 +161,14 @@ void GuiTest::Type(SDLKey key, int modifiers) {
 void GuiTest::TypeTimes(int times, SDLKey key) {
     for (int i = 0; i < times; ++i)
         Type(key);
+}
+
+void GuiTest::TypeKeys(const std::string& keys) {
+    static const std::map<char, SDLKey> Keys = {{'L', SDLK_LEFT},  {'R', SDLK_RIGHT}, {'U', SDLK_UP},
+                                                {'D', SDLK_DOWN},  {'T', SDLK_TAB},   {'t', SDLK_TAB},
+                                                {'E', SDLK_RETURN}};
+    for (const char key : keys)
+        Type(Keys.at(key), key == 't' ? KMOD_RSHIFT | KMOD_NUM : KMOD_NONE);
 }
 
 void GuiTest::Draw() {

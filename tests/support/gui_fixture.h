@@ -53,6 +53,8 @@ protected:
     static void KeyUp(SDLKey key);
     static void Type(SDLKey key, int modifiers = KMOD_NONE);
     static void TypeTimes(int times, SDLKey key);
+    // A letter for each key: arrows (L, R, U, D), tab forwards and backwards (T, t) and Return (E).
+    static void TypeKeys(const std::string& keys);
 
     // One frame of the GUI over black, with the projection of a mode change.
     static void Draw();
