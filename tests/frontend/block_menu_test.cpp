@@ -1,5 +1,6 @@
 // The menu's boxes: gathering and locking, growing, picking in a real window, and the glow behind them.
 #include "frontend/block_menu.h"
+#include "graphics/font.h"
 #include "graphics/model_store.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
@@ -9,6 +10,7 @@
 #include <GL/gl.h>
 
 #include <cmath>
+#include <ranges>
 #include <set>
 
 namespace {
@@ -198,6 +200,25 @@ TEST_F(Boxes, TheGlowKeepsASmallCopyAndLeavesTheScreenClear) {
     video.SetMode(800, 600, false);
     menu.glow.Create();
     EXPECT_TRUE(glIsTexture(menu.glow.Texture()));
+}
+
+// In real pixels, by whole steps, so that letters stay sharp and are as large to the eye.
+TEST_F(Boxes, NamesGrowWithTheScreensHeight) {
+    menu.SetHovered(MenuItem::Quit);
+    menu.SetState(BlockMenu::Phase::Hovered);
+    gui.cursor.x = gui.cursor.y = 0.5F;
+    for (const auto& [width, height, side] :
+         {std::tuple{640, 480, 16.0F}, {1024, 768, 16.0F}, {1280, 720, 16.0F}, {1280, 960, 32.0F}}) {
+        video.SetMode(width, height, false);
+        font.Load("font/basic4.png");
+        menu.glow.Create();
+        const std::vector<Vertex> drawn = Record([this] { menu.Draw(); });
+        ASSERT_GT(drawn.size(), 6U);
+        const auto [left, right] =
+            std::ranges::minmax(drawn | std::views::drop(drawn.size() - 6), {}, &Vertex::x);
+        EXPECT_NEAR(right.x - left.x, side, 0.01F) << width << " x " << height << ", the last letter";
+        font.Destroy();
+    }
 }
 
 // Pictures of 60 and of 59.94 Hz in whole milliseconds, and of 50 Hz.
