@@ -3,10 +3,12 @@
 
 #include "platform/file_stream.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <string>
 
 namespace {
 
@@ -18,6 +20,21 @@ platform::FileStream OpenLog() {
     if (type != std::filesystem::file_type::regular && type != std::filesystem::file_type::not_found)
         return {};
     return platform::OpenFile(LogName, "a");
+}
+
+// Bytes of broken files are quoted; a control byte among them would make the log unreadable as text.
+void Write(std::FILE* log, const char* format, std::va_list arguments) {
+    std::va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, again);
+    va_end(again);
+    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, ' ');
+    std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+    const auto isControl = [](unsigned char byte) {
+        return (byte < ' ' && byte != '\n' && byte != '\t') || byte == 0x7F;
+    };
+    std::ranges::replace_if(text, isControl, '?');
+    std::fwrite(text.data(), 1, text.size(), log);
 }
 
 } // namespace
@@ -39,7 +56,7 @@ void LogWrite(const char* format, ...) {
     std::fprintf(log.get(), "[%.19s] ", stamp ? stamp : "--- --- -- --:--:--");
     std::va_list arguments;
     va_start(arguments, format);
-    std::vfprintf(log.get(), format, arguments);
+    Write(log.get(), format, arguments);
     va_end(arguments);
 }
 
@@ -48,6 +65,6 @@ void LogAppend(const char* format, ...) {
     if (!log) return;
     std::va_list arguments;
     va_start(arguments, format);
-    std::vfprintf(log.get(), format, arguments);
+    Write(log.get(), format, arguments);
     va_end(arguments);
 }
