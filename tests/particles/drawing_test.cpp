@@ -229,7 +229,8 @@ TEST_F(Drawing, WhatHasNoWidthOrStyleIsSkipped) {
         std::fill_n(instance.particles.size, 6, 0.0F);
         Draw(instance, 0);
     }
-    Draw(StartEmitter("form=1 shape=99"), 0); // a primitive that OpenGL does not have
+    for (const char* shape : {"-1", "10", "99"}) // primitives that OpenGL does not have
+        Draw(StartEmitter("form=1 shape=" + std::string(shape)), 0);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     // Blending goes on, with the emitter's factors, around one run of its primitive.
     EmitterInstance& points = StartEmitter("form=1 shape=0 sfactor=770 dfactor=771");

@@ -276,30 +276,6 @@ TEST_F(Engine, AllEmittersTogetherAreHeldToALimit) {
     }
 }
 
-// An emitter's file with every number replaced.
-TEST_F(Engine, RunsWhateverStandsInItsFiles) {
-    globalp = std::make_unique<Globalp>();
-    globalp->walls[CellIndex(1, 1)] = WallByte;
-    const std::string whole =
-        EmitterText("gravity=1 gravpower=0.0001 gravborder=1 bounce=-0.5 framerandom=1 collision=3 "
-                    "friction=0.001 power=0.002 dietype=15 acceleration=2 liferand=0.2 startz=1 updatepos=1 "
-                    "totallife=900 form=5",
-                    "dot.png", "4");
-    for (std::size_t at = whole.find("= "); at != std::string::npos; at = whole.find("= ", at + 1)) {
-        for (const char* value : {"0", "-1", "3", "1e30", "-1e30", "2147483647", "-2147483648", "1e-40", "",
-                                  "nan", "inf", "255", "\""}) {
-            LoadOne({whole.substr(0, at + 2) + value + whole.substr(whole.find('\n', at))});
-            engine.ActiveEffect(0, 0, {-1.5F, -1.5F, 1}, {0, 1, 0});
-            for (const std::uint32_t delta : {200, 16, 200, 7, 200, 16}) {
-                frameClock.frameDelta = delta;
-                engine.Update();
-                if (delta == 7) engine.Draw(0);
-            }
-            engine.Release();
-        }
-    }
-}
-
 // Ages beyond every clock, positions beyond every integer; and key frames that cannot be played give zeros.
 TEST_F(Engine, RunsWhateverItsParticlesHold) {
     const float wild[] = {3e38F, -3e38F, 2147483648.0F, -1e20F, HUGE_VALF, -HUGE_VALF, NAN, 256.0F};

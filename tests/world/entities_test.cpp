@@ -68,7 +68,6 @@ TEST_F(EntityList, FilesDescribeObjectsModelsAndSounds) {
     // The two share a model, but not its motion.
     EXPECT_EQ(objects->models.MD2Count(), 1U);
     ASSERT_NE(ModelOf(0).Model(), nullptr);
-    EXPECT_EQ(ModelOf(0).Model()->FrameCount(), 198);
     ModelOf(0).Animate(60);
     EXPECT_GT(ModelOf(0).T(), 0.0F);
     EXPECT_EQ(ModelOf(1).T(), 0.0F);
