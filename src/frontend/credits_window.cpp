@@ -9,7 +9,7 @@ void CreditsWindow::Build(Listener& scene) {
     width = 0.2F;
     height = 0.1F;
     visible = false;
-    back.caption = "  Back";
+    back.caption = "Back";
     back.Place(0.005F, 0.005F);
     back.OnClick = OnBack;
     AddComponent(&back);

@@ -14,7 +14,7 @@ void OptionsWindow::Build(Listener& scene) {
     resizeButton.state = GuiState::Disabled;
     closeButton.OnClick = OnCancel;
     OnResize = OnResized;
-    cancel.caption = " Cancel";
+    cancel.caption = "Cancel";
     cancel.OnClick = OnCancel;
     ok.caption = "   OK";
     ok.OnClick = OnOk;

@@ -11,10 +11,10 @@ void QuitDialog::Build(Listener& scene) {
     visible = false;
     resizeButton.state = GuiState::Disabled;
     closeButton.OnClick = OnCancel;
-    quit.caption = "  Quit";
+    quit.caption = "Quit";
     quit.top = 0.02F;
     quit.OnClick = OnQuit;
-    cancel.caption = " Cancel";
+    cancel.caption = "Cancel";
     cancel.Place(0.17F, 0.02F);
     cancel.OnClick = OnCancel;
     AddComponent(&quit);

@@ -65,9 +65,9 @@ void GameScene::Decide(GameDecision decision) {
     case GameDecision::Resume:
         return Resume();
     case GameDecision::AskForMenu:
-        return AskToLeave("  Menu", GameDecision::Menu);
+        return AskToLeave("Menu", GameDecision::Menu);
     case GameDecision::AskForQuit:
-        return AskToLeave("  Quit", GameDecision::Quit);
+        return AskToLeave("Quit", GameDecision::Quit);
     case GameDecision::Stay:
         leaveWindow.visible = false;
         // Over an ended game the other dialog goes on and there is nothing to return to.
@@ -177,5 +177,5 @@ void GameScene::CloseRequested() {
     if (listWindow.visible)
         Decide(GameDecision::Quit);
     else
-        AskToLeave("  Quit", GameDecision::Quit);
+        AskToLeave("Quit", GameDecision::Quit);
 }

@@ -47,7 +47,7 @@ protected:
     void ChangeScene() override;
 
     // From then on the scene hears when a game ends and when the window is to be closed.
-    void InstallHooks();
+    static void InstallHooks();
 
 private:
     void StartPlay();
@@ -60,7 +60,7 @@ private:
     void CloseRequested();
     void PauseWhenLeft();
     void AskToLeave(const char* caption, GameDecision answer);
-    void Resume();
+    static void Resume();
     void Restart();
     void Leave();
     void EnterName();

@@ -21,8 +21,8 @@ void LeaveWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
     visible = false;
     resizeButton.state = GuiState::Disabled;
     closeButton.OnClick = OnCancel;
-    SetUp(ok, "  Quit", 0.014F, 0.08F, OnOk);
-    SetUp(cancel, " Cancel", 0.192F, 0.08F, OnCancel);
+    SetUp(ok, "Quit", 0.014F, 0.08F, OnOk);
+    SetUp(cancel, "Cancel", 0.192F, 0.08F, OnCancel);
     SetUp(first, "Current game progress", 0.0F);
     first.width = 0.4F;
     SetUp(second, "will be lost", 0.03F);
@@ -33,8 +33,8 @@ void LeaveWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
     AddComponent(&second);
 }
 
-void LeaveWindow::Ask(const char* text, GameDecision answer) {
-    ok.caption = text;
+void LeaveWindow::Ask(const char* newCaption, GameDecision answer) {
+    ok.caption = newCaption;
     answerOfOk = answer;
     Place(Left, Top); // wherever the last question was moved to
     visible = true;

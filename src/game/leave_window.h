@@ -13,8 +13,8 @@ public:
     // Sets the window up, hidden, as at the start of a game and puts it on the screen. Both must outlive
     // that.
     void Build(QEV_Gui& screen, GameDecisions& listener);
-    // Opens the question; `caption` names the button by which the player decides for `answer`.
-    void Ask(const char* caption, GameDecision answer);
+    // Opens the question; `newCaption` names the button by which the player decides for `answer`.
+    void Ask(const char* newCaption, GameDecision answer);
 
 private:
     static void OnOk(GUI_Element* button);

@@ -33,8 +33,8 @@ void ListWindow::Build(QEV_Gui& screen, GameDecisions& listener, const HighScore
     OnDraw2D = [](GUI_Window* window) { static_cast<ListWindow*>(window)->DrawScores(); };
     OnResize = OnSize;
     SetUp(restart, "Restart", 0.0F, 0.0F, Tell<GameDecision::Restart>);
-    SetUp(quit, "  Quit", 0.0F, 0.0F, Tell<GameDecision::Quit>);
-    SetUp(menu, "  Menu", 0.0F, 0.0F, Tell<GameDecision::Menu>);
+    SetUp(quit, "Quit", 0.0F, 0.0F, Tell<GameDecision::Quit>);
+    SetUp(menu, "Menu", 0.0F, 0.0F, Tell<GameDecision::Menu>);
     screen.AddWindow(this);
     AddComponent(&restart);
     AddComponent(&quit);

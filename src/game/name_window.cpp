@@ -25,8 +25,8 @@ void NameWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
     box.Place(0.01F, 0.06F);
     box.width = 0.36F;
     box.OnKeyDown = OnKey;
-    SetUp(ok, "   OK", 0.01F, 0.13F, OnOk);
-    SetUp(cancel, " Cancel", 0.22F, 0.13F, OnCancel);
+    SetUp(ok, "OK", 0.01F, 0.13F, OnOk);
+    SetUp(cancel, "Cancel", 0.22F, 0.13F, OnCancel);
     screen.AddWindow(this);
     AddComponent(&label);
     AddComponent(&box);

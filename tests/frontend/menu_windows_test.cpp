@@ -110,7 +110,7 @@ TEST_F(Windows, OptionsFreezeTheMenuAndCancelThawsIt) {
     Type(SDLK_ESCAPE);
     EXPECT_FALSE(IsShown("Are you sure?")) << "the options have their own buttons";
     ClickOn("Show Grid");
-    ClickOn(" Cancel");
+    ClickOn("Cancel");
     EXPECT_FALSE(IsShown("Options"));
     EXPECT_EQ(Phase(), BlockMenu::Phase::Ready);
     EXPECT_TRUE(kolvex.showgrid);
@@ -159,7 +159,7 @@ TEST_F(Windows, VolumesFollowTheirSlidersAtOnce) {
     ClickOn(LessOf(1));
     EXPECT_EQ(audio.music.GetVolume(), 76);
     Widget("Music = 60%");
-    ClickOn(" Cancel");
+    ClickOn("Cancel");
     EXPECT_EQ(audio.GetSoundVolume(), 89) << "what was set stays";
     Choose(MenuItem::Options);
     ClickOn("   OK");
@@ -171,14 +171,14 @@ TEST_F(Windows, VolumesFollowTheirSlidersAtOnce) {
 TEST_F(Windows, QuittingAsksFirst) {
     Choose(MenuItem::Quit);
     EXPECT_EQ(GameMode, Mode::Menu);
-    ClickOn(" Cancel");
+    ClickOn("Cancel");
     EXPECT_FALSE(IsShown("Are you sure?"));
     EXPECT_EQ(Phase(), BlockMenu::Phase::Ready);
     EXPECT_EQ(SceneState, State::Game);
     Type(SDLK_ESCAPE);
     EXPECT_EQ(menu.blockMenu.GetHovered(), MenuItem::Quit);
     EXPECT_EQ(Phase(), BlockMenu::Phase::Frozen);
-    ClickOn("  Quit");
+    ClickOn("Quit");
     EXPECT_EQ(GameMode, Mode::Destroy);
     EXPECT_EQ(SceneState, State::Change);
 }

@@ -99,7 +99,7 @@ TEST_F(Scenes, TheCreditsAreEnteredOnceAndLeftWithTheirButton) {
         } else if (now == 21) {
             EXPECT_EQ(camera.rot1, -50.0F) << "a second click has not begun again";
             EXPECT_EQ(self.blockMenu.logoAlpha, 0.0F);
-            ClickOn("  Back");
+            ClickOn("Back");
             press();
         } else if (now == 43) {
             EXPECT_EQ(camera.rot1, 0.0F);
