@@ -40,7 +40,7 @@ def main(out):
     frames = [points + lift for points, lift in zip(frames, lifts)]
     md2.write(os.path.join(models, "jackal.md2"), frames, [name for name, _ in poses], rest.triangles, rest.texcoords,
               rest.texture_triangles, (shape.SKIN, shape.SKIN), "textures/jackal.png")
-    md2.write_tags(os.path.join(models, "jackal.mdw"), 
+    md2.write_tags(os.path.join(models, "jackal.mdw"),
                    [shape.tag(pose) + lift for (_, pose), lift in zip(poses, lifts)])
     for name, coat in (("jackal.png", "sand"), ("jackal_night.png", "night")):
         md2.save_skin(skin.paint(rest, coat), os.path.join(textures, name))

@@ -2,7 +2,8 @@
 """textures/particles/*.png: the pictures that particle effects are drawn with.
 
 All are white or nearly white with their shape in alpha, so that the colours of an emitter's key frames decide; only the
-flame, the dusk and the gold of a cleared row (particles/row.py) have colours of their own. Cells of a sheet are numbered row by row from v = 0, which is why the files are stored
+flame, the dusk and the gold of a cleared row (particles/row.py) have colours of their own.
+Cells of a sheet are numbered row by row from v = 0, which is why the files are stored
 upside down; so is the streak, whose head is at v = 0. Two texels along every edge of a cell stay clear, because
 filtering would draw the neighbour's.
 """

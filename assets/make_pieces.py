@@ -10,7 +10,6 @@ import math
 import sys
 
 import numpy as np
-from PIL import Image
 from scipy.ndimage import gaussian_filter
 
 import paint

@@ -196,6 +196,7 @@ def scarab(inlay):
         for k in range(3):
             y0 = 1.0 + side * 0.175 + 0.15 - 0.15 * k
             yt = 1.0 + side * 0.5 + 0.30 - 0.26 * k
+
             def x(reach):
                 return 1.5 + side * reach
             inlay.fill(trace(f"M {x(.30)} {y0 + .08} C {x(.6)} {yt + .10} {x(.9)} {yt + .12} {x(1.38 - .08 * k)} {yt + .07} "

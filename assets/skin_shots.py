@@ -202,8 +202,9 @@ INSET = {"normal": inset("#18110E", GOLD), "hover": inset("#221812", GOLD_LIGHT)
 def arrow_key(turns):
     """A button with an arrow in its middle."""
     size = 14
-    return {state: ARROW_KEY[state] + [picture("arrow", CENTRE, -size / 2, -size / 2, size,
-                                            (1, 1, 1, 0.45 if state == "disabled" else 1), turns)] for state in STATES}
+    arrow = ("arrow", CENTRE, -size / 2, -size / 2, size)
+    return {state: ARROW_KEY[state] + [picture(*arrow, (1, 1, 1, 0.45 if state == "disabled" else 1), turns)]
+            for state in STATES}
 
 
 def mark(frame, sign):

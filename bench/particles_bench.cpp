@@ -169,7 +169,7 @@ private:
         }
     }
 
-    void Glide(float* __restrict place, float* __restrict previous, float* __restrict velocity) {
+    void Glide(float* __restrict place, float* __restrict previous, float* __restrict velocity) const {
         const float way = static_cast<float>(Delta) * (1.0F - emitter.friction);
         const float kept = 1.0F - emitter.friction * static_cast<float>(Delta);
         for (std::size_t i = 0; i < count; ++i) {

@@ -166,7 +166,7 @@ void QEV_Audio::Sample_Clear() {
     samples.clear();
 }
 
-void QEV_Audio::Simple_Play(AudioSample* sample) {
+void QEV_Audio::Simple_Play(AudioSample* sample) const {
     if (!enabled || !sample) return;
     sample->channel = Mix_PlayChannelTimed(AnyFreeChannel, sample->chunk.get(), Once, NoTimeLimit);
     if (sample->channel == -1)

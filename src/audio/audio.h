@@ -55,7 +55,7 @@ public:
 
     // Plays the sample once more, on the first free channel. A null handle is ignored; a full mixer is
     // logged.
-    void Simple_Play(AudioSample* sample);
+    void Simple_Play(AudioSample* sample) const;
 
     // Volume of all sounds, on the mixer's scale of 0 to 128; only the low 8 bits count.
     void SetSoundVolume(int volume);

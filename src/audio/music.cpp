@@ -62,7 +62,7 @@ void QEV_Music::Play() {
     if (enabled && handle) Mix_PlayMusic(handle, ForEver);
 }
 
-void QEV_Music::FadeOut() {
+void QEV_Music::FadeOut() const {
     if (enabled) Mix_FadeOutMusic(FadeOutTime);
 }
 

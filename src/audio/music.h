@@ -24,7 +24,7 @@ public:
     // Plays the loaded track for ever.
     void Play();
     // Lets whatever plays fade away within four seconds; the track stays loaded.
-    void FadeOut();
+    void FadeOut() const;
     // Ends what plays at once; the track stays loaded.
     void Stop();
     // Stops and gives the track back to the mixer.

@@ -23,7 +23,7 @@ platform::FileStream OpenLog() {
 }
 
 // Bytes of broken files are quoted; a control byte among them would make the log unreadable as text.
-void Write(std::FILE* log, const char* format, std::va_list arguments) {
+[[gnu::format(printf, 2, 0)]] void Write(std::FILE* log, const char* format, std::va_list arguments) {
     std::va_list again;
     va_copy(again, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, again);

@@ -27,7 +27,7 @@ void RadialGlow::Create() {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 }
 
-void RadialGlow::BeginCapture() const {
+void RadialGlow::BeginCapture() {
     glPushMatrix();
     glViewport(0, 0, Size, Size);
 }

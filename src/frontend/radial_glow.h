@@ -18,7 +18,7 @@ public:
 
     // Between the two, what is drawn goes to the small viewport; afterwards it stands in the texture, and the
     // screen is clear and whole again.
-    void BeginCapture() const;
+    static void BeginCapture();
     void EndCapture() const;
 
     // Lays that many copies over the whole screen, adding their light.

@@ -67,7 +67,7 @@ public:
     bool ContextHolds(unsigned madeIn) const;
 
 private:
-    void OpenVideo();
+    static void OpenVideo();
     void OpenWindow() const;
     void ReportVerticalSync() const;
     void CountContext();

@@ -140,6 +140,7 @@ void QEV_Gui::Forget(const GUI_Element& element) {
 }
 
 void QEV_Gui::SetUpButtons(GUI_Window& window) const {
+    if (!styles.closeButton || !styles.resizeButton) return;
     const auto setUp = [](GUI_Button& button, const ButtonSettings& settings) {
         button.caption = settings.caption.c_str();
         button.width = settings.width;
@@ -148,10 +149,10 @@ void QEV_Gui::SetUpButtons(GUI_Window& window) const {
         button.scissor = settings.scissor;
         button.pos_id = static_cast<GuiCorner>(settings.pos_id);
     };
-    setUp(window.closeButton, styles.closeButton);
-    window.closeButton.left = styles.closeButton.left;
-    window.closeButton.top = styles.closeButton.top;
-    setUp(window.resizeButton, styles.resizeButton);
+    setUp(window.closeButton, *styles.closeButton);
+    window.closeButton.left = styles.closeButton->left;
+    window.closeButton.top = styles.closeButton->top;
+    setUp(window.resizeButton, *styles.resizeButton);
 }
 
 void QEV_Gui::Draw() {

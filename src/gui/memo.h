@@ -46,11 +46,11 @@ public:
 private:
     static void AddParts(GUI_Component& whole, GUI_ComponentList& list, GUI_Element* parent);
     static void ScrollChanged(GUI_ScrollBar* bar);
-    static void AreaMouseDown(GUI_Element* area, float x, float y);
-    static void AreaKeyDown(GUI_Element* area, SDL_keysym key);
-    static void AreaKeyUp(GUI_Element* area, SDL_keysym key);
-    static void AreaLostFocus(GUI_Element* area);
-    static void AreaDraw(GUI_Component* area);
+    static void AreaMouseDown(GUI_Element* element, float x, float y);
+    static void AreaKeyDown(GUI_Element* element, SDL_keysym key);
+    static void AreaKeyUp(GUI_Element* element, SDL_keysym key);
+    static void AreaLostFocus(GUI_Element* element);
+    static void AreaDraw(GUI_Component* component);
 
     void Apply(const SDL_keysym& key);
     void Insert(char character);

@@ -56,7 +56,7 @@ private:
     static void StepOn(GUI_Element* arrow);
     static void DragThumb(GUI_Element* thumb, float x, float y);
     static void PickPosition(GUI_Element* thumb, float x, float y);
-    static void DrawThumb(GUI_Component* thumb);
+    static void DrawThumb(GUI_Component* component);
 
     double Positions() const;
     GuiRect ThumbRect() const;

@@ -61,10 +61,7 @@ void GUI_Styles::SetDefaults() {
     Destroy();
     styles.resize(1);
     styles[0].SetDefaults();
-    win_min_width = 0.2F;
-    win_min_height = 0.1F;
-    win_max_width = win_max_height = 1.1F;
-    scroll_width = scroll_height = 0.2F;
+    static_cast<SkinSizes&>(*this) = {};
     closeButton = MakeButton("X", 0.03F, 0.01F, 0.01F, 1, 1);
     resizeButton = MakeButton("", 0.02F, 0.0F, 0.0F, 0, 2);
 }

@@ -9,6 +9,7 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -119,7 +120,24 @@ struct SkinCounts {
     static RecordTable<SkinCounts> ModeTable();
 };
 
-class GUI_Styles {
+// Limits of windows and widths of scroll bars, in shares of the screen.
+struct SkinSizes {
+    float win_min_width = 0.2F;
+    float win_min_height = 0.1F;
+    float win_max_width = 1.1F;
+    float win_max_height = 1.1F;
+    float scroll_width = 0.2F;  // of the buttons of a horizontal scroll bar
+    float scroll_height = 0.2F; // of the buttons of a vertical scroll bar
+};
+
+// The keys of the block "general" itself.
+struct SkinGeneral : SkinSizes {
+    std::string image; // the file of the skin's picture
+
+    static RecordTable<SkinGeneral> Table();
+};
+
+class GUI_Styles : public SkinSizes {
 public:
     constexpr GUI_Styles() = default;
     GUI_Styles(const GUI_Styles&) = delete;
@@ -127,8 +145,6 @@ public:
 
     // One built-in style and the sizes below.
     void SetDefaults();
-    // The keys of the block "general" itself.
-    static RecordTable<GUI_Styles> GeneralTable();
     // Reads the skin from a file that stands inside its "skin" block, and loads its picture. What is missing
     // is logged and keeps its default.
     void Load(ConfigFile* file);
@@ -163,16 +179,10 @@ public:
     Shot focus;
     QEV_Textures image;
     int picture = -1; // index in `image`; -1 none
-    std::string pictureName;
-    float win_min_width = 0.2F;
-    float win_min_height = 0.1F;
-    float win_max_width = 1.1F;
-    float win_max_height = 1.1F;
-    float scroll_width = 0.2F;  // of the buttons of a horizontal scroll bar
-    float scroll_height = 0.2F; // of the buttons of a vertical scroll bar
     std::vector<BorderBox> boxes;
-    ButtonSettings closeButton;
-    ButtonSettings resizeButton;
+    // None before there are styles.
+    std::optional<ButtonSettings> closeButton;
+    std::optional<ButtonSettings> resizeButton;
 
 private:
     bool CheckOnce(std::uint8_t stid, const char* origin, std::bitset<256>& reported) const;

@@ -201,30 +201,33 @@ RecordTable<SkinCounts> SkinCounts::ModeTable() {
     return {"mode", Keys};
 }
 
-RecordTable<GUI_Styles> GUI_Styles::GeneralTable() {
-    static constexpr RecordKey<GUI_Styles> Keys[] = {
-        {"win_min_width", &GUI_Styles::win_min_width, IfMissing::Keep},
-        {"win_min_height", &GUI_Styles::win_min_height, IfMissing::Keep},
-        {"win_max_width", &GUI_Styles::win_max_width, IfMissing::Keep},
-        {"win_max_height", &GUI_Styles::win_max_height, IfMissing::Keep},
-        {"scroll_width", &GUI_Styles::scroll_width, IfMissing::Keep},
-        {"scroll_height", &GUI_Styles::scroll_height, IfMissing::Keep},
-        {"image", &GUI_Styles::pictureName}};
+RecordTable<SkinGeneral> SkinGeneral::Table() {
+    static constexpr RecordKey<SkinGeneral> Keys[] = {
+        {"win_min_width", &SkinGeneral::win_min_width, IfMissing::Keep},
+        {"win_min_height", &SkinGeneral::win_min_height, IfMissing::Keep},
+        {"win_max_width", &SkinGeneral::win_max_width, IfMissing::Keep},
+        {"win_max_height", &SkinGeneral::win_max_height, IfMissing::Keep},
+        {"scroll_width", &SkinGeneral::scroll_width, IfMissing::Keep},
+        {"scroll_height", &SkinGeneral::scroll_height, IfMissing::Keep},
+        {"image", &SkinGeneral::image}};
     return {"general", Keys};
 }
 
 void GUI_Styles::Load(ConfigFile* file) {
     MissingBlocks missing;
     if (INI_FindNextBlock("general", file)) {
-        ReadRecord(GeneralTable(), *this, file);
-        picture = image.Add(pictureName.c_str());
+        SkinGeneral general;
+        static_cast<SkinSizes&>(general) = *this;
+        ReadRecord(SkinGeneral::Table(), general, file);
+        static_cast<SkinSizes&>(*this) = general;
+        picture = image.Add(general.image.c_str());
         boxes = ReadBorder(file);
         ReadButton("close button",
                    "QEV_Gui::GUI_Styles::Load() [ warning ] - Close button block wasn't found\n", file,
-                   closeButton);
+                   *closeButton);
         ReadButton("resize button",
                    "QEV_Gui::GUI_Styles::Load() [ warning ] - Resize button block wasn't found\n", file,
-                   resizeButton);
+                   *resizeButton);
         INI_SkipBlock("general", file);
     } else {
         LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n");

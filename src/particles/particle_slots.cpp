@@ -27,7 +27,8 @@ constexpr std::size_t StrideFor(std::size_t slots) {
 
 // The strides that an array takes: as many as its values have words, and one for less than a word.
 template<class Value> constexpr std::size_t StridesOf(const Value* /*array*/) {
-    return sizeof(Value) < sizeof(float) ? 1 : sizeof(Value) / sizeof(float);
+    constexpr std::size_t Word = sizeof(float);
+    return (sizeof(Value) + Word - 1) / Word;
 }
 
 constexpr std::size_t MemoryFor(std::size_t stride) {

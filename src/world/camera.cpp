@@ -9,7 +9,7 @@
 
 constinit Camera camera;
 
-void Camera::Start() const {
+void Camera::Start() {
     LogWrite("mainScene::camera.Start()\n");
 }
 

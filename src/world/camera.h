@@ -10,7 +10,7 @@ template<class Record> struct RecordTable;
 class Camera {
 public:
     // A scene begins; the eye stays where it is until the scene or its map sets it.
-    void Start() const;
+    static void Start();
 
     // Takes position, angles and followed object from the `camera` block of an open map file; without one the
     // camera stays as it is (logged).

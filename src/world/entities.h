@@ -62,7 +62,7 @@ public:
 
     // Sets an entity down at the keys posx and posy behind the file's position, in the sector under that
     // point; off every sector it goes into sector 0 (logged).
-    void ReadCustom(const Entity& entity, ConfigFile* mapFile);
+    static void ReadCustom(const Entity& entity, ConfigFile* mapFile);
 
     // Removes one entity and its world object; a wrong index changes nothing.
     void Remove(std::size_t index);

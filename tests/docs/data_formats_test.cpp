@@ -169,7 +169,7 @@ TEST_F(DataFormats, EveryKeyThatIsReadIsOnThePage) {
         (one(each), ...);
     };
     hold(QEV_Video::Table(), QEV_Audio::Table(), Kolvex::Table(), ScoreRecord::Table(),
-         GUI_Element::PlaceTable(), CursorRecord::Table(), SoundsRecord::Table(), GUI_Styles::GeneralTable(),
+         GUI_Element::PlaceTable(), CursorRecord::Table(), SoundsRecord::Table(), SkinGeneral::Table(),
          ButtonSettings::Table(), SkinCounts::BorderTable(), BorderBox::Table(), GUI_Style::Table(),
          SkinCounts::ModeTable(), SkinCounts::ShotTable(), SkinCounts::PolyTable(), ShotVertex::Table(),
          MapRecord::Table(), MapEffect::Table(), EntityLines::Table(), EntityPlace::Table(),

