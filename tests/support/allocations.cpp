@@ -54,6 +54,8 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Ta
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Take(size, __builtin_return_address(0)); }
 void* operator new(std::size_t size, std::align_val_t to) { return Take(size, to, __builtin_return_address(0)); }
 void* operator new[](std::size_t size, std::align_val_t to) { return Take(size, to, __builtin_return_address(0)); }
+void* operator new(std::size_t size, std::align_val_t to, const std::nothrow_t&) noexcept { return Take(size, to, __builtin_return_address(0)); }
+void* operator new[](std::size_t size, std::align_val_t to, const std::nothrow_t&) noexcept { return Take(size, to, __builtin_return_address(0)); }
 void operator delete(void* memory) noexcept { Free(memory); }
 void operator delete[](void* memory) noexcept { Free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { Free(memory); }

@@ -42,8 +42,10 @@ bool HandOverCalls() {
     action.sa_sigaction = OnCall;
     action.sa_flags = SA_SIGINFO;
     sigaction(SIGSYS, &action, nullptr);
-    constexpr unsigned Allowed[] = {SYS_rt_sigreturn, SYS_exit_group, SYS_mmap,    SYS_munmap, SYS_mremap,
-                                    SYS_brk,          SYS_mprotect,   SYS_madvise, SYS_futex};
+    // No part of a save: memory, locks, leaving, and what the sanitizers do when a process leaves.
+    constexpr unsigned Allowed[] = {SYS_rt_sigreturn, SYS_exit_group, SYS_mmap,     SYS_munmap,
+                                    SYS_mremap,       SYS_brk,        SYS_mprotect, SYS_madvise,
+                                    SYS_futex,        SYS_sigaltstack};
     constexpr std::size_t Count = std::size(Allowed);
     constexpr auto Load = static_cast<unsigned short>(BPF_LD | BPF_W | BPF_ABS);
     constexpr auto IfEqual = static_cast<unsigned short>(BPF_JMP | BPF_JEQ | BPF_K);
