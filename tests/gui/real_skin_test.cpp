@@ -10,6 +10,7 @@
 #include "support/gui_fixture.h"
 
 #include <GL/gl.h>
+#include <algorithm>
 
 #include <cmath>
 
