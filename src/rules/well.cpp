@@ -23,7 +23,7 @@ void Well::NewGame() {
     repeatTimer = 0;
     moveState = MoveState::None;
     gameOver = false;
-    board.Clear();
+    ClearBoard();
     nextPiece.ChooseRandom();
     NextPiece();
 }

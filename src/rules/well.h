@@ -55,6 +55,7 @@ protected:
     virtual void RowsCleared() {}
 
 private:
+    void ClearBoard() { board.Clear(); }
     void NextPiece();
     void HandleMove(std::int32_t delta);
     void HandleRotate();
