@@ -1,7 +1,10 @@
 // Effect files for tests, written into the working directory.
 #pragma once
 
+#include "particles/engine.h"
 #include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
 
 #include <map>
 #include <sstream>
@@ -39,4 +42,17 @@ inline std::string ListText(const std::vector<std::string>& effects) {
     for (const std::string& effect : effects)
         text += "<TEffect>\nname = \"" + effect + "\"\n</TEffect>\n";
     return text + "</Particles>\n";
+}
+
+// Has the engine load one effect of emitters with these texts.
+inline void LoadEffect(QEV_PEngine& engine, const std::vector<std::string>& emitterTexts) {
+    std::vector<std::string> names;
+    for (const std::string& text : emitterTexts) {
+        names.push_back("emitter" + std::to_string(names.size()) + ".txt");
+        WriteFile(names.back(), text);
+    }
+    WriteFile("effect.txt", EffectText(names));
+    WriteFile("list.txt", ListText({"effect.txt"}));
+    engine.Release();
+    EXPECT_TRUE(engine.Load("list.txt"));
 }
