@@ -1,6 +1,6 @@
 // The rules' update beside a plain array model of the same rules: the same pieces, keys and frame times.
-#include "../tests/support/plain_game.h"
 #include "base/frame_clock.h"
+#include "plain_game.h"
 #include "play/kolvex.h"
 
 #include <benchmark/benchmark.h>

@@ -12,36 +12,36 @@
 namespace {
 
 TEST(Reader, ReadsEveryWayToWriteAKeyLine) {
-    struct Case {
+    const struct {
         const char* line;
         int whole;
         float decimal;
         const char* text;
+    } cases[] = {
+        // bytes before the number are skipped, lines without a value, keys behind inner blocks
+        {"\t KEY = 640", 640, 640, ""},
+        {"key=480", 480, 480, ""},
+        {"key 32", 32, 32, ""},
+        {"key = \"Two words\" 3", 3, 3, "Two words"},
+        {"key = \"open", 0, 0, "open"},
+        {"key = .5", 5, 5, ""},
+        {"key = x12 34", 12, 12, ""},
+        {"key = -", 0, 0, ""},
+        {"key = 0.5e1", 0, 5, ""},
+        {"key=\nkeys = 5\nkey = 7\nkey = 8", 7, 7, ""},
+        {"ke = 5\n<in>\nkey = 6\n</in>", 6, 6, ""},
+        {"<in>\n</in>\nkey = 6", 0, 0, ""},
+        {"key\t5", 0, 0, ""},
+        {"key = -99999999999999999999", INT_MIN, -1e20F, ""},
+        {"key = 99999999999999999999e99", INT_MAX, FLT_MAX, ""},
+        {"key = +inf", 0, 0, ""},
     };
-    for (const Case& c : std::initializer_list<Case>{
-             // bytes before the number are skipped, lines without a value, keys behind inner blocks
-             {"\t KEY = 640", 640, 640, ""},
-             {"key=480", 480, 480, ""},
-             {"key 32", 32, 32, ""},
-             {"key = \"Two words\" 3", 3, 3, "Two words"},
-             {"key = \"open", 0, 0, "open"},
-             {"key = .5", 5, 5, ""},
-             {"key = x12 34", 12, 12, ""},
-             {"key = -", 0, 0, ""},
-             {"key = 0.5e1", 0, 5, ""},
-             {"key=\nkeys = 5\nkey = 7\nkey = 8", 7, 7, ""},
-             {"ke = 5\n<in>\nkey = 6\n</in>", 6, 6, ""},
-             {"<in>\n</in>\nkey = 6", 0, 0, ""},
-             {"key\t5", 0, 0, ""},
-             {"key = -99999999999999999999", INT_MIN, -1e20F, ""},
-             {"key = 99999999999999999999e99", INT_MAX, FLT_MAX, ""},
-             {"key = +inf", 0, 0, ""},
-         }) {
-        ConfigFile file = ConfigFile::FromMemory("\xEF\xBB\xBF<a>\n" + std::string(c.line) + "\n</a>\n");
+    for (const auto& [line, whole, decimal, text] : cases) {
+        ConfigFile file = ConfigFile::FromMemory("\xEF\xBB\xBF<a>\n" + std::string(line) + "\n</a>\n");
         ASSERT_TRUE(INI_FindBlock("A", &file)) << "behind the mark of some editors";
-        EXPECT_EQ(INI_ReadInt("key", &file), c.whole) << c.line;
-        EXPECT_EQ(INI_ReadFloat("Key", &file), c.decimal) << c.line;
-        EXPECT_STREQ(INI_ReadString("key", &file), c.text) << c.line;
+        EXPECT_EQ(INI_ReadInt("key", &file), whole) << line;
+        EXPECT_EQ(INI_ReadFloat("Key", &file), decimal) << line;
+        EXPECT_STREQ(INI_ReadString("key", &file), text) << line;
     }
 }
 

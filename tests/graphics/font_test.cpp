@@ -35,23 +35,24 @@ TEST_F(FontTest, BytesShowTheirCellsAtTheirPlacesAndStateIsAsBefore) {
     font.PrintAt(0.25F, 0.5F, 1, " ");
     font.PrintBoxed(1, 2, 0, "text");
     // A glyph is 16 x 16 pixels with its lower edge on the pen; sets above 1 are set 1.
-    for (const auto& [x, y, cell] : {std::tuple{108, 378, 33},
-                                     {101, 371, 33},
-                                     {114, 384, 33},
-                                     {208, 378, 161},
-                                     {308, 378, 161},
-                                     {408, 378, 127},
-                                     {168, 238, 128}})
-        EXPECT_EQ(PixelAt(x, y), CellColour(cell)) << x << ", " << y;
-    for (const auto& [x, y] : {std::pair{98, 378}, {117, 378}, {108, 368}, {108, 387}})
-        EXPECT_EQ(PixelAt(x, y), (Rgba{0, 0, 0})) << x << ", " << y;
+    const Rgba black{0, 0, 0};
+    for (const auto& [x, y, colour] : {std::tuple{101, 371, CellColour(33)},
+                                       {114, 384, CellColour(33)},
+                                       {208, 378, CellColour(161)},
+                                       {308, 378, CellColour(161)},
+                                       {408, 378, CellColour(127)},
+                                       {168, 238, CellColour(128)},
+                                       {98, 378, black},
+                                       {117, 378, black},
+                                       {108, 368, black},
+                                       {108, 387, black}})
+        EXPECT_EQ(PixelAt(x, y), colour) << x << ", " << y;
     for (const auto& [which, last] : {std::pair{GL_PROJECTION_MATRIX, -1.0F}, {GL_MODELVIEW_MATRIX, 3.0F}}) {
         std::array<GLfloat, 16> matrix{};
         glGetFloatv(static_cast<GLenum>(which), matrix.data());
         EXPECT_FLOAT_EQ(matrix[12], last);
     }
-    EXPECT_EQ(glIsEnabled(GL_BLEND), GL_FALSE);
-    EXPECT_EQ(glIsEnabled(GL_TEXTURE_2D), GL_TRUE);
+    EXPECT_TRUE(!glIsEnabled(GL_BLEND) && glIsEnabled(GL_TEXTURE_2D));
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 

@@ -27,17 +27,17 @@ TEST(KeyActions, ReachTheRulesAndTheModes) {
     for (const char* idle :
          {"-moveforward", "+zoomin", "+zoomout", "+rotup", "+rotdown", "+rotate", "+effect1"})
         EXPECT_EQ(ActionOf(idle), nullptr) << idle;
-    struct Case {
-        const char* action;
-        MoveState after;
-    };
-    for (const Case& c : {Case{"+moveleft", MoveState::Left}, Case{"-moveright", MoveState::Left},
-                          Case{"-moveleft", MoveState::None}, Case{"+moveright", MoveState::Right},
-                          Case{"-moveright", MoveState::None}, Case{"+movebackward", MoveState::SoftDrop},
-                          Case{"-movebackward", MoveState::None}, Case{"+space", MoveState::Drop},
-                          Case{"+moveleft", MoveState::Drop}}) {
-        ActionOf(c.action)();
-        EXPECT_EQ(kolvex.GetMoveState(), c.after) << c.action;
+    for (const auto& [action, after] : {std::pair{"+moveleft", MoveState::Left},
+                                        {"-moveright", MoveState::Left},
+                                        {"-moveleft", MoveState::None},
+                                        {"+moveright", MoveState::Right},
+                                        {"-moveright", MoveState::None},
+                                        {"+movebackward", MoveState::SoftDrop},
+                                        {"-movebackward", MoveState::None},
+                                        {"+space", MoveState::Drop},
+                                        {"+moveleft", MoveState::Drop}}) {
+        ActionOf(action)();
+        EXPECT_EQ(kolvex.GetMoveState(), after) << action;
     }
     while (kolvex.GetPiece().type == Piece::Square)
         kolvex.NewGame();

@@ -1,6 +1,5 @@
 // The game's rules a second time, written as plainly as can be: a grid of characters, whole numbers, shapes
-// turned by arithmetic. Shares nothing with the game, so that each can be held against the other; also the
-// benchmark's limit.
+// turned by arithmetic. Shares nothing with the game.
 #pragma once
 
 #include <algorithm>
