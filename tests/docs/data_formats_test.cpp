@@ -155,6 +155,48 @@ TEST_F(DataFormats, Models) {
     ExpectNoComplaint();
 }
 
+// Whatever lies in data/ is taken by the loader of its kind.
+TEST_F(DataFormats, TheGamesOwnDataLoadWithoutAComplaint) {
+    const std::filesystem::path data = QUARVELLO_SOURCE_DIR "/data";
+    const std::string settings = data / "config.cfg";
+    ConfigFile file(settings.c_str());
+    QEV_Video().ReadParameters(&file);
+    audio.Load(settings.c_str());
+    kolvex.Load(settings.c_str());
+    BareScene scene;
+    scene.ExecConfig(settings.c_str());
+    QEV_Gui shown;
+    shown.Start("gui/ravix.cfg");
+    QEV_MD2loader models;
+    std::string creatures;
+    int count = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(data)) {
+        const std::string path = entry.path().lexically_relative(data), kind = entry.path().extension();
+        bool loaded = true;
+        if (kind == ".png" || kind == ".bmp") loaded = models.textures.Add(path.c_str()) >= 0;
+        if (kind == ".ksm") loaded = models.AddKsm(path.c_str(), QEV_Textures::BlankPicture);
+        if (kind == ".md2")
+            loaded = models.FindOrAddMD2(path.c_str(), QEV_Textures::BlankPicture) != models.None;
+        if (kind == ".wav") loaded = audio.Sample_Add(path.c_str())->chunk != nullptr;
+        if (kind == ".ogg") loaded = audio.music.Load(path.c_str());
+        EXPECT_TRUE(loaded) << path;
+        if (!path.starts_with("entities/")) continue;
+        creatures += "entity = \"" + path + "\"\n<custom>\n</custom>\n";
+        ++count;
+    }
+    WriteFile(
+        "maps/creatures.txt",
+        "<map>\nBackground = \"maps/reason.background.txt\"\nObjects = \"maps/reason.objects.txt\"\nMusic = "
+        "\"music/KolvexIntro.ogg\"\nParticles = \"particles/reason.txt\"\n</map>\n<entityes>\nnumber = " +
+            std::to_string(count) + "\n" + creatures + "</entityes>\n<camera>\n</camera>\n");
+    for (const char* map : {"maps/creatures.txt", "maps/reason.txt", "maps/firstmap.txt"})
+        EXPECT_TRUE(scene.LoadMap(map));
+    ExpectNoComplaint("out of sector"); // of which the empty ground has none
+    scene.StopMap();
+    shown.Destroy();
+    audio.Destroy();
+}
+
 // What the tables of the records know is what the page tells of, and nothing is read without a table.
 TEST_F(DataFormats, EveryKeyThatIsReadIsOnThePage) {
     const std::string text = ReadFile(PagePath);

@@ -108,22 +108,4 @@ TEST_F(FontTest, NothingAndTooMuchDoNoHarm) {
 }
 #pragma GCC diagnostic pop
 
-TEST_F(FontTest, AReloadWorksInTheSameContextAndInANewOne) {
-    const auto shown = [] {
-        BeginFlat();
-        font.Print(100, 100, 0, "A");
-        return PixelAt(108, 378);
-    };
-    font.Reload();
-    EXPECT_EQ(shown(), CellColour(33));
-    ReplaceContext();
-    EXPECT_EQ(shown(), (Rgba{0, 0, 0})) << "lists of another context were called";
-    font.Reload();
-    EXPECT_EQ(shown(), CellColour(33));
-    const GLuint base = font.ListBase();
-    font.Destroy();
-    EXPECT_EQ(glIsList(base), GL_FALSE);
-    EXPECT_EQ(shown(), (Rgba{0, 0, 0}));
-}
-
 } // namespace

@@ -112,6 +112,19 @@ TEST_F(EntityList, OnlyWhatIsThereIsNumbered) {
     EXPECT_TRUE(globalp->ObjectsOf(0).empty());
 }
 
+TEST_F(EntityList, ACreatureWithoutItsModelIsTheBlankOneAndABadSizeIsToldOnce) {
+    WriteFile("entities/lost.txt", "<entity>\nmodel = \"models/none.md2\"\nskin = \"textures/none.png\"\n"
+                                   "size = 0\n</entity>\n");
+    Load("number = 2\n" + Entry(-3, -2, "entities/lost.txt") + Entry(-5, -2));
+    ASSERT_EQ(list.entities.size(), 2U);
+    ASSERT_NE(ModelOf(0).Model(), nullptr);
+    EXPECT_EQ(ModelOf(0).Model()->Path(), "default/blank.md2");
+    EXPECT_NE(objects->models.InstanceSkin(0), 0U);
+    EXPECT_EQ(CountInLog("Loading models/none.md2 - Couldn't load md2 file\n"), 1);
+    EXPECT_EQ(CountInLog("entities/lost.txt:4: size is not above 0, nothing to see\n"), 1);
+    EXPECT_EQ(CountInLog("size"), 1);
+}
+
 TEST_F(EntityList, ObjectsAreDrawnWhereTheyStandAndHowTheySay) {
     Load("number = 1\n" + Entry(-3, -2));
     glMatrixMode(GL_PROJECTION);

@@ -4,10 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <memory>
-#include <random>
 
 namespace {
 
@@ -249,33 +247,6 @@ TEST_F(Motion, PortalsThatLeadNowhereAreGround) {
         EXPECT_EQ(world->objects[0].pendingSector, WorldObject::NoPendingSector) << int{a} << ", " << int{b};
         EXPECT_EQ(Listed(0), Indices{0});
     }
-}
-
-// Whatever values objects carry, lists stay whole and nothing faults.
-TEST_F(Motion, WildValuesLeaveTheListsWhole) {
-    std::mt19937 random(7);
-    const float values[] = {0.0F, 0.3F, -0.3F, 40.0F, -300.0F, 1e38F, -1e38F, std::nanf("")};
-    const auto value = [&] { return values[random() % std::size(values)]; };
-    const auto byte = [&](unsigned below) { return static_cast<std::uint8_t>(random() % below); };
-    for (std::size_t i = 0; i < world->walls.size(); i += 3)
-        world->walls[i] = byte(3);
-    for (WorldCell& cell : world->cells)
-        cell = {byte(4), byte(4), byte(4)};
-    for (int i = 0; i < 60; ++i) {
-        WorldObject& object = Add(-static_cast<float>(byte(255)), -static_cast<float>(byte(255)), 0, byte(6));
-        Place(object, object.x, object.y, value(), value());
-        object.Push(value(), value());
-        object.size = value();
-    }
-    for (std::uint32_t frame = 0; frame < 800; ++frame)
-        UpdateLayer(*world, frame % 4, 200);
-    std::size_t listed = 0;
-    for (std::uint32_t sector = 0; sector < 3; ++sector) {
-        listed += Listed(sector).size();
-        EXPECT_TRUE(std::ranges::all_of(Listed(sector), [](int index) { return index < 60; }));
-    }
-    EXPECT_GE(listed, 1U);
-    EXPECT_LE(listed, 120U) << "no object stands in more than two lists";
 }
 
 } // namespace
