@@ -12,16 +12,24 @@
 
 #include <cmath>
 #include <map>
-#include <optional>
 #include <random>
 
 namespace {
 
-// 4:3, 5:4, 21:9, and a size that divides badly.
-constexpr std::pair<int, int> Sizes[] = {{640, 480}, {1280, 1024}, {1280, 540}, {641, 479}};
+// 4:3, 5:4, 16:10, 16:9, 21:9, and one that divides badly.
+constexpr std::pair<int, int> Sizes[] = {{640, 480},  {1280, 1024}, {1024, 640},
+                                         {1366, 768}, {2560, 1080}, {641, 479}};
 
 class GeometryTest : public GuiTest {
 protected:
+    GeometryTest() {
+        for (GUI_Element* element :
+             std::initializer_list<GUI_Element*>{&window, &panel, &second, &page, &list})
+            element->caption = "";
+        for (GUI_Button& button : many)
+            button.caption = "";
+    }
+
     static void SetSize(int width, int height) {
         video.SetMode(width, height, false);
         SDL_GL_SwapBuffers(); // the driver learns the window's new size with the next picture
@@ -40,46 +48,49 @@ protected:
 
     float Random(float low, float high) { return std::uniform_real_distribution<float>(low, high)(random); }
 
-    // The style that is shown in the whole neighbourhood of a pixel; 0 for bare ground.
-    static std::optional<int> StyleAround(const std::vector<Rgba>& screen, int x, int y) {
+    // Whether one colour fills a pixel's whole neighbourhood, bare ground's or that of a style in its normal
+    // state.
+    static bool IsPlainAround(const std::vector<Rgba>& screen, int x, int y) {
         constexpr int Reach = 5;
-        const auto at = [&](int dx, int dy) {
-            return screen[static_cast<std::size_t>((y + dy) * video.Width() + x + dx)];
-        };
-        const Rgba middle = at(0, 0);
-        for (int dy = -Reach; dy <= Reach; ++dy)
-            for (int dx = -Reach; dx <= Reach; ++dx)
-                if (at(dx, dy) != middle) return std::nullopt;
-        if (middle.blue == 0) return 0;
-        const int style = (middle.red - PlainSkin::Colour(0, GuiState::Normal).red) / 15;
-        if (middle.green != PlainSkin::Colour(style, GuiState::Normal).green) return std::nullopt;
-        return style;
+        const auto at = [&](int row) { return screen.begin() + row * video.Width() + x; };
+        const Rgba colour = *at(y);
+        for (int row = y - Reach; row <= y + Reach; ++row)
+            if (std::count(at(row) - Reach, at(row) + Reach + 1, colour) != 2 * Reach + 1) return false;
+        return colour.blue == 0 || colour.green == PlainSkin::Colour(0, GuiState::Normal).green;
     }
 
-    // Three windows over one another with widgets of all anchors, cut by their window or hidden; one with a
-    // page of widgets, one with an unrolled list that reaches over its edge.
-    void BuildPile() {
+    // Three windows over one another with buttons on all corners, some hidden, all cut by their window; a
+    // page with a button, and an unrolled list that reaches over its window's edge.
+    void BuildPile(unsigned number) {
+        random.seed(number);
         gui.Clear();
         page.ClearComponents();
         std::array<GUI_Window*, 3> pile = {&window, &panel, &second};
         std::shuffle(pile.begin(), pile.end(), random);
-        for (GUI_Window* holder : pile) {
-            holder->caption = "";
+        for (GUI_Window* holder : pile)
             Show(*holder,
                  {Random(0.02F, 0.4F), Random(0.05F, 0.4F), Random(0.25F, 0.55F), Random(0.2F, 0.5F)});
-        }
-        control.caption = page.caption = list.caption = "";
-        control.stid = ControlStyle;
-        controlHolder = pile[0];
-        Place(control, {0.01F, 0.01F, 0.17F, 0.1F});
+        control.stid = pile[0]->stid; // its empty area is its window's
+        Place(control, {0.01F, 0.01F, 0.22F, 0.17F});
         pile[0]->AddComponent(&control);
         control.AddPage(&page);
         Place(page, {0.0F, 0.0F, 0.08F, 0.03F});
-        for (std::size_t i = 0; i < many.size(); ++i)
-            AddButton(*pile.at(i % pile.size()), many.at(i), i);
-        Place(many[20], {Random(0.0F, 0.1F), 0.04F, 0.05F, 0.02F});
-        many[20].pos_id = GuiCorner::TopLeft;
-        page.AddComponent(&many[20]);
+        for (std::size_t i = 0; i < many.size(); ++i) {
+            GUI_Window& holder = *pile.at(i % pile.size());
+            GUI_Button& button = many.at(i);
+            button.stid = static_cast<std::uint8_t>(1 + i % 7);
+            button.visible = random() % 6 != 0;
+            button.pos_id = static_cast<GuiCorner>(random() % 4);
+            Place(button,
+                  {Random(0.03F, 0.1F), Random(0.05F, 0.08F), Random(0.03F, 0.35F), Random(0.03F, 0.35F)});
+            // Nothing is pointed at above or left of a window, which may still draw there.
+            button.width = std::min(button.width, holder.width - button.left);
+            button.height = std::min(button.height, holder.height - button.top);
+            holder.AddComponent(&button);
+        }
+        Place(many[0], {Random(0.0F, 0.1F), 0.04F, 0.05F, 0.02F});
+        many[0].pos_id = GuiCorner::TopLeft;
+        page.AddComponent(&many[0]);
         list.SetItems(" ; ; ; ");
         list.scissor = random() % 2 == 0;
         list.pos_id = static_cast<GuiCorner>(random() % 2);
@@ -89,28 +100,11 @@ protected:
         list.Unroll();
     }
 
-    void AddButton(GUI_Window& holder, GUI_Button& button, std::size_t number) {
-        button.caption = "";
-        button.stid = static_cast<std::uint8_t>(1 + number % 7);
-        button.visible = random() % 6 != 0;
-        button.scissor = true;
-        button.pos_id = static_cast<GuiCorner>(random() % 4);
-        Place(button,
-              {Random(0.03F, 0.1F), Random(0.05F, 0.08F), Random(0.03F, 0.35F), Random(0.03F, 0.35F)});
-        // Nothing is pointed at above or left of a window, which may still draw there.
-        button.width = std::min(button.width, holder.width - button.left);
-        button.height = std::min(button.height, holder.height - button.top);
-        holder.AddComponent(&button);
-    }
-
-    static constexpr std::uint8_t ControlStyle = 12;
-    const GUI_Window* controlHolder = nullptr;
-    std::mt19937 random{7};
+    std::mt19937 random;
     GUI_Window window;
     GUI_HWindow panel;
     GUI_Window second;
     std::array<GUI_Button, 21> many;
-    GUI_Button widget;
     GUI_PageControl control;
     GUI_Page page;
     GUI_Items list;
@@ -119,30 +113,28 @@ protected:
 TEST_F(GeometryTest, TheTopmostOfRandomPilesIsHitOnScreensOfEveryShape) {
     for (const auto& [width, height] : Sizes) {
         SetSize(width, height);
-        std::map<int, int> met;
-        for (int round = 0; round < 8; ++round) {
-            BuildPile();
+        std::map<GuiKind, int> met; // how often; bare ground as an element
+        for (unsigned round = 0; round < 6; ++round) {
+            BuildPile(round);
             MoveTo(0, 0);
             Draw();
             const std::vector<Rgba> screen = ReadScreen();
             for (int i = 0; i < 600; ++i) {
                 const int x = static_cast<int>(Random(8, static_cast<float>(width) - 8));
                 const int y = static_cast<int>(Random(8, static_cast<float>(height) - 8));
-                const std::optional<int> shown = StyleAround(screen, x, y);
-                if (!shown) continue; // an edge runs there
+                if (!IsPlainAround(screen, x, y)) continue;
                 PointWithTip(x, y);
                 const GUI_Element* hit = gui.Hovered();
-                // A page control's own empty area belongs to its window.
-                const int wanted = *shown == ControlStyle ? controlHolder->stid : *shown;
-                ASSERT_EQ(hit ? hit->stid : 0, wanted)
+                ASSERT_EQ(screen[static_cast<std::size_t>(y * width + x)],
+                          hit ? PlainSkin::Colour(hit->stid, GuiState::Normal) : Rgba{})
                     << width << "x" << height << ", round " << round << " at " << x << ", " << y;
-                ++met[*shown <= 6 ? std::min(*shown, 1) : *shown];
+                ++met[hit ? hit->kind : GuiKind::Element];
             }
         }
-        EXPECT_GT(met[0], 500) << width << "x" << height;
-        EXPECT_GT(met[8] + met[13], 200) << "windows";
-        EXPECT_GT(met[14], 20) << "lists and tabs";
-        EXPECT_GT(met[1], 100) << "buttons";
+        EXPECT_GT(met[GuiKind::Element], 400) << width << "x" << height;
+        EXPECT_GT(met[GuiKind::Window] + met[GuiKind::HWindow], 150);
+        EXPECT_GT(met[GuiKind::Items], 15);
+        EXPECT_GT(met[GuiKind::Button], 100);
     }
 }
 
@@ -168,10 +160,9 @@ TEST_F(GeometryTest, HooksDrawInTheClientAreaUnderTheWidgets) {
             glEnable(GL_TEXTURE_2D);
         };
         gui.Clear();
-        c.holder.caption = widget.caption = "";
         c.holder.scissor = c.clipped;
         Show(c.holder, {0.25F, 0.25F, 0.5F, 0.52F});
-        c.holder.AddComponent(&widget);
+        c.holder.AddComponent(&many[0]);
         Draw();
         EXPECT_EQ(viewport, c.room);
         glGetIntegerv(GL_VIEWPORT, viewport.data());
@@ -186,16 +177,14 @@ TEST_F(GeometryTest, HooksDrawInTheClientAreaUnderTheWidgets) {
 
 // The same picture stands in the middle of every screen, as large as its shorter side lets it be.
 TEST_F(GeometryTest, WindowsTextsAndPointerKeepTheirProportions) {
+    Show(panel, {0.2F, 0.2F, 0.6F, 0.6F});
+    many[0].caption = "Q";
+    many[0].width = 0.3F;
+    panel.AddComponent(&many[0]);
+    gui.cursor.visible = true;
     std::vector<Box> first;
     for (const auto& [width, height] : Sizes) {
         SetSize(width, height);
-        gui.Clear();
-        panel.caption = "";
-        Show(panel, {0.2F, 0.2F, 0.6F, 0.6F});
-        widget.caption = "Q";
-        widget.width = 0.3F;
-        panel.AddComponent(&widget);
-        gui.cursor.visible = true;
         Move(0.7F, 0.7F);
         Draw();
         const double scale = std::min(width / 640.0, height / 480.0);

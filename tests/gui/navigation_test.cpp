@@ -23,7 +23,7 @@ void NoteCaption(GUI_Element* element) {
 
 class NavigationTest : public GuiTest {
 protected:
-    NavigationTest() {
+    NavigationTest() : GuiTest(Screen::SizeOnly) {
         clicked.clear();
         // The window system's own motions stay out; where its pointer stands SDL still follows.
         SDL_SetEventFilter([](const SDL_Event* event) { return event->type == SDL_MOUSEMOTION ? 0 : 1; });

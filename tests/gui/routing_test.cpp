@@ -17,7 +17,7 @@ void NoteLoss(GUI_Element*) {
 
 class RoutingTest : public GuiTest {
 protected:
-    RoutingTest() {
+    RoutingTest() : GuiTest(Screen::SizeOnly) {
         order.clear();
         // In GUI units: the window at 0.2..0.8, two buttons in its client area.
         Show(window, {0.2F, 0.2F, 0.6F, 0.6F});

@@ -10,10 +10,14 @@ void AppendBig(std::string& bytes, std::uint32_t value) {
         bytes += static_cast<char>(value >> shift & 0xFFU);
 }
 
-void AppendBgr(std::string& bytes, Rgba colour) {
-    bytes += static_cast<char>(colour.blue);
-    bytes += static_cast<char>(colour.green);
-    bytes += static_cast<char>(colour.red);
+// Rows of 24 bits a pixel, blue first; widths are multiples of four, so that no row is filled up.
+void AppendRows(std::string& bytes, int width, int height, bool topFirst, const Painter& colour) {
+    for (int row = 0; row < height; ++row)
+        for (int x = 0; x < width; ++x) {
+            const Rgba c = colour(x, topFirst ? row : height - 1 - row);
+            for (const std::uint8_t channel : {c.blue, c.green, c.red})
+                AppendValue(bytes, channel);
+        }
 }
 
 } // namespace
@@ -32,9 +36,8 @@ std::string PngHeader(std::uint32_t width, std::uint32_t height, int depth, int 
     std::string data;
     AppendBig(data, width);
     AppendBig(data, height);
-    data += static_cast<char>(depth);
-    data += static_cast<char>(colourType);
-    data.append(3, '\0');
+    for (const int number : {depth, colourType, 0, 0, 0})
+        data += static_cast<char>(number);
     return PngChunk("IHDR", data);
 }
 
@@ -58,9 +61,7 @@ std::string MakePng(int width, int height, const Painter& colour) {
     for (int y = 0; y < height; ++y) {
         raw += '\0';
         for (int x = 0; x < width; ++x) {
-            const Rgba c = colour(x, y);
-            for (const std::uint8_t channel : {c.red, c.green, c.blue, c.alpha})
-                raw += static_cast<char>(channel);
+            AppendValue(raw, colour(x, y));
         }
     }
     return PngFile(PngHeader(static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), 8, 6) +
@@ -69,38 +70,22 @@ std::string MakePng(int width, int height, const Painter& colour) {
 
 std::string MakeTga(int width, int height, bool topFirst, const Painter& colour) {
     std::string file("\0\0\2\0\0\0\0\0\0\0\0\0", 12);
-    AppendValue(file, static_cast<std::uint16_t>(width));
-    AppendValue(file, static_cast<std::uint16_t>(height));
-    file += '\x18';
-    file += topFirst ? '\x20' : '\0';
-    for (int row = 0; row < height; ++row)
-        for (int x = 0; x < width; ++x)
-            AppendBgr(file, colour(x, topFirst ? row : height - 1 - row));
+    for (const int number : {width, height, topFirst ? 0x2018 : 0x18})
+        AppendValue(file, static_cast<std::uint16_t>(number));
+    AppendRows(file, width, height, topFirst, colour);
     return file;
 }
 
 std::string MakeBmp(int width, int height, const Painter& colour) {
-    std::string pixels;
-    for (int y = height - 1; y >= 0; --y) {
-        for (int x = 0; x < width; ++x)
-            AppendBgr(pixels, colour(x, y));
-        while (pixels.size() % 4 != 0)
-            pixels += '\0';
-    }
-    constexpr std::uint32_t HeadSize = 54;
+    constexpr int HeadSize = 54;
+    constexpr int OnePlaneOf24Bits = 24 << 16 | 1;
+    const int size = width * height * 3;
     std::string file = "BM";
-    AppendValue(file, static_cast<std::uint32_t>(HeadSize + pixels.size()));
-    AppendValue(file, std::uint32_t{0});
-    AppendValue(file, HeadSize);
-    AppendValue(file, std::uint32_t{40});
-    AppendValue(file, std::int32_t{width});
-    AppendValue(file, std::int32_t{height});
-    AppendValue(file, std::uint16_t{1});
-    AppendValue(file, std::uint16_t{24});
-    AppendValue(file, std::uint32_t{0});
-    AppendValue(file, static_cast<std::uint32_t>(pixels.size()));
-    file.append(16, '\0');
-    return file + pixels;
+    for (const int number :
+         {HeadSize + size, 0, HeadSize, 40, width, height, OnePlaneOf24Bits, 0, size, 0, 0, 0, 0})
+        AppendValue(file, number);
+    AppendRows(file, width, height, false, colour);
+    return file;
 }
 
 std::string MakeKsm(const std::vector<KsmCorner>& corners) {
@@ -108,8 +93,7 @@ std::string MakeKsm(const std::vector<KsmCorner>& corners) {
     AppendValue(file, std::uint16_t{0});
     AppendValue(file, static_cast<std::uint16_t>(corners.size() / 3));
     for (const KsmCorner& corner : corners)
-        for (const float value : corner)
-            AppendValue(file, value);
+        AppendValue(file, corner);
     return file;
 }
 
@@ -127,35 +111,29 @@ Md2Maker Md2Maker::Triangle(int count) {
 }
 
 std::string Md2Maker::Bytes() const {
-    const std::size_t vertexCount = frames.empty() ? 0 : frames.front().vertices.size();
-    const std::size_t frameSize = 40 + 4 * vertexCount;
-    const std::size_t texcoordOffset = 68;
-    const std::size_t triangleOffset = texcoordOffset + 4 * texcoords.size();
-    const std::size_t frameOffset = triangleOffset + 12 * triangles.size();
-    const std::size_t end = frameOffset + frameSize * frames.size();
+    const std::size_t vertices = frames.empty() ? 0 : frames.front().vertices.size();
+    const std::size_t frameSize = 40 + 4 * vertices;
+    const std::size_t triangleStart = 68 + 4 * texcoords.size();
+    const std::size_t frameStart = triangleStart + 12 * triangles.size();
+    const std::size_t end = frameStart + frameSize * frames.size();
     std::string file = "IDP2";
     for (const std::size_t field :
          {std::size_t{8}, static_cast<std::size_t>(skinWidth), static_cast<std::size_t>(skinHeight),
-          frameSize, std::size_t{0}, vertexCount, texcoords.size(), triangles.size(), std::size_t{0},
-          frames.size(), std::size_t{68}, texcoordOffset, triangleOffset, frameOffset, end, end})
+          frameSize, std::size_t{0}, vertices, texcoords.size(), triangles.size(), std::size_t{0},
+          frames.size(), std::size_t{68}, std::size_t{68}, triangleStart, frameStart, end, end})
         AppendValue(file, static_cast<std::int32_t>(field));
     for (const auto& pair : texcoords)
-        for (const std::uint16_t value : pair)
-            AppendValue(file, value);
+        AppendValue(file, pair);
     for (const auto& triangle : triangles)
-        for (const std::uint16_t index : triangle)
-            AppendValue(file, index);
+        AppendValue(file, triangle);
     for (const Frame& frame : frames) {
-        for (const float value : frame.scale)
-            AppendValue(file, value);
-        for (const float value : frame.translate)
-            AppendValue(file, value);
+        AppendValue(file, frame.scale);
+        AppendValue(file, frame.translate);
         std::string name = frame.name;
         name.resize(16, '\0');
         file += name;
         for (const auto& vertex : frame.vertices) {
-            for (const std::uint8_t value : vertex)
-                file += static_cast<char>(value);
+            AppendValue(file, vertex);
             file += '\x7F'; // an index that nothing uses
         }
     }
@@ -166,7 +144,6 @@ std::string MakeTags(const std::vector<std::array<float, 6>>& tags, std::uint16_
     std::string file;
     AppendValue(file, marker);
     for (const auto& tag : tags)
-        for (const float value : tag)
-            AppendValue(file, value);
+        AppendValue(file, tag);
     return file;
 }

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-// Appends a number as it lies in memory (little-endian, as the formats are).
+// Appends numbers as they lie in memory (little-endian, as the formats are).
 template<typename T> void AppendValue(std::string& bytes, T value) {
     char raw[sizeof value];
     std::memcpy(raw, &value, sizeof value);
@@ -41,7 +41,7 @@ std::string MakePng(int width, int height, const Painter& colour);
 
 // 24-bit TGA, uncompressed; the rows from the bottom or, with the descriptor's bit set, from the top.
 std::string MakeTga(int width, int height, bool topFirst, const Painter& colour);
-// 24-bit BMP, the bottom row first.
+// 24-bit BMP, the bottom row first; the width is a multiple of four.
 std::string MakeBmp(int width, int height, const Painter& colour);
 
 // Corners of KSM triangles: x, y, z, u, v.

@@ -28,9 +28,12 @@ Rgba GlTest::CellColour(int cell) {
     return {static_cast<std::uint8_t>(cell % 16 * 16), static_cast<std::uint8_t>(cell / 16 * 16), 200, 255};
 }
 
-GlTest::GlTest() {
+GlTest::GlTest(Screen screen) {
     WriteDefaultFiles();
-    OpenWindow();
+    if (screen == Screen::Window)
+        OpenWindow();
+    else
+        OpenQueue();
     std::remove("log.txt");
 }
 
@@ -62,9 +65,10 @@ void GlTest::DropEvents() {
 }
 
 void GlTest::OpenWindow() {
-    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) {
+    if (SDL_GetVideoSurface()) {
         video.SetMode(Width, Height, false);
     } else {
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
         std::atexit(SDL_Quit);
         WriteFile("config.cfg", "<video>\nwidth = 640\nheight = 480\nbpp = 32\nlighting = 1\n</video>\n");
         video.Load("config.cfg");
@@ -76,6 +80,16 @@ void GlTest::OpenWindow() {
     SDL_WM_GrabInput(SDL_GRAB_OFF);
     glBindTexture(GL_TEXTURE_2D, 0);
     glColor4f(1, 1, 1, 1);
+}
+
+void GlTest::OpenQueue() {
+    video.SetSize(Width, Height);
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0) return;
+    setenv("SDL_VIDEODRIVER", "dummy", 1);
+    SDL_InitSubSystem(SDL_INIT_VIDEO);
+    unsetenv("SDL_VIDEODRIVER");
+    ilInit();
+    iluInit();
 }
 
 const std::string& GlTest::StartLog() {

@@ -14,6 +14,7 @@
 
 // The window is opened once, through the process-wide video object, and kept for all tests of the program;
 // each test gets a new folder, an empty log, and the window at 640 x 480 with initial state and a free mouse.
+// A test that needs none gets the size and SDL's queue, on any machine: what it draws goes nowhere.
 // The folder holds:
 //   default/blank.png  2 x 2, magenta        default/blank.ksm  one triangle
 //   default/blank.md2  one triangle, 1 frame  font/basic4.png    cell i has the colour CellColour(i)
@@ -30,21 +31,6 @@ public:
     static void PushButton(Uint8 type, Uint8 button = SDL_BUTTON_LEFT);
     static void DropEvents();
 
-protected:
-    GlTest();
-
-    // Opens the window if there is none, and takes it back to its size and its initial state.
-    static void OpenWindow();
-    // What the first opening of the window wrote to the log, without time stamps.
-    static const std::string& StartLog();
-
-    // Closes the window and opens a new one in a new context, as some systems do at every mode change.
-    static void ReplaceContext();
-
-    // Clears the picture and sets a flat projection in which a unit is a pixel, y up from the lower left.
-    static void BeginFlat();
-    // Draws the texture over the rectangle, v = 1 at its upper edge.
-    static void DrawTexture(unsigned texture, int x, int y, int width, int height);
     // A pixel of the back buffer, y up from the lower left.
     static Rgba PixelAt(int x, int y);
     // Sum of all colour values of the back buffer: how much light there is.
@@ -58,6 +44,23 @@ protected:
     // The vertices that `draw` sends through the pipeline, in order and in window coordinates.
     static std::vector<Vertex> Record(const std::function<void()>& draw);
 
+protected:
+    enum class Screen { Window, SizeOnly };
+    explicit GlTest(Screen screen = Screen::Window);
+
+    // Opens the window if there is none, and takes it back to its size and its initial state.
+    static void OpenWindow();
+    static void OpenQueue();
+    // What the first opening of the window wrote to the log, without time stamps.
+    static const std::string& StartLog();
+
+    // Closes the window and opens a new one in a new context, as some systems do at every mode change.
+    static void ReplaceContext();
+
+    // Clears the picture and sets a flat projection in which a unit is a pixel, y up from the lower left.
+    static void BeginFlat();
+    // Draws the texture over the rectangle, v = 1 at its upper edge.
+    static void DrawTexture(unsigned texture, int x, int y, int width, int height);
     // Number of times that `part` stands in the log.
     static int CountInLog(const std::string& part);
 

@@ -24,7 +24,9 @@ struct PlainSkin {
     static Rgba Colour(int style, GuiState state);
     // The whole file: cursor, general and styles 1 to 15.
     static std::string Text();
-    // One vertex of a shot.
+    static std::string Block(const std::string& name, const std::string& content);
+    // What a style draws in a state, and one vertex of a shot.
+    static std::string Mode(const std::string& state, const std::string& shots);
     static std::string Vertex(int anchor, float x, float y, const std::string& colour = "");
     // A shot of one polygon with the four corners of the rectangle.
     static std::string Rectangle(int mode, const std::string& colour);
@@ -32,7 +34,7 @@ struct PlainSkin {
 
 class GuiTest : public GlTest {
 protected:
-    GuiTest();
+    explicit GuiTest(Screen screen = Screen::Window);
     // Clears the screen while the test's members still live; windows and widgets are members, not locals.
     void TearDown() override;
 

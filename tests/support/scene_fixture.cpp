@@ -23,12 +23,6 @@ std::uint32_t pictureTime = 0; // ms, 0 for the real time
 std::uint32_t pictureClock = 0;
 std::thread::id pictureThread;
 
-// The fixture's readers are closed to others.
-class Reader : public GlTest {
-public:
-    using GlTest::Light;
-};
-
 GUI_Element* FindIn(const GUI_ComponentList& widgets, const std::string& caption) {
     for (std::size_t i = 0; i < widgets.Size(); ++i) {
         GUI_Component& widget = widgets[i];
@@ -47,7 +41,7 @@ GUI_Element* FindIn(const GUI_ComponentList& widgets, const std::string& caption
 // These stand before SDL's own functions, which they call.
 extern "C" void SDL_GL_SwapBuffers() {
     static const auto swap = reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "SDL_GL_SwapBuffers"));
-    if (watching) shownLight.push_back(Reader::Light());
+    if (watching) shownLight.push_back(GlTest::Light());
     swap();
     pictureClock += pictureTime;
 }

@@ -39,11 +39,7 @@ public:
     static bool IsShown(const std::string& windowCaption);
 
 protected:
-    // A place in fractions of the screen.
-    struct Place {
-        float x;
-        float y;
-    };
+    using Place = GuiPoint; // in fractions of the screen
 
     // Starts what scenes rest on, with the configuration of config.cfg or without one.
     void SetUp() override;

@@ -1,5 +1,6 @@
 // Levels are taken over time, not at a peak, so that they hold whichever way a library changes rates.
 #include "support/sound_device.h"
+#include "support/file_makers.h"
 
 #include <SDL.h>
 
@@ -73,29 +74,19 @@ double SoundTest::LevelOf(AudioSample* sample) {
     return Measure(Close(), 0).level;
 }
 
-namespace {
-
-void Put(std::string& bytes, std::uint32_t value, int size) {
-    for (int i = 0; i < size; i++)
-        bytes += static_cast<char>(value >> (8 * i) & 0xFF);
-}
-
-} // namespace
-
 std::string WaveBytes(const WaveHeader& header, const std::string& samples) {
+    const auto size = [](const std::string& bytes) { return static_cast<std::uint32_t>(bytes.size()); };
+    std::string numbers;
+    for (const unsigned number : {header.encoding | header.channels << 16U, header.rate,
+                                  header.rate * header.align, header.align | header.bits << 16U})
+        AppendValue(numbers, number);
+    numbers += header.more;
     std::string bytes = "RIFF";
-    Put(bytes, static_cast<std::uint32_t>(36 + header.more.size() + samples.size()), 4);
+    AppendValue(bytes, 20 + size(numbers) + size(samples));
     bytes += "WAVEfmt ";
-    Put(bytes, static_cast<std::uint32_t>(16 + header.more.size()), 4);
-    for (const auto& [value, size] : {std::pair(header.encoding, 2),
-                                      {header.channels, 2},
-                                      {header.rate, 4},
-                                      {header.rate * header.align, 4},
-                                      {header.align, 2},
-                                      {header.bits, 2}})
-        Put(bytes, value, size);
-    bytes += header.more + "data";
-    Put(bytes, static_cast<std::uint32_t>(samples.size()), 4);
+    AppendValue(bytes, size(numbers));
+    bytes += numbers + "data";
+    AppendValue(bytes, size(samples));
     return bytes + samples;
 }
 
@@ -111,7 +102,7 @@ std::vector<std::int16_t> Sine(unsigned rate, double frequency, double height) {
 std::string SampleBytes(const std::vector<std::int16_t>& samples) {
     std::string bytes;
     for (const std::int16_t sample : samples)
-        Put(bytes, static_cast<std::uint16_t>(sample), 2);
+        AppendValue(bytes, sample);
     return bytes;
 }
 
