@@ -24,6 +24,7 @@ protected:
         SceneTest::SetUp();
         GameMode = Mode::Menu;
         SetPictureTime(100);
+        video.SetMode(160, 120, false); // fast to draw
     }
 };
 
@@ -116,6 +117,7 @@ TEST_F(Scenes, TheCreditsAreEnteredOnceAndLeftWithTheirButton) {
 }
 
 TEST_F(Scenes, AllIsSeenAfterAModeChange) {
+    video.SetMode(640, 480, false);
     static double before;
     static double after;
     SteeredMenu menu;

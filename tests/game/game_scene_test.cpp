@@ -8,6 +8,7 @@
 #include "particles/engine.h"
 #include "play/kolvex.h"
 #include "scene/game_mode.h"
+#include "support/allocations.h"
 #include "support/scene_fixture.h"
 #include "world/camera.h"
 
@@ -66,6 +67,7 @@ void ExpectCamera(float y, float z, float tilt) {
 void Game::WatchCourse(SteadyGame& game) {
     constexpr float Step = 75.0F * FrameTime / 5000; // of the way that the fade takes
     static float pausedRow, before;
+    static long allocations;
     EXPECT_TRUE(game.frames == 1 || std::abs(camera.y - before) < Step + 0.1F) << "it does not leap";
     before = camera.y;
     const int frame = game.frames;
@@ -86,8 +88,11 @@ void Game::WatchCourse(SteadyGame& game) {
     } else if (frame == PauseFrame + 2) {
         EXPECT_TRUE(SceneState == State::Pause && gui.cursor.visible && gui.cursor.x == 0.5F);
         pausedRow = kolvex.GetPiece().pivotY;
+    } else if (frame == PauseFrame + 4) {
+        allocations = Allocations();
     } else if (frame == ResumeFrame - 1) {
         EXPECT_EQ(kolvex.GetPiece().pivotY, pausedRow);
+        EXPECT_EQ(Allocations(), allocations) << "a paused game takes no memory";
     } else if (frame == ResumeFrame + 2) {
         EXPECT_TRUE(SceneState == State::Game && !gui.cursor.visible);
         kolvex.onLineCleared(3);

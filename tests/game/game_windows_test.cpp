@@ -125,6 +125,16 @@ TEST_F(Dialogs, ANoLeadsBackToTheGameOrToWhatItsEndAsks) {
     EXPECT_STREQ(FirstName(), "My name...") << "and asks for the name as before";
 }
 
+TEST_F(Dialogs, AWindowThatWasLeftOffTheScreenIsBroughtBack) {
+    gui.Clear();
+    WriteFile("config.cfg", "<gui>\n<hform1>\nleft = 5\ntop = -7\n</hform1>\n</gui>\n");
+    game.BuildGui();
+    const GUI_Window& panel = *gui.Windows().front();
+    EXPECT_STREQ(panel.caption, "hform1");
+    EXPECT_FLOAT_EQ(panel.left, 0.95F);
+    EXPECT_FLOAT_EQ(panel.top, 0.05F - panel.height);
+}
+
 TEST_F(Dialogs, EscapeLetsGoOfADraggedWindow) {
     const GUI_Window& panel = *gui.Windows()[4];
     Main::Pause();

@@ -1,5 +1,6 @@
 // The world scene run with the game's own map: objects, models, particles and camera in three layers, its
 // statistics, and its end.
+#include "audio/audio.h"
 #include "base/frame_clock.h"
 #include "gui/manager.h"
 #include "particles/engine.h"
@@ -8,21 +9,24 @@
 #include "stage/map_layers.h"
 #include "stage/world_scene.h"
 #include "support/scene_fixture.h"
+#include "support/sound_device.h"
 #include "world/camera.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
 
 #include <GL/gl.h>
 
+#include <cmath>
+
 namespace {
+
+int toldAngle = 0; // to the mixer
+int toldDistance = 0;
 
 using SteeredWorld = Steered<WorldScene>;
 constexpr float Speed = 0.03125F; // plane units a frame, a number that adds up exactly
 
 class World : public SceneTest {
-public:
-    using SceneTest::Record;
-
 protected:
     void SetUp() override {
         SceneTest::SetUp();
@@ -46,6 +50,16 @@ void SpreadOverThreeLayers() {
         object.velocity = {Speed * static_cast<float>(layer + 1), 0.0F};
     }
 }
+
+} // namespace
+
+extern "C" int Mix_SetPosition(int /*channel*/, Sint16 angle, Uint8 distance) {
+    toldAngle = angle;
+    toldDistance = distance;
+    return 1;
+}
+
+namespace {
 
 std::size_t VerticesOf(void (*draw)()) {
     glMatrixMode(GL_MODELVIEW);
@@ -105,6 +119,26 @@ TEST_F(World, ParticlesOfEveryLayerAreDrawnInEachOfThem) {
         EXPECT_GT(once, 0U);
         EXPECT_EQ(VerticesOf(DrawParticles), 3 * once);
         Main::Quit();
+    };
+    world.GameStart(0, 0);
+}
+
+// Points of the plane are drawn at twice their distance, and the ear stands under the camera.
+TEST_F(World, SoundsAreHeardFromTheGroundUnderTheCamera) {
+    static float x, y;
+    WriteSquareWave("tone.wav", 10, 1000);
+    world.steer = [](SteeredWorld& self) {
+        WorldObject& object = globalp->objects[0];
+        object.moving = false;
+        if (self.frames == 1) {
+            x = object.x + 2.0F;
+            y = object.y;
+            audio.Positional_Play(audio.Sample_Add("tone.wav"), &x, &y, &object.sector);
+        } else if (self.frames == 4) {
+            EXPECT_EQ(toldDistance, 72) << "two units";
+            EXPECT_NEAR(toldAngle, std::fmod(camera.rot1 + 450.0F, 360.0F), 1.0F);
+            Main::Quit();
+        }
     };
     world.GameStart(0, 0);
 }
