@@ -128,17 +128,12 @@ class Clock:
 class Game:
     """One run of the program in a folder of its own."""
 
-    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=HURRY, heard=False,
-                 under=(), environment=None):
+    def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=HURRY, under=(), environment=None):
         """`preload` names libraries to load into the program; its clock runs `fast` times as fast, where
-        that library is built; what is `heard` goes to the file sound.raw; `under` is a command that runs it, and `environment`
-        is added to its own."""
+        that library is built; `under` is a command that runs it, and `environment` is added to its own."""
         self.display = display
         self.folder = folder or make_run_folder(config)
         environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy", **(environment or {}))
-        if heard:
-            # The delay paces the mixer's chunks of 1024 frames as a sound card would.
-            environment.update(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(self.folder / "sound.raw"), SDL_DISKAUDIODELAY="23")
         libraries = list(preload)
         self.clock = Clock(fast) if (BUILD / "tests/libgame_clock.so").exists() else None
         if self.clock:
@@ -367,13 +362,10 @@ class Game:
         self.menu_item("NEW GAME")
         self.await_log("starting debugger", before + 1)
 
-    def open_drop_down(self):
-        self.move(*places.DROP_DOWN)
-        self.await_text(*places.LAST_ROW)  # the list unrolls under the pointer
-
     def choose(self, row):
         """Leaves a paused game by the drop-down."""
-        self.open_drop_down()
+        self.move(*places.DROP_DOWN)
+        self.await_text(*places.LAST_ROW)  # the list unrolls under the pointer
         self.await_text(*places.SURE, act=lambda: self.click(*places.ROWS[row]))
         left = "State mode Change - [END]" if row == "Quit" else "State mode Change - [CHANGE]"
         self.await_another(left, lambda: self.click(*places.LEAVE_OK))
