@@ -5,7 +5,6 @@
 #include "own_folder.h"
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -38,6 +37,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         bindings.ReadKeys(&file);
         CheckTree(bindings);
     }
-    std::remove("log.txt");
     return 0;
 }

@@ -3,7 +3,7 @@
 #include "particles_fuzz.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    EnterFolder("effect");
+    EnterFolder();
     WriteBytes("list.txt", "<Particles>\n<TEffect>\nname = \"effect.txt\"\n</TEffect>\n</Particles>\n");
     WriteBytes("particles/emitter.txt", GoodEmitter);
     return 0;

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    EnterFolder("effect_list");
+    EnterFolder();
     WriteBytes("particles/effect.txt",
                "<TEmittors>\n<TEmittor>\nemittor = \"particles/emitter.txt\"\n</TEmittor>\n</TEmittors>\n");
     WriteBytes("particles/emitter.txt", GoodEmitter);

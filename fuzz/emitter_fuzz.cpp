@@ -6,7 +6,7 @@
 #include <memory>
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    EnterFolder("emitter");
+    EnterFolder();
     WriteBytes("list.txt", "<Particles>\n<TEffect>\nname = \"effect.txt\"\n</TEffect>\n</Particles>\n");
     WriteBytes("effect.txt",
                "<TEmittors>\n<TEmittor>\nemittor = \"emitter.txt\"\n</TEmittor>\n</TEmittors>\n");

@@ -2,6 +2,7 @@
 // is the blank one; model files have a fuzzer of their own.
 #include "config/config_file.h"
 #include "config/config_reader.h"
+#include "own_folder.h"
 #include "world/entities.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
@@ -10,19 +11,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <vector>
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "quarvello-fuzz-entity";
-    std::filesystem::create_directories(folder);
-    std::filesystem::current_path(folder);
-    // The log would grow without end.
-    std::error_code ignored;
-    std::filesystem::remove("log.txt", ignored);
-    std::filesystem::create_directory("log.txt", ignored);
+    EnterOwnFolder();
     return 0;
 }
 

@@ -2,6 +2,7 @@
 // window and sound. What the map names lies in a folder with the same few small files each time.
 #include "config/config_file.h"
 #include "config/config_reader.h"
+#include "own_folder.h"
 #include "world/camera.h"
 #include "world/entities.h"
 #include "world/object_set.h"
@@ -21,14 +22,9 @@ namespace {
 
 // Entities come without models, which have a fuzzer of their own: "entities/bare.txt" names none.
 void EnterFolder() {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "quarvello-fuzz-map";
-    std::filesystem::create_directories(folder / "entities");
-    std::filesystem::current_path(folder);
+    EnterOwnFolder();
+    std::filesystem::create_directory("entities");
     std::ofstream("entities/bare.txt") << "<entity>\nstatus = 2\nsize = 0.5\nspeed = 1\n</entity>\n";
-    // The log would grow without end.
-    std::error_code ignored;
-    std::filesystem::remove("log.txt", ignored);
-    std::filesystem::create_directory("log.txt", ignored);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/frame_clock.h"
+#include "own_folder.h"
 #include "particles/engine.h"
 
 #include <algorithm>
@@ -23,15 +24,9 @@ inline void WriteBytes(const char* name, std::string_view bytes) {
     std::ofstream(name, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
-inline void EnterFolder(const char* name) {
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / (std::string("quarvello-fuzz-") + name);
-    std::filesystem::create_directories(folder / "particles");
-    std::filesystem::current_path(folder);
-    // The log would grow without end.
-    std::error_code ignored;
-    std::filesystem::remove("log.txt", ignored);
-    std::filesystem::create_directory("log.txt", ignored);
+inline void EnterFolder() {
+    EnterOwnFolder();
+    std::filesystem::create_directory("particles");
 }
 
 // Starts up to sixteen effects and runs all that run, with frames short and long.
