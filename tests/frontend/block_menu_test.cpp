@@ -75,16 +75,12 @@ TEST_F(Boxes, GatherFasterAndFasterUntilTheyLock) {
         menu.Update(delta);
         const float first = menu.GetItem(0).x + 5.0F;
         menu.Update(delta);
-        EXPECT_GT(menu.GetItem(0).x + 5.0F, 2.0F * first) << "faster";
-        EXPECT_FLOAT_EQ(menu.GetItem(1).y, menu.GetItem(0).x);
-        EXPECT_FLOAT_EQ(menu.GetItem(3).x, -menu.GetItem(0).x);
-        EXPECT_NEAR(menu.GetItem(2).y, -menu.GetItem(0).x - 1.0F, 1e-5F);
+        EXPECT_GT(menu.GetItem(0).x + 5.0F, 2.0F * first);
         EXPECT_EQ(GatherAll(delta) + 2, frames) << delta;
         EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Ready);
-        EXPECT_EQ(menu.GetItem(0).x, 1.0F);
-        EXPECT_EQ(menu.GetItem(1).y, 0.0F);
-        EXPECT_EQ(menu.GetItem(2).y, -1.0F);
-        EXPECT_EQ(menu.GetItem(3).x, -1.0F);
+        constexpr std::pair<float, float> Places[] = {{1, 0}, {0, 0}, {0, -1}, {-1, 0}}; // a T
+        for (std::size_t i = 0; i < BlockMenu::ItemCount; ++i)
+            EXPECT_EQ(std::pair(menu.GetItem(i).x, menu.GetItem(i).y), Places[i]) << i;
         EXPECT_TRUE(menu.logoFadeTimer.IsRunning());
         EXPECT_TRUE(gui.cursor.visible);
     }
@@ -126,6 +122,8 @@ TEST_F(Boxes, TheHoveredOneGrowsAndTheOthersShrink) {
 // What is picked is what stands nearest under the pointer, which is what is drawn red there.
 TEST_F(Boxes, PickingFindsTheBoxThatIsSeenThere) {
     EXPECT_TRUE(Stops().empty()) << "while they gather";
+    menu.Pick(0.5F, 0.5F);
+    EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Gathering);
     GatherAll();
     std::array<int, BlockMenu::ItemCount> picked{};
     for (int turn = 0; turn < 20; ++turn) {
@@ -150,31 +148,10 @@ TEST_F(Boxes, PickingFindsTheBoxThatIsSeenThere) {
     menu.Pick(Stops().back().x, Stops().back().y);
     EXPECT_EQ(menu.GetHovered(), MenuItem::None) << "beside them";
     EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Ready);
-}
-
-TEST_F(Boxes, NothingIsPickedWhileGatheringOrFrozen) {
-    menu.Pick(0.5F, 0.5F);
-    EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Gathering);
-    GatherAll();
     menu.SetHovered(MenuItem::Quit);
     menu.SetState(BlockMenu::Phase::Frozen);
     menu.Pick(0.02F, 0.02F);
-    EXPECT_EQ(menu.GetHovered(), MenuItem::Quit);
-}
-
-TEST_F(Boxes, PickingLeavesTheViewAsItWas) {
-    GatherAll();
-    const auto view = [] {
-        std::array<GLfloat, 18> found{};
-        glGetFloatv(GL_PROJECTION_MATRIX, found.data());
-        glGetFloatv(GL_RENDER_MODE, &found[16]);
-        glGetFloatv(GL_MATRIX_MODE, &found[17]);
-        return found;
-    };
-    glMatrixMode(GL_MODELVIEW);
-    const auto before = view();
-    menu.Pick(0.5F, 0.5F);
-    EXPECT_EQ(view(), before);
+    EXPECT_EQ(menu.GetHovered(), MenuItem::Quit) << "what was chosen stays";
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 

@@ -2,7 +2,6 @@
 #include "audio/audio.h"
 #include "config/config_reader.h"
 #include "frontend/menu_scene.h"
-#include "graphics/model_store.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "gui/page_control.h"
@@ -10,13 +9,9 @@
 #include "play/kolvex.h"
 #include "scene/game_mode.h"
 #include "support/scene_fixture.h"
-#include "world/camera.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
-
-#include <random>
-#include <set>
 
 namespace {
 
@@ -58,50 +53,6 @@ protected:
 
     MenuScene menu;
 };
-
-TEST_F(Windows, KeysReachEveryBoxAndReturnChoosesIt) {
-    QEV_MD2loader models;
-    menu.blockMenu.Reset();
-    models.Init();
-    ASSERT_TRUE(models.AddKsm("models/box.ksm", "textures/floor1e.png"));
-    menu.blockMenu.Init(&models.Ksm(0), &models.textures);
-    glEnable(GL_DEPTH_TEST);
-    camera.SetPosition(0.0F, 0.0F, -8.0F);
-    camera.SetAngles(0.0F, 0.0F);
-    while (Phase() == BlockMenu::Phase::Gathering)
-        menu.blockMenu.Update(20);
-    const auto hover = [this](SDLKey key) {
-        Type(key);
-        menu.blockMenu.Pick(gui.cursor.x, gui.cursor.y);
-        menu.blockMenu.Update(100);
-        return menu.blockMenu.GetHovered();
-    };
-    using enum MenuItem;
-    std::minstd_rand random;
-    const std::set<MenuItem> all = {Options, Credits, NewGame, Quit};
-    for (int turn = 0; turn < 7; ++turn) {
-        menu.blockMenu.SetState(BlockMenu::Phase::Ready);
-        menu.blockMenu.Update(600);
-        for (const auto& keys : {std::vector{SDLK_TAB}, {SDLK_UP, SDLK_LEFT, SDLK_DOWN, SDLK_RIGHT}}) {
-            std::set<MenuItem> found;
-            for (std::size_t i = 0; found != all && i < 200; ++i) {
-                found.insert(hover(keys[random() % keys.size()]));
-                found.erase(None); // the ground, while one is hidden
-            }
-            EXPECT_EQ(found, all) << turn;
-        }
-    }
-    while (hover(SDLK_TAB) != Options)
-        EXPECT_FALSE(IsShown("Options"));
-    const float angle = menu.blockMenu.AngleX();
-    menu.blockMenu.Update(1000);
-    EXPECT_EQ(menu.blockMenu.AngleX(), angle) << "what is hovered stands still";
-    Type(SDLK_RETURN);
-    EXPECT_TRUE(IsShown("Options"));
-    hover(SDLK_TAB);
-    EXPECT_NE(gui.Hovered(), nullptr) << "boxes behind a window are none of the stops";
-    models.Destroy();
-}
 
 TEST_F(Windows, OptionsFreezeTheMenuAndCancelThawsIt) {
     Choose(MenuItem::Options);
