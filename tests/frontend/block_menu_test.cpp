@@ -75,7 +75,11 @@ TEST_F(Boxes, GatherFasterAndFasterUntilTheyLock) {
         menu.Update(delta);
         const float first = menu.GetItem(0).x + 5.0F;
         menu.Update(delta);
-        EXPECT_GT(menu.GetItem(0).x + 5.0F, 2.0F * first);
+        const float way = menu.GetItem(0).x + 5.0F;
+        EXPECT_GT(way, 2.0F * first) << "faster";
+        for (const float other :
+             {menu.GetItem(1).y + 5.0F, 4.0F - menu.GetItem(2).y, 5.0F - menu.GetItem(3).x})
+            EXPECT_NEAR(other, way, 1e-5F);
         EXPECT_EQ(GatherAll(delta) + 2, frames) << delta;
         EXPECT_EQ(menu.GetState(), BlockMenu::Phase::Ready);
         constexpr std::pair<float, float> Places[] = {{1, 0}, {0, 0}, {0, -1}, {-1, 0}}; // a T

@@ -46,14 +46,15 @@ protected:
 
     static constexpr long Noise = 1 << 15; // bytes that drivers and libraries may take
 
-    // Visits a scene that `leave` ends; bytes of the heap that most visits leave behind.
+    // Visits a scene again and again, which `leave` ends; bytes of the heap that most visits leave behind.
     template<class Scene> static long Growth(Mode mode, void (*leave)(Scene& scene)) {
         std::array<long, 5> heap{};
         std::array<Held, 5> held;
+        Scene scene;
+        scene.steer = leave;
         for (std::size_t visit = 0; visit < heap.size(); ++visit) {
             GameMode = mode;
-            Scene scene;
-            scene.steer = leave;
+            scene.frames = 0;
             scene.GameStart(0, 0);
             EXPECT_NE(GameMode, mode);
             const struct mallinfo2 now = mallinfo2();

@@ -14,14 +14,6 @@ namespace {
 
 std::string startLog;
 
-void WriteDefaultFiles() {
-    WriteFile("default/blank.png", MakePng(2, 2, [](int, int) { return Rgba{255, 0, 255}; }));
-    WriteFile("default/blank.ksm", MakeKsm({{0, 0, 0, 0, 0}, {1, 0, 0, 1, 0}, {0, 1, 0, 0, 1}}));
-    WriteFile("default/blank.md2", Md2Maker::Triangle(1).Bytes());
-    WriteFile("font/basic4.png",
-              MakePng(256, 256, [](int x, int y) { return GlTest::CellColour(y / 16 * 16 + x / 16); }));
-}
-
 } // namespace
 
 Rgba GlTest::CellColour(int cell) {
@@ -29,7 +21,11 @@ Rgba GlTest::CellColour(int cell) {
 }
 
 GlTest::GlTest(Screen screen) {
-    WriteDefaultFiles();
+    WriteFile("default/blank.png", MakePng(2, 2, [](int, int) { return Rgba{255, 0, 255}; }));
+    WriteFile("default/blank.ksm", MakeKsm({{0, 0, 0, 0, 0}, {1, 0, 0, 1, 0}, {0, 1, 0, 0, 1}}));
+    WriteFile("default/blank.md2", Md2Maker::Triangle(1).Bytes());
+    WriteFile("font/basic4.png",
+              MakePng(256, 256, [](int x, int y) { return CellColour(y / 16 * 16 + x / 16); }));
     if (screen == Screen::Window)
         OpenWindow();
     else
@@ -45,16 +41,13 @@ void GlTest::PushEvent(Uint8 type) {
 
 void GlTest::PushKey(Uint8 type, SDLKey key, int modifiers) {
     SDL_Event event{};
-    event.type = type;
-    event.key.keysym.sym = key;
-    event.key.keysym.mod = static_cast<SDLMod>(modifiers);
+    event.key = {type, 0, 0, {0, key, static_cast<SDLMod>(modifiers), 0}};
     SDL_PushEvent(&event);
 }
 
 void GlTest::PushButton(Uint8 type, Uint8 button) {
     SDL_Event event{};
-    event.type = type;
-    event.button.button = button;
+    event.button = {type, 0, button, 0, 0, 0};
     SDL_PushEvent(&event);
 }
 
