@@ -1,4 +1,3 @@
-// Cursors from character pictures; see cursor_picture.h.
 #include "app/cursor_picture.h"
 
 #include <cstdio>

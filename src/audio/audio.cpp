@@ -151,9 +151,8 @@ AudioSample* QEV_Audio::Sample_Add(const char* name) {
 
 AudioSample* QEV_Audio::Sample_Find(const char* name) const {
     if (!enabled || !name) return nullptr;
-    for (const auto& sample : samples) {
+    for (const auto& sample : samples)
         if (sample->name == name) return sample.get();
-    }
     return nullptr;
 }
 

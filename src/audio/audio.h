@@ -7,6 +7,7 @@
 #include "audio/positional_sounds.h"
 #include "audio/sample.h"
 #include "config/unread_keys.h"
+#include "platform/not_copied.h"
 
 #include <cstdint>
 #include <memory>
@@ -16,12 +17,8 @@ class ConfigFile;
 class INI_Writer;
 template<class Record> struct RecordTable;
 
-class QEV_Audio {
+class QEV_Audio : NotCopied {
 public:
-    constexpr QEV_Audio() = default;
-    QEV_Audio(const QEV_Audio&) = delete;
-    QEV_Audio& operator=(const QEV_Audio&) = delete;
-
     // Takes the "audio" block of the file, or the defaults when there is none, and opens the mixer: as
     // configured; failing that with the defaults; failing that sound is off for the rest of the run. All
     // three are logged.

@@ -6,7 +6,6 @@
 #include "platform/data_folders.h"
 #include "platform/file_bytes.h"
 
-#include <cstdint>
 #include <limits>
 #include <string>
 

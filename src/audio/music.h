@@ -2,15 +2,14 @@
 // Rests on SDL_mixer's single music stream.
 #pragma once
 
+#include "platform/not_copied.h"
+
 #include <SDL_mixer.h>
 
 #include <cstdint>
 
-class QEV_Music {
+class QEV_Music : NotCopied {
 public:
-    constexpr QEV_Music() = default;
-    QEV_Music(const QEV_Music&) = delete;
-    QEV_Music& operator=(const QEV_Music&) = delete;
     ~QEV_Music();
 
     // Called by the audio object before it opens the mixer: enabled, no track, full volume. Until then, and

@@ -75,9 +75,8 @@ void PositionalSounds::Update(const Listener& listener) {
 }
 
 const PositionalSound* PositionalSounds::Find(const float* x) const {
-    for (const PositionalSound& sound : sounds) {
+    for (const PositionalSound& sound : sounds)
         if (sound.x == x) return &sound;
-    }
     return nullptr;
 }
 

@@ -45,9 +45,8 @@ std::string EncodingName(unsigned code) {
                                                     {0x11, "IMA ADPCM"},
                                                     {0x31, "GSM"},
                                                     {0x55, "MPEG"}}};
-    for (const Encoding& encoding : Encodings) {
+    for (const Encoding& encoding : Encodings)
         if (encoding.code == code) return encoding.name;
-    }
     return "encoding " + std::to_string(code);
 }
 
@@ -64,13 +63,12 @@ void ReadWaveFormat(ByteCursor chunk, SoundFile& sound) {
         chunk.Take(8); // size of what follows, bits that count, places of the loudspeakers
         encoding = chunk.U16();
     }
-    if (chunk.Failed()) {
+    if (chunk.Failed())
         sound.refusal = "a header that is cut short";
-    } else if (encoding != PlainSamples) {
+    else if (encoding != PlainSamples)
         sound.refusal = EncodingName(encoding);
-    } else if (sound.bits != 8 && sound.bits != 16) {
+    else if (sound.bits != 8 && sound.bits != 16)
         sound.refusal = std::to_string(sound.bits) + " bits";
-    }
 }
 
 void ReadWave(std::span<const std::byte> file, SoundFile& sound) {
@@ -157,11 +155,10 @@ void ReadVorbis(std::span<const std::byte> file, SoundFile& sound) {
     sound.channels = cursor.Byte();
     sound.rate = cursor.U32();
     const std::size_t behind = file.size() - EndOfPages(file);
-    if (!isVorbis || cursor.Failed()) {
+    if (!isVorbis || cursor.Failed())
         sound.refusal = "an Ogg file without Vorbis sound";
-    } else if (behind > MostBehindEnd) {
+    else if (behind > MostBehindEnd)
         sound.refusal = std::to_string(behind) + " bytes behind its last page";
-    }
 }
 
 bool IsHalvedOrDoubled(std::uint32_t from, std::uint32_t to) {
@@ -193,17 +190,16 @@ void CompareWithMixer(SoundFile& sound, std::uint64_t fileSize, std::uint64_t mo
     const std::uint64_t lower = std::min(sound.rate, sound.mixerRate);
     const std::uint64_t higher = std::max(sound.rate, sound.mixerRate);
     SDL_AudioCVT steps;
-    if (sound.channels == 0 || sound.channels > MostChannels) {
+    if (sound.channels == 0 || sound.channels > MostChannels)
         sound.refusal = std::to_string(sound.channels) + " channels";
-    } else if (higher > lower * LargestRatio) {
+    else if (higher > lower * LargestRatio)
         sound.refusal = "a rate of " + std::to_string(sound.rate) + " Hz";
-    } else if (SDL_BuildAudioCVT(&steps, sound.bits == 8 ? AUDIO_U8 : AUDIO_S16LSB,
-                                 static_cast<Uint8>(sound.channels), static_cast<int>(sound.rate), format,
-                                 static_cast<Uint8>(channels), mixerRate) < 0) {
+    else if (SDL_BuildAudioCVT(&steps, sound.bits == 8 ? AUDIO_U8 : AUDIO_S16LSB,
+                               static_cast<Uint8>(sound.channels), static_cast<int>(sound.rate), format,
+                               static_cast<Uint8>(channels), mixerRate) < 0)
         sound.refusal = "no way to the mixer's own format";
-    } else if (UnpackedSize(sound, fileSize) > mostBytes / static_cast<std::uint64_t>(steps.len_mult)) {
+    else if (UnpackedSize(sound, fileSize) > mostBytes / static_cast<std::uint64_t>(steps.len_mult))
         sound.refusal = "too long";
-    }
 }
 
 } // namespace

@@ -24,10 +24,6 @@ bool IsPrintable(char c) {
     return c >= 33 && c <= 126;
 }
 
-bool EqualNoCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && platform::CompareNoCase(a.data(), b.data(), a.size()) == 0;
-}
-
 std::string_view Trim(std::string_view line) {
     while (!line.empty() && IsBlank(line.front()))
         line.remove_prefix(1);
@@ -55,6 +51,10 @@ std::string_view NextLine(ConfigFile& file) {
         const std::string_view raw = file.NextRawLine();
         if (raw.empty() || raw.front() != ';') return Trim(raw.substr(0, ConfigLineLength));
     }
+}
+
+bool EqualNoCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && platform::CompareNoCase(a.data(), b.data(), a.size()) == 0;
 }
 
 bool IsTag(std::string_view line, std::string_view open, std::string_view name) {

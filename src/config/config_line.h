@@ -11,6 +11,8 @@ namespace config {
 // The next line that is neither empty nor a comment, trimmed and cut to the longest line.
 std::string_view NextLine(ConfigFile& file);
 
+bool EqualNoCase(std::string_view a, std::string_view b);
+
 // Whether the line is `open`, the name without regard to case, and '>'; `open` is "<" or "</".
 bool IsTag(std::string_view line, std::string_view open, std::string_view name);
 bool IsClosingTag(std::string_view line);

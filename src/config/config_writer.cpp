@@ -5,7 +5,6 @@
 #include "base/log.h"
 #include "config/config_line.h"
 #include "config/config_reader.h"
-#include "platform/platform.h"
 
 #include <algorithm>
 #include <array>
@@ -169,7 +168,7 @@ bool INI_Writer::KeepLine(const char* key) {
     bool found = false;
     while (!found && !input.AtEnd() && !config::IsClosingTag(line)) {
         line = config::NextLine(input);
-        found = platform::CompareNoCase(std::string(config::FirstWord(line)).c_str(), key) == 0;
+        found = config::EqualNoCase(config::FirstWord(line), key);
     }
     input.Seek(start);
     if (!found) return false;

@@ -5,15 +5,13 @@
 
 #include "config/config_file.h"
 #include "platform/file_replacement.h"
+#include "platform/not_copied.h"
 
 #include <string>
 #include <vector>
 
-class INI_Writer {
+class INI_Writer : NotCopied {
 public:
-    INI_Writer() = default;
-    INI_Writer(const INI_Writer&) = delete;
-    INI_Writer& operator=(const INI_Writer&) = delete;
     // Finishes a save that is under way.
     ~INI_Writer();
 

@@ -58,14 +58,13 @@ std::string Unread(const RecordSlot& slot, const char* why) {
 }
 
 // Walks the lines that one record is read from.
-class RecordReading {
-public:
-    RecordReading(const char* blockName, std::span<const RecordSlot> recordSlots, ConfigFile& recordFile)
-        : block(blockName),
-          slots(recordSlots),
-          file(recordFile),
-          found(slots.size()),
-          unreadable(slots.size()) {}
+struct RecordReading {
+    const char* block;
+    std::span<const RecordSlot> slots;
+    ConfigFile& file;
+    std::vector<bool> found = std::vector<bool>(slots.size());
+    std::vector<bool> unreadable = found;
+    bool ownLines = true;
 
     void Run() {
         const std::size_t start = file.Position();
@@ -83,7 +82,6 @@ public:
         }
     }
 
-private:
     void Take(std::string_view line) {
         if (line.front() == '<') ownLines = false;
         const auto slot =
@@ -124,13 +122,6 @@ private:
         unreadable[index] = unreadable[index] || !found[index];
         Warn(file, line.data(), Unread(*slot, WhyUnreadable(line)));
     }
-
-    const char* block;
-    std::span<const RecordSlot> slots;
-    ConfigFile& file;
-    std::vector<bool> found;
-    std::vector<bool> unreadable;
-    bool ownLines = true;
 };
 
 } // namespace
@@ -147,7 +138,7 @@ bool UnreadKeys::Holds(const RecordSlot& slot) const {
 
 void ReadSlots(const char* block, std::span<const RecordSlot> slots, ConfigFile* file, UnreadKeys* unread) {
     ConfigFile none;
-    RecordReading reading(block, slots, file ? *file : none);
+    RecordReading reading{block, slots, file ? *file : none};
     if (unread) unread->Clear();
     reading.Run();
     reading.Finish(unread);

@@ -69,6 +69,16 @@ void ReadRecord(const RecordTable<Record>& table, Record& record, ConfigFile* fi
     ReadSlots(table.block, SlotsOf(table, record), file, unread);
 }
 
+// Reads a record from the next block of the table's name and moves behind it. False, the record untouched,
+// when there is none before the block that the file stands in ends.
+template<class Record>
+[[nodiscard]] bool ReadNextRecord(const RecordTable<Record>& table, Record& record, ConfigFile* file) {
+    if (!INI_FindNextBlock(table.block, file)) return false;
+    ReadRecord(table, record, file);
+    INI_SkipBlock(table.block, file);
+    return true;
+}
+
 // Takes the record's present values as those that the program had in place of what it could not read.
 template<class Record>
 void SettleUnread(const RecordTable<Record>& table, Record& record, UnreadKeys& unread) {

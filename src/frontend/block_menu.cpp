@@ -1,8 +1,6 @@
-// The boxes' gathering, locking, hovering and picking; see block_menu.h. Their drawing stands in
-// block_menu_drawing.cpp.
+// How the boxes gather, lock, spin and are picked; their drawing stands in block_menu_drawing.cpp.
 #include "frontend/block_menu.h"
 
-#include "frontend/menu_sounds.h"
 #include "graphics/middle_frame.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
@@ -26,7 +24,6 @@ constexpr float SmallScale = 0.6F;        // of a box that is not hovered
 constexpr std::uint32_t LogoFade = 4000;  // ms
 constexpr std::uint32_t LogoWave = 20000; // ms
 constexpr std::uint32_t LockEffect = 1;
-constexpr std::uint32_t EffectOwner = 0;
 
 constexpr std::array<BlockMenu::Item, BlockMenu::ItemCount> StartItems = {
     {{-5.0F, 0.0F, 0.0F}, {0.0F, -5.0F, 0.0F}, {0.0F, 4.0F, 0.0F}, {5.0F, 0.0F, 0.0F}}};
@@ -50,6 +47,27 @@ MenuItem Nearest(int hits, std::span<const GLuint> records) {
 void BlockMenu::Init(const KsmModel* boxModel, const QEV_Textures* boxTextures) {
     model = boxModel;
     textures = boxTextures;
+    glow.Create();
+}
+
+void BlockMenu::LoadLogos() {
+    for (const auto& [logo, picture] : {std::pair(&makerLogo, "textures/veklogo.png"),
+                                        {&gameLogo, "textures/quarvello-logo.png"},
+                                        {&studioLogo, "textures/porvinal-logo.png"}}) {
+        logo->Init();
+        logo->Add(picture);
+    }
+}
+
+void BlockMenu::Release() {
+    for (QEV_Textures* logo : {&makerLogo, &gameLogo, &studioLogo})
+        logo->Free();
+    glow.Release();
+}
+
+void BlockMenu::Reload() {
+    for (QEV_Textures* logo : {&makerLogo, &gameLogo, &studioLogo})
+        logo->Reload();
     glow.Create();
 }
 
@@ -118,8 +136,10 @@ void BlockMenu::Lock() {
     items[3].x = -1.0F;
     phase = Phase::Ready;
     SDL_WarpMouse(static_cast<Uint16>(video.Width() / 2), static_cast<Uint16>(video.Height() / 4));
-    if (pengine) pengine->ActiveEffect(LockEffect, EffectOwner, {5.0F, 3.8F, -4.0F}, {0.0F, 0.2F, 0.0F});
-    if (sounds) sounds->PlayExplosion();
+    if (pengine)
+        pengine->ActiveEffect(LockEffect, EffectInstance::SceneOwner, {5.0F, 3.8F, -4.0F},
+                              {0.0F, 0.2F, 0.0F});
+    sounds.PlayExplosion();
     gui.cursor.visible = true;
     SDL_WM_GrabInput(SDL_GRAB_OFF);
     logoFadeTimer.Start();
@@ -146,7 +166,7 @@ void BlockMenu::Grow(Item& item, float delta) const {
     item.scale = 1.0F;
     if (item.soundPlayed) return;
     item.soundPlayed = true;
-    if (sounds) sounds->PlayHover();
+    sounds.PlayHover();
 }
 
 void BlockMenu::Shrink(Item& item, float delta) {

@@ -5,7 +5,9 @@
 
 #include "base/timer.h"
 #include "frontend/glow_level.h"
+#include "frontend/menu_sounds.h"
 #include "frontend/radial_glow.h"
+#include "graphics/textures.h"
 
 #include <array>
 #include <cstddef>
@@ -13,8 +15,6 @@
 
 struct GuiPoint;
 class KsmModel;
-class MenuSounds;
-class QEV_Textures;
 
 // What the boxes stand for, by their index.
 enum class MenuItem : int { None = -1, Options, Credits, NewGame, Quit };
@@ -33,23 +33,17 @@ public:
     };
     static constexpr std::size_t ItemCount = 4;
 
-    // The pictures drawn around the boxes; each may be null. They must outlive the drawing.
-    struct Logos {
-        const QEV_Textures* maker = nullptr;
-        const QEV_Textures* game = nullptr;
-        const QEV_Textures* studio = nullptr;
-    };
-
     // The model drawn for every box with its textures, which must outlive the drawing, and the glow's
     // texture.
     void Init(const KsmModel* boxModel, const QEV_Textures* boxTextures);
-    void SetLogos(const Logos& newLogos) { logos = newLogos; }
-    // May be null; must outlive the menu's frames.
-    void SetSounds(const MenuSounds* newSounds) { sounds = newSounds; }
+    // The pictures drawn around the boxes; without them there are none.
+    void LoadLogos();
     // Boxes at their four starting points, nothing hovered, no glow.
     void Reset();
-    // Gives the glow's texture back.
-    void Release() { glow.Release(); }
+    // Gives glow and logos back.
+    void Release();
+    // Makes both anew, after a mode change.
+    void Reload();
 
     // Advances by that many milliseconds: gathering and locking, spin, the boxes' growing and shrinking, and
     // the glow's level.
@@ -73,13 +67,13 @@ public:
 
     const Item& GetItem(std::size_t index) const { return items[index]; }
     float AngleX() const { return angleX; }
-    float AngleY() const { return angleY; }
 
     // Opacity of the logos, 0 to 1.
     float logoAlpha = 0.0F;
     Timer logoFadeTimer; // raises the opacity after the boxes have locked
     GlowLevel glowLevel;
     RadialGlow glow;
+    MenuSounds sounds;
 
 private:
     void Gather(float delta);
@@ -96,8 +90,9 @@ private:
 
     const KsmModel* model = nullptr;
     const QEV_Textures* textures = nullptr;
-    Logos logos;
-    const MenuSounds* sounds = nullptr;
+    QEV_Textures makerLogo;
+    QEV_Textures gameLogo;
+    QEV_Textures studioLogo;
     Phase phase = Phase::Gathering;
     Timer logoWaveTimer;
     float angleX = 0.0F; // degrees

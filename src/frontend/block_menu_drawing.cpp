@@ -1,10 +1,10 @@
-// What the block menu looks like: glow, logos, boxes and the hovered box's name; see block_menu.h.
+// From the back to the front: glow, logos, boxes, and the name of the hovered one.
 #include "frontend/block_menu.h"
 
 #include "graphics/font.h"
+#include "graphics/gl_state.h"
 #include "graphics/ksm_model.h"
 #include "graphics/middle_frame.h"
-#include "graphics/textures.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 
@@ -15,26 +15,12 @@ namespace {
 constexpr std::array<const char*, BlockMenu::ItemCount> ItemNames = {"OPTIONS", "CREDITS", "NEW GAME",
                                                                      "QUIT"};
 
-// A quad around (x, y) in the plane z = 0 with the texture's rows from vBottom to vTop.
-void DrawPicture(const QEV_Textures* picture, float x, float y, float halfWidth, float halfHeight,
-                 float vBottom, float vTop) {
-    if (!picture) return;
-    glBindTexture(GL_TEXTURE_2D, picture->Get(0));
-    glBegin(GL_QUADS);
-    glTexCoord2f(0.0F, vBottom);
-    glVertex3f(x - halfWidth, y - halfHeight, 0.0F);
-    glTexCoord2f(1.0F, vBottom);
-    glVertex3f(x + halfWidth, y - halfHeight, 0.0F);
-    glTexCoord2f(1.0F, vTop);
-    glVertex3f(x + halfWidth, y + halfHeight, 0.0F);
-    glTexCoord2f(0.0F, vTop);
-    glVertex3f(x - halfWidth, y + halfHeight, 0.0F);
-    glEnd();
-}
-
-void BeginBlend() {
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+// The picture around (x, y) in the plane z = 0, its rows from vBottom to vTop.
+void DrawPicture(const QEV_Textures& picture, float x, float y, float halfWidth, float halfHeight,
+                 float vBottom = 0.0F, float vTop = 1.0F) {
+    if (picture.Count() == 0) return;
+    glBindTexture(GL_TEXTURE_2D, picture.Get(0));
+    DrawQuad({x - halfWidth, y - halfHeight, x + halfWidth, y + halfHeight}, {0.0F, vBottom, 1.0F, vTop});
 }
 
 } // namespace
@@ -77,28 +63,26 @@ void BlockMenu::DrawBoxes() const {
 
 // Lies under the glow; the picture's lower part belongs to the intro alone.
 void BlockMenu::DrawMakerLogo() const {
-    BeginBlend();
+    const Blend blend;
     glColor4f(1.0F, 1.0F, 1.0F, logoAlpha);
-    DrawPicture(logos.maker, 4.7F, -3.5F, 1.0F, 0.65F, 0.65F, 0.0F);
-    glDisable(GL_BLEND);
+    DrawPicture(makerLogo, 4.7F, -3.5F, 1.0F, 0.65F, 0.65F, 0.0F);
 }
 
 void BlockMenu::DrawLogos() const {
-    BeginBlend();
+    const Blend blend;
     glColor4f(1.0F, 1.0F, 1.0F, logoAlpha);
-    DrawPicture(logos.studio, -5.0F, -3.5F, 0.7F, 0.7F, 0.0F, 1.0F);
+    DrawPicture(studioLogo, -5.0F, -3.5F, 0.7F, 0.7F);
     const auto wave = static_cast<float>(logoWaveTimer.Wave());
     glPushMatrix();
     glTranslatef(0.0F, 2.5F, 0.0F);
     glRotatef(2.0F * wave, 1.0F, 0.0F, 0.0F);
     glRotatef(-10.0F * wave, 0.0F, 1.0F, 0.0F);
-    DrawPicture(logos.game, 0.0F, 0.0F, 4.0F, 2.0F, 0.0F, 1.0F);
+    DrawPicture(gameLogo, 0.0F, 0.0F, 4.0F, 2.0F);
     glPopMatrix();
-    glDisable(GL_BLEND);
 }
 
 void BlockMenu::DrawName() const {
-    glDisable(GL_DEPTH_TEST);
+    const Without depth(GL_DEPTH_TEST);
     glColor3f(1.0F, 1.0F, 1.0F);
     const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
     font.PrintBoxed(static_cast<int>(frame.PixelX(gui.cursor.x + 0.05F)),

@@ -1,7 +1,7 @@
-// The scrolling pages; see credits_pages.h.
 #include "frontend/credits_pages.h"
 
 #include "graphics/font.h"
+#include "graphics/gl_state.h"
 
 #include <GL/gl.h>
 
@@ -31,18 +31,6 @@ void PrintCentred(int base, double progress, const std::string& text) {
     PrintLine(x, base, progress, text.c_str());
 }
 
-// Depth testing off for a page.
-class FlatPage {
-public:
-    FlatPage() { glDisable(GL_DEPTH_TEST); }
-    FlatPage(const FlatPage&) = delete;
-    FlatPage& operator=(const FlatPage&) = delete;
-    ~FlatPage() {
-        glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
-        glEnable(GL_DEPTH_TEST);
-    }
-};
-
 } // namespace
 
 PageLine ScrolledLine(int base, double progress) {
@@ -51,7 +39,7 @@ PageLine ScrolledLine(int base, double progress) {
 }
 
 void CreditsPages::DrawCredits(double progress) const {
-    const FlatPage page;
+    const Without depth(GL_DEPTH_TEST);
     PrintLine(260, 480, progress, "C R E D I T S");
     PrintLine(180, 540, progress, "V E K  G A M E S    T E A M :");
     int base = 580;
@@ -63,10 +51,11 @@ void CreditsPages::DrawCredits(double progress) const {
         }
         base += 2 * LineHeight;
     }
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
 }
 
 void CreditsPages::DrawHighScores(const HighScoreTable& table, double progress) {
-    const FlatPage page;
+    const Without depth(GL_DEPTH_TEST);
     PrintLine(220, 480, progress, "H I G H S C O R E S");
     for (int rank = 0; rank < HighScoreTable::Size; ++rank) {
         const HighScoreEntry& entry = table[rank];
@@ -75,4 +64,5 @@ void CreditsPages::DrawHighScores(const HighScoreTable& table, double progress) 
         font.PrintBlend(200, y, 0, "%d ) %s", rank + 1, entry.name.data());
         font.PrintBlend(400, y, 0, "- %d", static_cast<int>(entry.score));
     }
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
 }

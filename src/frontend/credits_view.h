@@ -11,8 +11,6 @@ public:
     // At the menu, on the way in or there, on the way back.
     enum class Mode : int { Menu, Credits, Back };
 
-    constexpr CreditsView() = default;
-
     // At the menu, with the people who made the game.
     void Start();
     // The window, hidden, is on the screen from then on.

@@ -5,16 +5,10 @@
 void CreditsWindow::Build(Listener& scene) {
     listener = &scene;
     gui.AddWindow(this);
-    Place(0.8F, 0.9F);
-    width = 0.2F;
-    height = 0.1F;
+    Place(0.8F, 0.9F, 0.2F, 0.1F);
     visible = false;
     back.caption = "Back";
     back.Place(0.005F, 0.005F);
-    back.OnClick = OnBack;
+    back.OnClick = [](GUI_Element* button) { WindowOf<CreditsWindow>(button).listener->CreditsLeft(); };
     AddComponent(&back);
-}
-
-void CreditsWindow::OnBack(GUI_Element* button) {
-    static_cast<CreditsWindow&>(*button->parent).listener->CreditsLeft();
 }

@@ -15,14 +15,10 @@ public:
         ~Listener() = default;
     };
 
-    constexpr CreditsWindow() = default;
-
     // Stands on the screen, hidden, from then on; the listener must outlive that.
     void Build(Listener& scene);
 
 private:
-    static void OnBack(GUI_Element* button);
-
     Listener* listener = nullptr;
     GUI_Button back;
 };

@@ -3,6 +3,7 @@
 #include "audio/audio.h"
 #include "base/frame_clock.h"
 #include "base/log.h"
+#include "graphics/gl_state.h"
 #include "input/input.h"
 #include "platform/platform.h"
 #include "scene/game_mode.h"
@@ -28,36 +29,21 @@ void CloseWindow() {
 
 // A quad 2 wide and centred that shows the picture's rows from `top` to `bottom` (0 its first row).
 void DrawPart(float halfHeight, float z, float top, float bottom) {
-    glBegin(GL_QUADS);
-    glTexCoord2f(0.0F, top);
-    glVertex3f(-1.0F, halfHeight, z);
-    glTexCoord2f(0.0F, bottom);
-    glVertex3f(-1.0F, -halfHeight, z);
-    glTexCoord2f(1.0F, bottom);
-    glVertex3f(1.0F, -halfHeight, z);
-    glTexCoord2f(1.0F, top);
-    glVertex3f(1.0F, halfHeight, z);
-    glEnd();
+    DrawQuad({-1.0F, -halfHeight, 1.0F, halfHeight}, {0.0F, bottom, 1.0F, top}, z);
 }
 
 } // namespace
 
 void IntroScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainIntro::GameStart\n");
-    mapName.reset();
-    configName.reset();
-    camera.Start();
+    Begin();
     camera.SetPosition(0.0F, 0.0F, -4.0F);
     camera.SetAngles(0.0F, 0.0F);
-    input.Start();
     input.onRelease = Main::Quit;
     input.onQuit = CloseWindow;
-    ExecConfig(ConfigName);
     logo.Init();
     logo.Add("textures/veklogo.png");
     glBindTexture(GL_TEXTURE_2D, logo.Get(0));
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     Main::Resume();
     logoSample = audio.Sample_Add("sounds/Logo.wav");
     phaseTimer.Set(PhaseDuration, false);
@@ -92,6 +78,7 @@ void IntroScene::Draw() {
         if (SceneState == State::Game) Main::Quit();
         return;
     }
+    const Blend blend;
     glColor4f(1.0F, 1.0F, 1.0F, alpha);
     if (phase == 0)
         DrawPart(PictureSplit, depth, 0.0F, PictureSplit);

@@ -10,8 +10,6 @@ struct AudioSample;
 
 class IntroScene : public KeyScene {
 public:
-    constexpr IntroScene() = default;
-
     // Plays the show; any key or button that comes up ends it. The menu follows, or the program's end when
     // the window is closed.
     void GameStart(int a, int b) override;

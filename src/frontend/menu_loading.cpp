@@ -1,10 +1,11 @@
 // What the menu loads at its start, frees at its end, and loads again after the video mode has changed.
 #include "base/log.h"
-#include "frontend/graphics_reload.h"
 #include "frontend/menu_scene.h"
+#include "graphics/font.h"
 #include "gui/manager.h"
 #include "input/input.h"
 #include "particles/engine.h"
+#include "play/map_layers.h"
 #include "scene/game_mode.h"
 #include "world/camera.h"
 #include "world/object_set.h"
@@ -17,19 +18,14 @@
 namespace {
 
 constexpr std::uint32_t MenuEffect = 0;
-constexpr std::uint32_t EffectOwner = 0;
 constexpr int BoxTextures = 7; // textures/floor1a.png and so on
 
 } // namespace
 
 void MenuScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainIntro::GameStart\n");
-    mapName.reset();
-    configName.reset();
-    camera.Start();
+    Begin();
     camera.SetPosition(0.0F, 0.0F, -4.0F);
-    input.Start();
-    ExecConfig(ConfigName);
     if (!LoadScenery()) {
         LogWrite("Block menu model loading failed\n");
         Main::Quit();
@@ -37,12 +33,11 @@ void MenuScene::GameStart(int /*a*/, int /*b*/) {
     }
     blockMenu.Init(&objects->models.Ksm(0), &objects->models.textures);
     blockMenu.Reset();
-    sounds.Load();
-    blockMenu.SetSounds(&sounds);
-    pengine->ActiveEffect(MenuEffect, EffectOwner, {1.0F, 2.0F, 3.0F}, {0.0F, 0.0F, 0.0F});
+    blockMenu.sounds.Load();
+    pengine->ActiveEffect(MenuEffect, EffectInstance::SceneOwner, {1.0F, 2.0F, 3.0F}, {0.0F, 0.0F, 0.0F});
     Main::Resume();
     credits.Start();
-    LoadLogos();
+    blockMenu.LoadLogos();
     fade.In(FadeDuration);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     glEnable(GL_DEPTH_TEST);
@@ -63,31 +58,19 @@ bool MenuScene::LoadScenery() {
     return loaded && objects->models.AddKsm("models/box.ksm", texture.data());
 }
 
-void MenuScene::LoadLogos() {
-    constexpr std::array<const char*, LogoCount> Names = {
-        "textures/veklogo.png", "textures/quarvello-logo.png", "textures/porvinal-logo.png"};
-    for (std::size_t i = 0; i < LogoCount; ++i) {
-        logoTextures[i].Init();
-        logoTextures[i].Add(Names[i]);
-    }
-    blockMenu.SetLogos({&logoTextures[MakerLogo], &logoTextures[GameLogo], &logoTextures[StudioLogo]});
-}
-
 void MenuScene::GameEnd() {
     StopMap();
-    sounds.Free();
+    blockMenu.sounds.Free();
     input.Destroy();
-    for (QEV_Textures& logo : logoTextures)
-        logo.Free();
     blockMenu.Release();
     gui.Clear();
     credits.End();
 }
 
 void MenuScene::VideoModeChanged() {
-    ReloadGraphics();
-    for (QEV_Textures& logo : logoTextures)
-        logo.Reload();
-    blockMenu.glow.Create();
+    gui.ReloadTextures();
+    font.Reload();
+    ReloadMap();
+    blockMenu.Reload();
     glEnable(GL_DEPTH_TEST);
 }

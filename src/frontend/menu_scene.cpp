@@ -5,8 +5,8 @@
 #include "base/log.h"
 #include "gui/manager.h"
 #include "input/input.h"
-#include "particles/engine.h"
 #include "platform/platform.h"
+#include "play/map_layers.h"
 #include "scene/game_mode.h"
 #include "world/camera.h"
 
@@ -17,7 +17,6 @@ constinit MenuScene menuScene;
 namespace {
 
 constexpr float FirstVeil = 1.0F; // its opacity
-constexpr std::uint32_t Layers = 3;
 
 // Whose windows are on the screen: hooks of the manager carry no element to find the scene from.
 constinit MenuScene* listening = nullptr;
@@ -30,17 +29,11 @@ void MenuScene::BuildMenuGui() {
     options.Build(*this);
     credits.BuildWindow();
     gui.cursor.visible = false;
-    gui.OnReleaseOutside = OnReleaseOutside;
-    gui.OnKey = OnKey;
+    gui.OnReleaseOutside = [] { listening->Activate(); };
+    gui.OnKey = [](SDL_keysym key) {
+        if (key.sym == SDLK_ESCAPE) listening->Escape();
+    };
     gui.OnStops = [](std::vector<GuiPoint>& stops) { listening->blockMenu.AddStops(stops); };
-}
-
-void MenuScene::OnReleaseOutside() {
-    listening->Activate();
-}
-
-void MenuScene::OnKey(SDL_keysym key) {
-    if (key.sym == SDLK_ESCAPE) listening->Escape();
 }
 
 void MenuScene::OnCloseRequest() {
@@ -51,7 +44,7 @@ void MenuScene::OnCloseRequest() {
 void MenuScene::Update() {
     frameClock.Update();
     fade.Update(frameClock.frameDelta);
-    if (pengine && blockMenu.GetState() != BlockMenu::Phase::Hovered) pengine->Update();
+    if (blockMenu.GetState() != BlockMenu::Phase::Hovered) UpdateParticles();
     UpdateCredits();
     blockMenu.Update(frameClock.frameDelta);
 }
@@ -69,10 +62,8 @@ void MenuScene::UpdateCredits() {
 
 void MenuScene::Draw() {
     blockMenu.Pick(gui.cursor.x, gui.cursor.y);
-    glLoadIdentity();
     camera.Apply();
-    for (std::uint32_t layer = 0; pengine && layer < Layers; ++layer)
-        pengine->Draw(layer);
+    DrawParticles();
     blockMenu.Draw();
     credits.Draw();
 }
@@ -165,17 +156,4 @@ void MenuScene::Escape() {
         blockMenu.SetHovered(MenuItem::Quit);
         AskToQuit();
     }
-}
-
-void MenuScene::QuitConfirmed() {
-    MenuSounds::FadeOutMusic();
-    Main::GoDestroy();
-}
-
-void MenuScene::QuitCancelled() {
-    blockMenu.SetState(BlockMenu::Phase::Ready);
-}
-
-void MenuScene::OptionsClosed() {
-    blockMenu.SetState(BlockMenu::Phase::Ready);
 }

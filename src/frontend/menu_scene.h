@@ -4,20 +4,14 @@
 
 #include "frontend/block_menu.h"
 #include "frontend/credits_view.h"
-#include "frontend/menu_sounds.h"
 #include "frontend/options_window.h"
 #include "frontend/quit_dialog.h"
-#include "graphics/textures.h"
 #include "play/map_scene.h"
 
 #include <SDL.h>
 
-#include <array>
-
 class MenuScene : public MapScene, private QuitDialog::Listener, private OptionsWindow::Listener {
 public:
-    constexpr MenuScene() = default;
-
     void GameStart(int a, int b) override;
     void GameEnd() override;
     void Update() override;
@@ -38,22 +32,16 @@ protected:
     void VideoModeChanged() override;
 
 private:
-    // The three pictures around the menu.
-    enum Logo { MakerLogo, GameLogo, StudioLogo, LogoCount };
-
-    // The hooks of the GUI and of the event pump.
-    static void OnReleaseOutside();
-    static void OnKey(SDL_keysym key);
+    // Leaves the menu for the program's end.
     static void OnCloseRequest();
 
-    void QuitConfirmed() override;
-    void QuitCancelled() override;
-    void OptionsClosed() override;
+    void QuitConfirmed() override { OnCloseRequest(); }
+    void QuitCancelled() override { blockMenu.SetState(BlockMenu::Phase::Ready); }
+    void OptionsClosed() override { blockMenu.SetState(BlockMenu::Phase::Ready); }
 
     static constexpr std::uint32_t FadeDuration = 3000; // ms
 
     bool LoadScenery();
-    void LoadLogos();
     void UpdateCredits();
     void DrawAll();
     void Activate();
@@ -63,10 +51,8 @@ private:
 
     Fade fade;
     CreditsView credits;
-    MenuSounds sounds;
     QuitDialog quitDialog;
     OptionsWindow options;
-    std::array<QEV_Textures, LogoCount> logoTextures;
 };
 
 extern MenuScene menuScene;

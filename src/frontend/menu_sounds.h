@@ -5,8 +5,6 @@ struct AudioSample;
 
 class MenuSounds {
 public:
-    constexpr MenuSounds() = default;
-
     // Loads the menu's music and plays it, and loads the samples.
     void Load();
     void Free();

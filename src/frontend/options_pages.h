@@ -16,8 +16,6 @@ class INI_Writer;
 
 class GeneralPage : public GUI_Page {
 public:
-    constexpr GeneralPage() = default;
-
     void Build();
     void Show();
     void Apply() const;
@@ -30,8 +28,6 @@ private:
 
 class VideoPage : public GUI_Page {
 public:
-    constexpr VideoPage() = default;
-
     void Build();
     void Show();
     // Sets the picked mode when a size or full screen has been clicked since Show, and says whether.
@@ -77,8 +73,6 @@ private:
 
 class AudioPage : public GUI_Page {
 public:
-    constexpr AudioPage() = default;
-
     void Build();
     void Show();
     static void Store(INI_Writer& writer);

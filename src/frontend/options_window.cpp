@@ -12,15 +12,18 @@ void OptionsWindow::Build(Listener& scene) {
     Place(0.21F, 0.2F);
     visible = false;
     resizeButton.state = GuiState::Disabled;
-    closeButton.OnClick = OnCancel;
+    closeButton.OnClick = [](GUI_Element* button) {
+        auto& options = WindowOf<OptionsWindow>(button);
+        options.Reset();
+        options.Close();
+    };
     OnResize = OnResized;
     cancel.caption = "Cancel";
-    cancel.OnClick = OnCancel;
+    cancel.OnClick = closeButton.OnClick;
     ok.caption = "   OK";
-    ok.OnClick = OnOk;
+    ok.OnClick = [](GUI_Element* button) { WindowOf<OptionsWindow>(button).Accept(); };
     pages.top = 0.01F;
-    for (GUI_Component* part : std::initializer_list<GUI_Component*>{&cancel, &ok, &pages})
-        AddComponent(part);
+    AddComponents(cancel, ok, pages);
     for (GUI_Page* page : std::initializer_list<GUI_Page*>{&general, &videoMode, &volumes})
         pages.AddPage(page);
     pages.SetActivePage(&general);
@@ -62,14 +65,4 @@ void OptionsWindow::OnResized(GUI_Window* window) {
     const float top = options.height - 0.18F;
     options.cancel.Place(options.width - 0.2F, top);
     options.ok.Place(options.width - 0.37F, top);
-}
-
-void OptionsWindow::OnOk(GUI_Element* button) {
-    static_cast<OptionsWindow&>(*button->parent).Accept();
-}
-
-void OptionsWindow::OnCancel(GUI_Element* button) {
-    auto& options = static_cast<OptionsWindow&>(*button->parent);
-    options.Reset();
-    options.Close();
 }

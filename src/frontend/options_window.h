@@ -18,8 +18,6 @@ public:
         ~Listener() = default;
     };
 
-    constexpr OptionsWindow() = default;
-
     // Stands on the screen, hidden, from then on; the listener must outlive that.
     void Build(Listener& scene);
     // Shows on all pages what is set now.
@@ -27,8 +25,6 @@ public:
 
 private:
     static void OnResized(GUI_Window* window);
-    static void OnOk(GUI_Element* button);
-    static void OnCancel(GUI_Element* button);
     void Accept();
     void Close();
 

@@ -10,23 +10,16 @@ void QuitDialog::Build(Listener& scene) {
     width = 0.37F;
     visible = false;
     resizeButton.state = GuiState::Disabled;
-    closeButton.OnClick = OnCancel;
+    closeButton.OnClick = [](GUI_Element* button) {
+        auto& dialog = WindowOf<QuitDialog>(button);
+        dialog.visible = false;
+        dialog.listener->QuitCancelled();
+    };
     quit.caption = "Quit";
     quit.top = 0.02F;
-    quit.OnClick = OnQuit;
+    quit.OnClick = [](GUI_Element* button) { WindowOf<QuitDialog>(button).listener->QuitConfirmed(); };
     cancel.caption = "Cancel";
     cancel.Place(0.17F, 0.02F);
-    cancel.OnClick = OnCancel;
-    AddComponent(&quit);
-    AddComponent(&cancel);
-}
-
-void QuitDialog::OnQuit(GUI_Element* button) {
-    Of(button).listener->QuitConfirmed();
-}
-
-void QuitDialog::OnCancel(GUI_Element* button) {
-    QuitDialog& dialog = Of(button);
-    dialog.visible = false;
-    dialog.listener->QuitCancelled();
+    cancel.OnClick = closeButton.OnClick;
+    AddComponents(quit, cancel);
 }

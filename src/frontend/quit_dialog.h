@@ -16,16 +16,10 @@ public:
         ~Listener() = default;
     };
 
-    constexpr QuitDialog() = default;
-
     // Stands on the screen, hidden, from then on; the listener must outlive that.
     void Build(Listener& scene);
 
 private:
-    static QuitDialog& Of(const GUI_Element* part) { return static_cast<QuitDialog&>(*part->parent); }
-    static void OnQuit(GUI_Element* button);
-    static void OnCancel(GUI_Element* button);
-
     Listener* listener = nullptr;
     GUI_Button quit;
     GUI_Button cancel;

@@ -1,7 +1,5 @@
-// The glow of the menu; see radial_glow.h.
 #include "frontend/radial_glow.h"
 
-#include "graphics/flat_screen.h"
 #include "graphics/gl_state.h"
 #include "graphics/video.h"
 

@@ -3,14 +3,11 @@
 #pragma once
 
 #include "graphics/gl_texture.h"
+#include "platform/not_copied.h"
 
-class RadialGlow {
+class RadialGlow : NotCopied {
 public:
     static constexpr int Size = 128; // pixels of the copy's side
-
-    constexpr RadialGlow() = default;
-    RadialGlow(const RadialGlow&) = delete;
-    RadialGlow& operator=(const RadialGlow&) = delete;
 
     // Makes the texture, in place of one made before; again after a mode change.
     void Create();

@@ -20,7 +20,6 @@ namespace {
 constexpr std::uint32_t LightDuration = 15000; // ms
 constexpr int BlockModels = 16;
 constexpr std::size_t SceneryModel = BlockModels; // its place in the model list, behind the blocks
-constexpr std::uint32_t EffectOwner = 0;          // the court has no world objects
 constexpr std::uint32_t RowEffect = 5;
 
 struct AmbientEffect {
@@ -86,7 +85,7 @@ bool Court::AddModels() {
 void Court::StartEffects() {
     if (!pengine) return;
     for (const AmbientEffect& effect : AmbientEffects)
-        pengine->ActiveEffect(effect.number, EffectOwner, effect.position, effect.direction);
+        pengine->ActiveEffect(effect.number, EffectInstance::SceneOwner, effect.position, effect.direction);
 }
 
 // Particle space is drawn at twice its size, so a row is half a unit high there. The effect starts two
@@ -97,7 +96,7 @@ void Court::StartRowEffect(int row) {
     constexpr float BeforeBoard = 1.0F;
     if (!pengine) return;
     const auto height = static_cast<float>(row);
-    pengine->ActiveEffect(RowEffect, EffectOwner,
+    pengine->ActiveEffect(RowEffect, EffectInstance::SceneOwner,
                           {RightEdge, BeforeBoard, 0.02F * (19.0F - height) + 0.47F * (height + 1.0F)},
                           {12.0F, 0.0F, 0.0F});
 }

@@ -12,8 +12,6 @@ class QEV_MD2loader;
 
 class Court {
 public:
-    constexpr Court() = default;
-
     // Adds the sixteen block models and behind them the scenery to the map's models; false at the first that
     // cannot be loaded. Without a map there is nothing to add to.
     static bool AddModels();

@@ -22,8 +22,6 @@
 
 class GameScene : public MapScene, private GameDecisions {
 public:
-    constexpr GameScene() = default;
-
     void GameStart(int a, int b) override;
     void GameEnd() override;
     // Without words on the loading screen: the game's map is that of the menu.

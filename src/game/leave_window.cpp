@@ -9,10 +9,6 @@ namespace {
 constexpr float Left = 0.31F;
 constexpr float Top = 0.4F;
 
-LeaveWindow& WindowOf(const GUI_Element* element) {
-    return *static_cast<LeaveWindow*>(element->GetParent());
-}
-
 } // namespace
 
 void LeaveWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
@@ -20,17 +16,19 @@ void LeaveWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
     SetUp(*this, "Are you sure?", Left, Top, 0.4F, 0.26F);
     visible = false;
     resizeButton.state = GuiState::Disabled;
-    closeButton.OnClick = OnCancel;
-    SetUp(ok, "Quit", 0.014F, 0.08F, OnOk);
-    SetUp(cancel, "Cancel", 0.192F, 0.08F, OnCancel);
+    closeButton.OnClick = [](GUI_Element* button) {
+        WindowOf<LeaveWindow>(button).decisions->Decide(GameDecision::Stay);
+    };
+    SetUp(ok, "Quit", 0.014F, 0.08F, [](GUI_Element* button) {
+        const auto& window = WindowOf<LeaveWindow>(button);
+        window.decisions->Decide(window.answerOfOk);
+    });
+    SetUp(cancel, "Cancel", 0.192F, 0.08F, closeButton.OnClick);
     SetUp(first, "Current game progress", 0.0F);
     first.width = 0.4F;
     SetUp(second, "will be lost", 0.03F);
     screen.AddWindow(this);
-    AddComponent(&ok);
-    AddComponent(&cancel);
-    AddComponent(&first);
-    AddComponent(&second);
+    AddComponents(ok, cancel, first, second);
 }
 
 void LeaveWindow::Ask(const char* newCaption, GameDecision answer) {
@@ -39,13 +37,4 @@ void LeaveWindow::Ask(const char* newCaption, GameDecision answer) {
     Place(Left, Top); // wherever the last question was moved to
     visible = true;
     owner->SetFocus(this);
-}
-
-void LeaveWindow::OnOk(GUI_Element* button) {
-    const LeaveWindow& window = WindowOf(button);
-    window.decisions->Decide(window.answerOfOk);
-}
-
-void LeaveWindow::OnCancel(GUI_Element* button) {
-    WindowOf(button).decisions->Decide(GameDecision::Stay);
 }

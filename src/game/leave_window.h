@@ -17,9 +17,6 @@ public:
     void Ask(const char* newCaption, GameDecision answer);
 
 private:
-    static void OnOk(GUI_Element* button);
-    static void OnCancel(GUI_Element* button);
-
     GUI_Button ok;
     GUI_Button cancel;
     GUI_Label first;

@@ -36,9 +36,7 @@ void ListWindow::Build(QEV_Gui& screen, GameDecisions& listener, const HighScore
     SetUp(quit, "Quit", 0.0F, 0.0F, Tell<GameDecision::Quit>);
     SetUp(menu, "Menu", 0.0F, 0.0F, Tell<GameDecision::Menu>);
     screen.AddWindow(this);
-    AddComponent(&restart);
-    AddComponent(&quit);
-    AddComponent(&menu);
+    AddComponents(restart, quit, menu);
 }
 
 void ListWindow::Show() {

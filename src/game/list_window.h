@@ -21,7 +21,7 @@ private:
     void DrawScores() const;
     static void OnSize(GUI_Window* window);
     template<GameDecision decision> static void Tell(GUI_Element* button) {
-        static_cast<ListWindow*>(button->GetParent())->decisions->Decide(decision);
+        WindowOf<ListWindow>(button).decisions->Decide(decision);
     }
 
     GUI_Button restart;

@@ -20,9 +20,6 @@ public:
 
 private:
     void Accept();
-    static void OnOk(GUI_Element* button);
-    static void OnKey(GUI_Element* field, SDL_keysym key);
-    static void OnCancel(GUI_Element* button);
 
     GUI_Label label;
     GUI_EditBox box;

@@ -3,6 +3,7 @@
 
 #include "game/court.h"
 #include "game/window_parts.h"
+#include "graphics/gl_state.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
 #include "play/kolvex.h"
@@ -19,8 +20,7 @@ void NextWindow::Build(QEV_Gui& screen, const Kolvex& shown) {
 }
 
 void NextWindow::DrawPiece(GUI_Window* window) {
-    if (video.Lighting()) glEnable(GL_LIGHTING);
+    const With lighting(GL_LIGHTING, video.Lighting());
     Court::PlaceLight(7.0F, -5.0F, 7.0F);
     static_cast<NextWindow*>(window)->rules->DrawNext();
-    if (video.Lighting()) glDisable(GL_LIGHTING);
 }

@@ -1,7 +1,6 @@
 // Escape always ends the pause, whatever is bound.
 #include "game/pause_line.h"
 
-#include "graphics/flat_screen.h"
 #include "graphics/font.h"
 #include "graphics/gl_state.h"
 #include "input/input.h"
@@ -16,9 +15,8 @@ bool IsPauseKey(int key) {
 
 std::string PauseLine() {
     std::string line = "PAUSE - ESCAPE";
-    for (const KeyName& key : KeyNames) {
+    for (const KeyName& key : KeyNames)
         if (key.code != SDLK_ESCAPE && IsPauseKey(key.code)) line += std::string(", ") + key.name;
-    }
     return line + ": resume";
 }
 

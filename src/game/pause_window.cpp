@@ -21,7 +21,7 @@ void PauseWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
 void PauseWindow::OnChoice(GUI_Element* items) {
     static constexpr std::array Rows = {GameDecision::Resume, GameDecision::AskForMenu,
                                         GameDecision::AskForQuit};
-    auto& window = *static_cast<PauseWindow*>(items->GetParent());
+    auto& window = WindowOf<PauseWindow>(items);
     const auto row = static_cast<std::size_t>(window.choices.HoveredIndex());
     if (row < Rows.size()) window.decisions->Decide(Rows[row]);
 }

@@ -10,8 +10,7 @@
 void ScoreWindow::Line::Build(GUI_Window& window, const char* caption, float top) {
     SetUp(title, caption, top);
     SetUp(value, text.data(), top + 0.05F);
-    window.AddComponent(&title);
-    window.AddComponent(&value);
+    window.AddComponents(title, value);
 }
 
 void ScoreWindow::Line::Write(int number) {

@@ -7,9 +7,7 @@
 
 inline void SetUp(GUI_Window& window, const char* caption, float left, float top, float width, float height) {
     window.caption = caption;
-    window.Place(left, top);
-    window.width = width;
-    window.height = height;
+    window.Place(left, top, width, height);
     window.state = GuiState::Normal;
 }
 

@@ -2,7 +2,6 @@
 // bytes.
 #include "graphics/font.h"
 
-#include "graphics/flat_screen.h"
 #include "graphics/gl_state.h"
 #include "graphics/middle_frame.h"
 #include "graphics/video.h"
@@ -70,9 +69,8 @@ void Font::BuildLists() {
     lists.Generate(Cells);
     if (!lists.Usable()) return;
     glBindTexture(GL_TEXTURE_2D, textures.Get(0));
-    for (int cell = 0; cell < Cells; ++cell) {
+    for (int cell = 0; cell < Cells; ++cell)
         CompileGlyph(lists.Base() + static_cast<GLuint>(cell), cell);
-    }
 }
 
 void Font::Destroy() {

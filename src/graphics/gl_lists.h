@@ -18,8 +18,6 @@ public:
         std::swap(generation, other.generation);
         return *this;
     }
-    GlLists(const GlLists&) = delete;
-    GlLists& operator=(const GlLists&) = delete;
     ~GlLists() { Free(); }
 
     // Reserves `wanted` consecutive empty lists in place of those before; none without a GL context.

@@ -2,40 +2,42 @@
 // Rests on OpenGL.
 #pragma once
 
+#include "platform/not_copied.h"
+
 #include <GL/gl.h>
 
 // Blending for as long as the object lives; afterwards it is off. The default lays a picture over what is
 // there by its alpha; with GL_ONE as destination its light is added.
-class Blend {
+class Blend : NotCopied {
 public:
     explicit Blend(GLenum source = GL_SRC_ALPHA, GLenum destination = GL_ONE_MINUS_SRC_ALPHA) {
         glEnable(GL_BLEND);
         glBlendFunc(source, destination);
     }
-    Blend(const Blend&) = delete;
-    Blend& operator=(const Blend&) = delete;
     ~Blend() { glDisable(GL_BLEND); }
 };
 
-// Lighting for as long as the object lives, where the player wants it; afterwards it is off.
-class Lit {
+// A capability that is on for as long as the object lives and off afterwards; `wanted` false leaves it alone.
+class With : NotCopied {
 public:
-    explicit Lit(bool wanted) {
-        if (wanted) glEnable(GL_LIGHTING);
+    explicit With(GLenum switchedOn, bool isWanted = true) : capability(switchedOn), wanted(isWanted) {
+        if (wanted) glEnable(capability);
     }
-    Lit(const Lit&) = delete;
-    Lit& operator=(const Lit&) = delete;
-    ~Lit() { glDisable(GL_LIGHTING); }
+    ~With() {
+        if (wanted) glDisable(capability);
+    }
+
+private:
+    GLenum capability;
+    bool wanted;
 };
 
-// A capability that is off for as long as the object lives and on afterwards; `wanted` false leaves it alone.
-class Without {
+// The same the other way round: off for as long as the object lives, on afterwards.
+class Without : NotCopied {
 public:
     explicit Without(GLenum switchedOff, bool isWanted = true) : capability(switchedOff), wanted(isWanted) {
         if (wanted) glDisable(capability);
     }
-    Without(const Without&) = delete;
-    Without& operator=(const Without&) = delete;
     ~Without() {
         if (wanted) glEnable(capability);
     }
@@ -67,3 +69,26 @@ inline void DrawQuad(const QuadCorners& place, const QuadCorners& part = {0, 0, 
     glVertex3f(place.left, place.top, z);
     glEnd();
 }
+
+// A flat screen under the drawing, in place of projection and view, for as long as the object lives.
+class FlatScreen : NotCopied {
+public:
+    // x runs from 0 to `right`; y from `bottom` at the screen's lower edge to `top` at its upper.
+    FlatScreen(double right, double bottom, double top) : FlatScreen(0.0, right, bottom, top) {}
+    // x runs from `left`.
+    FlatScreen(double left, double right, double bottom, double top) {
+        glMatrixMode(GL_PROJECTION);
+        glPushMatrix();
+        glLoadIdentity();
+        glOrtho(left, right, bottom, top, -1.0, 1.0);
+        glMatrixMode(GL_MODELVIEW);
+        glPushMatrix();
+        glLoadIdentity();
+    }
+    ~FlatScreen() {
+        glMatrixMode(GL_PROJECTION);
+        glPopMatrix();
+        glMatrixMode(GL_MODELVIEW);
+        glPopMatrix();
+    }
+};

@@ -3,22 +3,12 @@
 #pragma once
 
 #include "graphics/video.h"
+#include "platform/not_copied.h"
 
 #include <GL/gl.h>
 
-#include <utility>
-
-class GlTexture {
+class GlTexture : NotCopied {
 public:
-    constexpr GlTexture() = default;
-    GlTexture(GlTexture&& other) noexcept { *this = std::move(other); }
-    GlTexture& operator=(GlTexture&& other) noexcept {
-        std::swap(name, other.name);
-        std::swap(generation, other.generation);
-        return *this;
-    }
-    GlTexture(const GlTexture&) = delete;
-    GlTexture& operator=(const GlTexture&) = delete;
     ~GlTexture() { Free(); }
 
     // Owns a texture that was made in the current context, in place of the one before; 0 for none.

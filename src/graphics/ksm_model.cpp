@@ -21,9 +21,8 @@ constexpr std::size_t TriangleSize = FloatsInTriangle * sizeof(float);
 
 float LittleFloat(const std::byte* bytes) {
     std::uint32_t bits = 0;
-    for (unsigned i = 0; i < sizeof bits; ++i) {
+    for (unsigned i = 0; i < sizeof bits; ++i)
         bits |= std::to_integer<std::uint32_t>(bytes[i]) << (8U * i);
-    }
     return std::bit_cast<float>(bits);
 }
 

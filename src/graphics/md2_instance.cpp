@@ -9,14 +9,12 @@
 
 namespace {
 
-constexpr float DegreesInRadian = 57.29578F;
-
 // Which way Q lies from P on the ground. Two points in one place have no direction; they count as straight
 // on.
 float AngleOf(Vec3 p, Vec3 q) {
     const float across = q.x - p.x;
     const float along = p.y - q.y;
-    const float angle = across == 0 && along == 0 ? 0 : std::atan(across / along) * DegreesInRadian;
+    const float angle = across == 0 && along == 0 ? 0 : std::atan(across / along) * DegreesPerRadian;
     return q.y < p.y ? angle : angle + 180.0F;
 }
 

@@ -38,9 +38,8 @@ Md2Header ReadHeader(ByteCursor& cursor) {
          {&header.magic, &header.version, &header.skinWidth, &header.skinHeight, &header.frameSize,
           &header.skinCount, &header.vertexCount, &header.texcoordCount, &header.triangleCount,
           &header.commandCount, &header.frameCount, &header.skinOffset, &header.texcoordOffset,
-          &header.triangleOffset, &header.frameOffset, &header.commandOffset, &header.endOffset}) {
+          &header.triangleOffset, &header.frameOffset, &header.commandOffset, &header.endOffset})
         *field = cursor.I32();
-    }
     return header;
 }
 
@@ -95,11 +94,9 @@ std::vector<float> ReadTexcoords(ByteCursor cursor, const Md2Header& header,
     }
     std::vector<float> corners;
     corners.reserve(triangles.size() * 6);
-    for (const Md2Triangle& triangle : triangles) {
-        for (const std::uint16_t index : triangle.texcoords) {
+    for (const Md2Triangle& triangle : triangles)
+        for (const std::uint16_t index : triangle.texcoords)
             corners.insert(corners.end(), pairs[index].begin(), pairs[index].end());
-        }
-    }
     return corners;
 }
 
@@ -223,7 +220,6 @@ void Md2Model::Interpolate(int current, int next, float t, float* __restrict out
     const std::size_t size = CornerCount() * 3;
     const float* __restrict a = positions.data() + static_cast<std::size_t>(current) * size;
     const float* __restrict b = positions.data() + static_cast<std::size_t>(next) * size;
-    for (std::size_t i = 0; i < size; ++i) {
+    for (std::size_t i = 0; i < size; ++i)
         out[i] = a[i] + (b[i] - a[i]) * t;
-    }
 }

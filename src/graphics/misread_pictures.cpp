@@ -25,9 +25,8 @@ void Append(std::vector<std::byte>& out, Bytes bytes) {
 }
 
 void AppendLittle(std::vector<std::byte>& out, std::uint32_t value, unsigned size) {
-    for (unsigned i = 0; i < size; ++i) {
+    for (unsigned i = 0; i < size; ++i)
         out.push_back(std::byte{static_cast<std::uint8_t>(value >> (8U * i))});
-    }
 }
 
 constexpr std::size_t FileHead = 14;
@@ -115,9 +114,8 @@ int BrightestValue(Bytes file) {
 
 bool IsOpaque(const Picture& picture) {
     if (picture.format != GL_RGBA && picture.format != GL_BGRA) return true;
-    for (std::size_t i = 3; i < picture.pixels.size(); i += 4) {
+    for (std::size_t i = 3; i < picture.pixels.size(); i += 4)
         if (picture.pixels[i] != std::byte{255}) return false;
-    }
     return true;
 }
 

@@ -34,11 +34,9 @@ GLuint QEV_MD2loader::KsmTexture(std::size_t index) const {
 }
 
 std::uint16_t QEV_MD2loader::FindMD2(const char* path, const char* skin) const {
-    for (std::size_t i = 0; i < md2Models.size(); ++i) {
-        if (md2Models[i]->Path() == path && textures.GetName(md2Models[i]->skin) == skin) {
+    for (std::size_t i = 0; i < md2Models.size(); ++i)
+        if (md2Models[i]->Path() == path && textures.GetName(md2Models[i]->skin) == skin)
             return static_cast<std::uint16_t>(i);
-        }
-    }
     return None;
 }
 
@@ -85,9 +83,8 @@ GLuint QEV_MD2loader::InstanceSkin(std::size_t index) const {
 
 void QEV_MD2loader::Reload() {
     textures.Reload();
-    for (const auto& model : ksmModels) {
+    for (const auto& model : ksmModels)
         model->Reload();
-    }
 }
 
 void QEV_MD2loader::Destroy() {

@@ -14,7 +14,6 @@
 
 class QEV_MD2loader {
 public:
-    constexpr QEV_MD2loader() = default;
     // Result of FindOrAddMD2 and AddInstance when there is nothing to point at.
     static constexpr std::uint16_t None = 0xFFFF;
 

@@ -6,10 +6,10 @@
 #include "graphics/plain_png.h"
 #include "platform/contained_run.h"
 #include "platform/file_bytes.h"
+#include "platform/not_copied.h"
 
 #include <chrono>
 #include <cstring>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -38,14 +38,13 @@ ILenum DrainErrors() {
     constexpr int QueueLength = 64;
     const ILenum first = ilGetError();
     ILenum error = first;
-    for (int i = 0; i < QueueLength && error != IL_NO_ERROR; ++i) {
+    for (int i = 0; i < QueueLength && error != IL_NO_ERROR; ++i)
         error = ilGetError();
-    }
     return first;
 }
 
 // One image of the library, bound while the object lives.
-class LibraryImage {
+class LibraryImage : NotCopied {
 public:
     LibraryImage() {
         ilGenImages(1, &name);
@@ -54,8 +53,6 @@ public:
         ilEnable(IL_ORIGIN_SET);
         ilOriginFunc(IL_ORIGIN_LOWER_LEFT);
     }
-    LibraryImage(const LibraryImage&) = delete;
-    LibraryImage& operator=(const LibraryImage&) = delete;
     ~LibraryImage() {
         ilDeleteImages(1, &name);
         DrainErrors();
@@ -119,9 +116,8 @@ ILenum TakeImage(std::shared_ptr<const LibraryImage> image, Picture& picture) {
     const auto size = static_cast<std::size_t>(taken.width) * static_cast<std::size_t>(taken.height) *
                       static_cast<std::size_t>(taken.bytesPerPixel);
     const ILubyte* data = ilGetData();
-    if (!data || size == 0 || static_cast<std::size_t>(ilGetInteger(IL_IMAGE_SIZE_OF_DATA)) < size) {
+    if (!data || size == 0 || static_cast<std::size_t>(ilGetInteger(IL_IMAGE_SIZE_OF_DATA)) < size)
         return IL_ILLEGAL_FILE_VALUE;
-    }
     taken.pixels = {reinterpret_cast<const std::byte*>(data), size};
     taken.storage = std::move(image);
     picture = std::move(taken);
@@ -153,9 +149,8 @@ void DecodeFile(const void* argument, std::vector<std::byte>& result) {
     const Report report{error, picture.width, picture.height, picture.bytesPerPixel, picture.format};
     result.resize(sizeof report + picture.pixels.size());
     std::memcpy(result.data(), &report, sizeof report);
-    if (!picture.pixels.empty()) {
+    if (!picture.pixels.empty())
         std::memcpy(result.data() + sizeof report, picture.pixels.data(), picture.pixels.size());
-    }
 }
 
 // What the contained process says is believed no more than the file itself.
@@ -170,9 +165,8 @@ ILenum TakeResult(std::vector<std::byte> bytes, Picture& picture) {
     if (!SizeIsSane(report.width, report.height) || bytesPerPixel == 0 ||
         bytesPerPixel != report.bytesPerPixel ||
         pixels.size() != static_cast<std::size_t>(report.width) * static_cast<std::size_t>(report.height) *
-                             static_cast<std::size_t>(bytesPerPixel)) {
+                             static_cast<std::size_t>(bytesPerPixel))
         return IL_ILLEGAL_FILE_VALUE;
-    }
     picture = {report.width, report.height, bytesPerPixel, report.format, pixels, result};
     return IL_NO_ERROR;
 }

@@ -4,6 +4,7 @@
 
 #include "graphics/picture.h"
 #include "platform/byte_cursor.h"
+#include "platform/not_copied.h"
 
 #include <zlib.h>
 
@@ -22,9 +23,8 @@ constexpr std::array<std::uint8_t, 8> Signature = {0x89, 'P', 'N', 'G', '\r', '\
 
 constexpr std::uint32_t ChunkType(const char (&name)[5]) {
     std::uint32_t type = 0;
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 4; ++i)
         type = type << 8U | static_cast<std::uint8_t>(name[i]);
-    }
     return type;
 }
 
@@ -140,19 +140,16 @@ std::size_t PictureSize(const Header& header) {
 }
 
 void AppendBigEndian(std::vector<std::byte>& out, std::uint32_t value) {
-    for (const unsigned shift : {24U, 16U, 8U, 0U}) {
+    for (const unsigned shift : {24U, 16U, 8U, 0U})
         out.push_back(std::byte{static_cast<std::uint8_t>(value >> shift)});
-    }
 }
 
 // The packed bytes of all data chunks, one after the other, unpacked on demand.
-class Unpacker {
+class Unpacker : NotCopied {
 public:
     explicit Unpacker(std::span<const Bytes> newPieces) : pieces(newPieces) {
         started = inflateInit(&stream) == Z_OK;
     }
-    Unpacker(const Unpacker&) = delete;
-    Unpacker& operator=(const Unpacker&) = delete;
     ~Unpacker() {
         if (started) inflateEnd(&stream);
     }

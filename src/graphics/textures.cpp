@@ -49,11 +49,6 @@ GLuint LoadOrBlank(ILenum type, const char* path, bool& blank) {
 
 } // namespace
 
-QEV_Textures& QEV_Textures::operator=(QEV_Textures&& other) noexcept {
-    std::swap(entries, other.entries);
-    return *this;
-}
-
 void QEV_Textures::Init() {
     Free();
     if (!video.ContextHolds(video.ContextGeneration())) return;
@@ -105,12 +100,10 @@ void QEV_Textures::Free() {
 
 void QEV_Textures::Reload() {
     std::vector<Entry> old = std::exchange(entries, {});
-    for (Entry& entry : old) {
+    for (Entry& entry : old)
         entry.texture.reset();
-    }
-    for (Entry& entry : old) {
+    for (Entry& entry : old)
         Append(std::move(entry.name));
-    }
 }
 
 int QEV_Textures::LoadGLTextures(GLenum type, const char* path) {

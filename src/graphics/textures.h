@@ -4,23 +4,18 @@
 #pragma once
 
 #include "graphics/gl_texture.h"
+#include "platform/not_copied.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
-class QEV_Textures {
+class QEV_Textures : NotCopied {
 public:
     // Entries that a set holds at most; their count has eight bits.
     static constexpr int MaxEntries = 255;
     // Stands in for what cannot be loaded.
     static constexpr char BlankPicture[] = "default/blank.png";
-
-    constexpr QEV_Textures() = default;
-    QEV_Textures(QEV_Textures&&) noexcept = default;
-    QEV_Textures& operator=(QEV_Textures&& other) noexcept;
-    QEV_Textures(const QEV_Textures&) = delete;
-    QEV_Textures& operator=(const QEV_Textures&) = delete;
 
     // An empty set. Also sets the bound texture's wrapping to the edge, when there is a GL context.
     void Init();

@@ -6,6 +6,7 @@
 #include <numbers>
 
 inline constexpr float RadiansPerDegree = std::numbers::pi_v<float> / 180.0F;
+inline constexpr float DegreesPerRadian = static_cast<float>(180.0 / std::numbers::pi);
 
 struct Vec3 {
     float x = 0;

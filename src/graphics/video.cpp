@@ -5,7 +5,6 @@
 #include "base/log.h"
 #include "config/record.h"
 
-#include <GL/gl.h>
 #include <GL/glu.h>
 #include <SDL.h>
 

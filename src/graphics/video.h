@@ -55,8 +55,6 @@ public:
     bool Fullscreen() const { return fullscreen; }
     // Whether the scenes use GL lighting.
     bool Lighting() const { return lighting; }
-    // Whether the driver is asked to show each picture at the screen's own pace.
-    bool VerticalSync() const { return vsync; }
 
     // Counts the modes set so far; 0 before the first. Whoever keeps GL objects keeps the generation that
     // they were made in: after a change everything that is shown has to be made anew.
@@ -80,7 +78,7 @@ private:
     int bpp = 0;
     bool fullscreen = false;
     bool lighting = false;
-    bool vsync = true;
+    bool vsync = true; // whether the driver is asked to show each picture at the screen's own pace
     UnreadKeys unread;
     unsigned generation = 0;
     unsigned oldestLiving = 1; // first generation whose objects the current context holds

@@ -74,12 +74,11 @@ GUI_Component* GUI_ComponentList::HitUnrolled(const GUI_Element& container, floa
 }
 
 void GUI_ComponentList::DrawUnrolled() const {
-    for (GUI_Component* component : components) {
+    for (GUI_Component* component : components)
         if (IsUnrolledList(*component))
             component->Draw();
         else if (component->kind == GuiKind::PageControl && component->visible)
             static_cast<const GUI_PageControl*>(component)->DrawUnrolled();
-    }
 }
 
 GUI_Component* GUI_Component::IsMouseOver(float /*containerLeft*/, float /*containerWidth*/,

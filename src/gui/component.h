@@ -3,18 +3,16 @@
 #pragma once
 
 #include "gui/element.h"
+#include "platform/not_copied.h"
 
 #include <vector>
 
 class GUI_Component;
 
 // The widgets of one container, in drawing order. Refers to them; the scenes own them.
-class GUI_ComponentList {
+class GUI_ComponentList : NotCopied {
 public:
-    constexpr GUI_ComponentList() = default;
     ~GUI_ComponentList() { Clear(); }
-    GUI_ComponentList(const GUI_ComponentList&) = delete;
-    GUI_ComponentList& operator=(const GUI_ComponentList&) = delete;
 
     // Appends the component and then the parts of which it is made, and makes `parent` their parent. A
     // component that stands in a list is taken out of it first.

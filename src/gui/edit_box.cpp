@@ -4,6 +4,7 @@
 #include "base/frame_clock.h"
 #include "base/log.h"
 #include "graphics/font.h"
+#include "graphics/gl_state.h"
 #include "gui/geometry.h"
 #include "gui/manager.h"
 
@@ -60,16 +61,15 @@ void GUI_EditBox::Draw() {
     if (entry.Repeats(frameClock.frameDelta)) Apply(entry.Key());
     if (!CheckStyle("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown -")) return;
     // Unclipped, it is drawn over the window's edge.
-    if (!scissor) glDisable(GL_SCISSOR_TEST);
+    const Without clipping(GL_SCISSOR_TEST, !scissor);
     DrawText();
-    if (!scissor) glEnable(GL_SCISSOR_TEST);
 }
 
 void GUI_EditBox::DrawText() const {
     const GUI_Styles& skin = gui.GetStyles();
     const GUI_Style& style = skin.Get(stid);
     const GuiRect rect = DrawnRect(skin, *this);
-    skin.DrawShot(style.shots[static_cast<std::size_t>(state)], rect);
+    skin.DrawState(stid, state, rect);
     skin.SetTextColour(stid);
     // The text with the cursor behind it, or as much of their end as fits.
     const auto room = static_cast<std::size_t>(CharactersIn(width, style.textx));

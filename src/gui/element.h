@@ -3,6 +3,8 @@
 // middle frame (see graphics/middle_frame.h), x from the left, y from the top.
 #pragma once
 
+#include "platform/not_copied.h"
+
 #include <SDL.h>
 
 #include <cstdint>
@@ -37,15 +39,11 @@ enum class GuiKind : std::uint8_t {
 // The keys that an element keeps for itself while it has the focus; all others may move the pointer.
 enum class GuiKeys : std::uint8_t { None, Line, Lines, Across, Down };
 
-class GUI_Element {
+class GUI_Element : NotCopied {
 public:
     using PointHook = void (*)(GUI_Element* element, float x, float y);
     using KeyHook = void (*)(GUI_Element* element, SDL_keysym key);
     using ElementHook = void (*)(GUI_Element* element);
-
-    constexpr GUI_Element() = default;
-    GUI_Element(const GUI_Element&) = delete;
-    GUI_Element& operator=(const GUI_Element&) = delete;
 
     // The sixteen operations, in their fixed order. A click is a press and a release on the same element;
     // only its owner, by writing `state`, brings an element back out of Disabled.
@@ -76,6 +74,11 @@ public:
     void Place(float newLeft, float newTop) {
         left = newLeft;
         top = newTop;
+    }
+    void Place(float newLeft, float newTop, float newWidth, float newHeight) {
+        Place(newLeft, newTop);
+        width = newWidth;
+        height = newHeight;
     }
     bool IsWindow() const { return kind == GuiKind::Window || kind == GuiKind::HWindow; }
     // Visible, and so is everything that holds it.

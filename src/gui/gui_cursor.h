@@ -7,8 +7,6 @@ struct GuiCursor {
     // Without a skin the pointer is a plain white square.
     static constexpr float DefaultSize = 0.04F;
 
-    constexpr GuiCursor() = default;
-
     // Its upper left corner stands at the pointer; the picture is stored upside down.
     void Draw() const;
 

@@ -33,11 +33,8 @@ void GUI_Items::FindHoveredIndex(float y) {
 }
 
 void GUI_Items::MouseOver(float x, float y) {
-    if (state != GuiState::Clicked) {
-        FindHoveredIndex(y);
-        SetHover();
-    }
-    if (OnMouseOver) OnMouseOver(this, x, y);
+    if (state != GuiState::Clicked) FindHoveredIndex(y);
+    GUI_Component::MouseOver(x, y);
 }
 
 void GUI_Items::HoverEnter() {
@@ -53,19 +50,16 @@ void GUI_Items::MouseDown(float x, float y) {
 }
 
 void GUI_Items::Focus() {
-    if (OnFocus) OnFocus(this);
-    if (count >= 1) {
-        open = true;
-        gui.BringToFront();
-    }
-    focus = true;
+    GUI_Component::Focus();
+    if (count == 0) return;
+    open = true;
+    gui.BringToFront();
 }
 
 void GUI_Items::LostFocus() {
-    if (OnLostFocus) OnLostFocus(this);
+    GUI_Component::LostFocus();
     open = false;
     hoveredIndex = -1;
-    focus = false;
 }
 
 void GUI_Items::Animate() {
@@ -84,13 +78,9 @@ void GUI_Items::Draw() {
     // Closed, it keeps to its window; unrolled, it is drawn whole over the window's edge.
     if (IsUnrolled()) glDisable(GL_SCISSOR_TEST);
     const GUI_Styles& skin = gui.GetStyles();
-    const GUI_Style& style = skin.Get(stid);
     const GuiRect rect = DrawnRect(skin, *this);
-    skin.DrawShot(style.shots[static_cast<std::size_t>(state)], rect);
-    if (caption) {
-        skin.SetTextColour(stid);
-        font.PrintAt(rect.left + style.textx, rect.top + style.texty, 0, "%s", caption);
-    }
+    skin.DrawState(stid, state, rect);
+    if (caption) skin.Print(stid, rect.left, rect.top, caption);
     if (open && count > 0) DrawRows(rect.left, rect.top);
     glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
     glDisable(GL_SCISSOR_TEST);

@@ -36,7 +36,6 @@ public:
     bool IsOpen() const { return open; }
     // Open, or still on its way back: drawn and hit as a whole, over its window's edge.
     bool IsUnrolled() const { return open || height > ClosedHeight; }
-    float OpenHeight() const { return openHeight; }
 
 private:
     void FindHoveredIndex(float y);

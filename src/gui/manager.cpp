@@ -4,6 +4,7 @@
 #include "audio/audio.h"
 #include "base/log.h"
 #include "config/record.h"
+#include "graphics/gl_state.h"
 #include "graphics/middle_frame.h"
 #include "graphics/video.h"
 
@@ -157,7 +158,7 @@ void QEV_Gui::SetUpButtons(GUI_Window& window) const {
 
 void QEV_Gui::Draw() {
     if (windows.empty()) return;
-    glDisable(GL_DEPTH_TEST);
+    const Without depth(GL_DEPTH_TEST);
     glPushMatrix();
     glLoadIdentity();
     const double share = MiddleFrame::Of(video.Width(), video.Height()).height / std::max(video.Height(), 1);
@@ -168,7 +169,6 @@ void QEV_Gui::Draw() {
     DrawFocusFrame();
     cursor.Draw();
     glPopMatrix();
-    glEnable(GL_DEPTH_TEST);
 }
 
 void QEV_Gui::DrawFocusFrame() {
@@ -200,8 +200,7 @@ void QEV_Gui::LoadingStart(float left, float top, std::uint16_t steps, const cha
     focus = nullptr;
     hovered = nullptr;
 
-    loading.window.left = left;
-    loading.window.top = top;
+    loading.window.Place(left, top);
     loading.window.caption = caption;
     loading.window.SetSize(0.3F, 0.15F);
     loading.bar.min = 0;
@@ -209,8 +208,7 @@ void QEV_Gui::LoadingStart(float left, float top, std::uint16_t steps, const cha
     loading.bar.value = 0;
     loading.bar.top = 0.01F;
     loading.bar.width = 0.25F;
-    loading.label.left = 0.0F;
-    loading.label.top = 0.06F;
+    loading.label.Place(0.0F, 0.06F);
     loading.label.width = 0.3F;
     loading.label.caption = "Loading..";
     AddWindow(&loading.window);

@@ -5,9 +5,12 @@
 #pragma once
 
 #include "gui/gui_cursor.h"
-#include "gui/loading_screen.h"
+#include "gui/label.h"
+#include "gui/progress_bar.h"
 #include "gui/skin.h"
 #include "gui/stops.h"
+#include "gui/window.h"
+#include "platform/not_copied.h"
 
 #include <cstdint>
 #include <string>
@@ -30,12 +33,22 @@ struct SoundsRecord {
     static RecordTable<SoundsRecord> Table();
 };
 
-class QEV_Gui {
+// The screen that is shown while a map loads, and what it replaced meanwhile.
+struct LoadingScreen {
+    GUI_Window window;
+    GUI_Label label;
+    GUI_ProgressBar bar;
+    bool shown = false;
+    std::vector<GUI_Window*> savedWindows;
+    GUI_Element* savedFocus = nullptr;
+    GUI_Element* savedHovered = nullptr;
+    void (*savedOnReleaseOutside)() = nullptr;
+    void (*savedOnKey)(SDL_keysym key) = nullptr;
+};
+
+class QEV_Gui : NotCopied {
 public:
-    constexpr QEV_Gui() = default;
     ~QEV_Gui();
-    QEV_Gui(const QEV_Gui&) = delete;
-    QEV_Gui& operator=(const QEV_Gui&) = delete;
 
     // Reads cursor, sounds and skin. Whatever is missing is logged and the defaults stay. Needs the video and
     // the audio object started.

@@ -4,6 +4,7 @@
 #include "base/frame_clock.h"
 #include "base/log.h"
 #include "graphics/font.h"
+#include "graphics/gl_state.h"
 #include "gui/geometry.h"
 #include "gui/manager.h"
 
@@ -58,9 +59,8 @@ void GUI_Memo::SetText(const char* newText) {
 }
 
 GUI_Memo::Line GUI_Memo::LineAt(std::uint32_t start) const {
-    for (std::uint32_t i = start; i < length; ++i) {
+    for (std::uint32_t i = start; i < length; ++i)
         if (text[i] == '\n' || i - start + 2 == charactersPerLine) return {i + 1, true};
-    }
     return {length, false};
 }
 
@@ -219,16 +219,12 @@ void GUI_Memo::DrawArea() {
     visibleLines = static_cast<std::uint32_t>(
         std::max(TruncateToInt((static_cast<double>(area.height) - 2.0 * style.texty) * LinesInHeight), 1));
     const GuiRect rect = DrawnRect(skin, area);
-    if (!area.scissor) glEnable(GL_SCISSOR_TEST);
-    skin.DrawShot(style.shots[static_cast<std::size_t>(area.state)], rect);
-    if (area.scissor) {
+    const With clipping(GL_SCISSOR_TEST, !area.scissor);
+    skin.DrawState(area.stid, area.state, rect);
+    if (area.scissor)
         DrawLines(rect.left + style.textx, rect.top + style.texty);
-    } else {
-        skin.SetTextColour(area.stid);
-        font.PrintAt(rect.left + style.textx, rect.top + style.texty, 0, "%.*s",
-                     static_cast<int>(charactersPerLine), area.caption ? area.caption : "");
-        glDisable(GL_SCISSOR_TEST);
-    }
+    else if (area.caption)
+        skin.Print(area.stid, rect.left, rect.top, area.caption, static_cast<int>(charactersPerLine));
     glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
 }
 

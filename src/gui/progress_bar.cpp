@@ -1,9 +1,8 @@
 // The fill is a second picture: the frame's own style pressed, or inside a client area the thumb's style.
 #include "gui/progress_bar.h"
 
+#include "graphics/gl_state.h"
 #include "gui/manager.h"
-
-#include <GL/gl.h>
 
 namespace {
 
@@ -31,17 +30,16 @@ void GUI_ProgressBar::DrawInside(float fill) {
     const GUI_Styles& skin = gui.GetStyles();
     skin.CheckDrawn(FillStyle, Origin);
     const GuiRect rect = DrawnRect(skin, *this);
-    skin.DrawShot(skin.Get(stid).shots[static_cast<std::size_t>(state)], rect);
-    skin.DrawShot(skin.Get(FillStyle).shots[static_cast<std::size_t>(GuiState::Normal)],
-                  {rect.left + Inset, rect.top + Inset, fill, rect.height - LessHeight});
+    skin.DrawState(stid, state, rect);
+    skin.DrawState(FillStyle, GuiState::Normal,
+                   {rect.left + Inset, rect.top + Inset, fill, rect.height - LessHeight});
 }
 
 void GUI_ProgressBar::DrawUnclipped(float fill) {
-    glDisable(GL_SCISSOR_TEST);
+    const Without clipping(GL_SCISSOR_TEST);
     const GUI_Styles& skin = gui.GetStyles();
     GuiRect rect = DrawnRect(skin, *this);
-    skin.DrawShot(skin.Get(stid).shots[static_cast<std::size_t>(state)], rect);
+    skin.DrawState(stid, state, rect);
     rect.width = fill;
-    skin.DrawShot(skin.Get(stid).shots[static_cast<std::size_t>(GuiState::Clicked)], rect);
-    glEnable(GL_SCISSOR_TEST);
+    skin.DrawState(stid, GuiState::Clicked, rect);
 }

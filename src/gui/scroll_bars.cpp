@@ -2,7 +2,6 @@
 // smaller.
 #include "gui/scroll_bars.h"
 
-#include "gui/geometry.h"
 #include "gui/manager.h"
 
 #include <algorithm>

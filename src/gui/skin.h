@@ -5,9 +5,11 @@
 
 #include "graphics/textures.h"
 #include "gui/geometry.h"
+#include "platform/not_copied.h"
 
 #include <array>
 #include <bitset>
+#include <climits>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,6 +19,7 @@ class ConfigFile;
 class GUI_Component;
 class GUI_Element;
 class GUI_Window;
+enum class GuiState : std::uint8_t;
 template<class Record> struct RecordTable;
 
 // A corner of a polygon: hung on one of nine places of the rectangle that is drawn.
@@ -55,7 +58,6 @@ private:
 };
 
 struct GUI_Style {
-    constexpr GUI_Style() = default;
 
     // Reads the style from a file that stands inside its block: ten numbers, 0 where missing, and the shots
     // of its states. A state without one gets the built-in shot.
@@ -137,12 +139,8 @@ struct SkinGeneral : SkinSizes {
     static RecordTable<SkinGeneral> Table();
 };
 
-class GUI_Styles : public SkinSizes {
+class GUI_Styles : public SkinSizes, NotCopied {
 public:
-    constexpr GUI_Styles() = default;
-    GUI_Styles(const GUI_Styles&) = delete;
-    GUI_Styles& operator=(const GUI_Styles&) = delete;
-
     // One built-in style and the sizes below.
     void SetDefaults();
     // Reads the skin from a file that stands inside its "skin" block, and loads its picture. What is missing
@@ -171,6 +169,11 @@ public:
     void DrawFocus(const GUI_Element& element) const;
     // Draws a shot over the rectangle; blending is off and texturing on afterwards, the colour white.
     void DrawShot(const Shot& shot, const GuiRect& rect) const;
+    // The same for what a style shows in a state.
+    void DrawState(std::uint8_t stid, GuiState state, const GuiRect& rect) const;
+    // Prints at most so many characters in the style's colour, behind the point by as much as the style says;
+    // the colour is white afterwards.
+    void Print(std::uint8_t stid, float left, float top, const char* text, int most = INT_MAX) const;
     // Clips to the element's client area; see ScissorRect.
     void SetScissor(const GUI_Element& element, const GUI_Element* parent) const;
     // Makes the style's caption colour GL's current one.

@@ -51,6 +51,17 @@ void GUI_Styles::DrawShot(const Shot& shot, const GuiRect& rect) const {
     glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
 }
 
+void GUI_Styles::DrawState(std::uint8_t stid, GuiState state, const GuiRect& rect) const {
+    DrawShot(Get(stid).shots[static_cast<std::size_t>(state)], rect);
+}
+
+void GUI_Styles::Print(std::uint8_t stid, float left, float top, const char* text, int most) const {
+    const GUI_Style& style = Get(stid);
+    SetTextColour(stid);
+    font.PrintAt(left + style.textx, top + style.texty, 0, "%.*s", most, text);
+    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+}
+
 void GUI_Styles::SetTextColour(std::uint8_t stid) const {
     const GUI_Style& style = Get(stid);
     glColor4f(style.textr, style.textg, style.textb, style.texta);
@@ -61,31 +72,20 @@ void GUI_Styles::Draw(GUI_Component& component, const GUI_Element* parent) const
         component.stid = 0;
         return;
     }
-    const GUI_Style& style = Get(component.stid);
     const GuiRect rect = DrawnRect(*this, component, parent);
-    DrawShot(style.shots[static_cast<std::size_t>(component.state)], rect);
-    if (component.caption) {
-        SetTextColour(component.stid);
-        if (component.scissor)
-            font.PrintAt(rect.left + style.textx, rect.top + style.texty, 0, "%.*s",
-                         CharactersIn(component.width, style.textx), component.caption);
-        else
-            font.PrintAt(rect.left + style.textx, rect.top + style.texty, 0, "%s", component.caption);
-    }
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+    DrawState(component.stid, component.state, rect);
+    if (!component.caption) return;
+    const int fitting = CharactersIn(component.width, Get(component.stid).textx);
+    Print(component.stid, rect.left, rect.top, component.caption, component.scissor ? fitting : INT_MAX);
 }
 
 void GUI_Styles::DrawFrame(const GUI_Window& window) const {
     if (!CheckDrawn(window.stid)) return;
-    const GUI_Style& style = Get(window.stid);
-    DrawShot(style.shots[static_cast<std::size_t>(window.state)], RectOf(window));
-    if (window.caption && *window.caption) {
-        SetScissor(window, nullptr);
-        SetTextColour(window.stid);
-        font.PrintAt(window.left + style.textx, window.top + style.texty, 0, "%s", window.caption);
-        glDisable(GL_SCISSOR_TEST);
-    }
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
+    DrawState(window.stid, window.state, RectOf(window));
+    if (!window.caption || !*window.caption) return;
+    SetScissor(window, nullptr);
+    Print(window.stid, window.left, window.top, window.caption);
+    glDisable(GL_SCISSOR_TEST);
 }
 
 void GUI_Styles::DrawFocus(const GUI_Element& element) const {

@@ -32,30 +32,25 @@ std::vector<BorderBox> ReadBorder(ConfigFile* file) {
     SkinCounts counts;
     ReadRecord(SkinCounts::BorderTable(), counts, file);
     std::vector<BorderBox> boxes(counts.boxes);
-    for (std::size_t i = 0; i < boxes.size(); ++i) {
-        if (INI_FindNextBlock("box", file)) {
-            ReadRecord(BorderBox::Table(), boxes[i], file);
-            INI_SkipBlock("box", file);
-        } else {
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        if (!ReadNextRecord(BorderBox::Table(), boxes[i], file))
             LogWrite("QEV_Gui::GUI_Styles::Load() [ warning ] - Box block N %d wasn't found\n",
                      static_cast<int>(i));
-        }
-    }
     INI_SkipBlock("border", file);
     return boxes;
 }
 
 void ReadVertices(ConfigFile* file, int count, std::vector<ShotVertex>& vertices, MissingBlocks& missing) {
     for (int i = 0; i < count; ++i) {
-        if (!INI_FindNextBlock("vert", file)) {
-            // The rest is missing too: nothing moves the file on.
-            missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n",
-                           count - i);
-            vertices.resize(vertices.size() + static_cast<std::size_t>(std::min(count - i, MaxMissing)));
-            return;
+        if (ShotVertex vertex; ReadNextRecord(ShotVertex::Table(), vertex, file)) {
+            vertices.push_back(vertex);
+            continue;
         }
-        ReadRecord(ShotVertex::Table(), vertices.emplace_back(), file);
-        INI_SkipBlock("vert", file);
+        // The rest is missing too: nothing moves the file on.
+        missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n",
+                       count - i);
+        vertices.resize(vertices.size() + static_cast<std::size_t>(std::min(count - i, MaxMissing)));
+        return;
     }
 }
 

@@ -18,6 +18,7 @@ constexpr float LineHeight = 0.025F; // stops that differ less stand in one line
 constexpr float Near = 0.02F;        // of a stop at which the pointer stands
 constexpr float Ahead = 0.01F;       // least way to a stop in some direction
 constexpr float AsideWeight = 2.0F;
+constexpr float OutOfReach = std::numeric_limits<float>::max();
 
 float Distance(GuiPoint one, GuiPoint other) {
     return std::hypot((one.x - other.x) * UnitRatio, one.y - other.y);
@@ -64,6 +65,19 @@ void AddStopsOf(const GUI_Styles& styles, GUI_Component& component, std::vector<
     if (&bar.thumb == &component) stops.push_back({bar.ThumbMiddle(), &component});
 }
 
+// The first of the stops with the shortest way that is not out of reach.
+template<class Way> std::optional<std::size_t> Nearest(const std::vector<GuiStop>& stops, Way way) {
+    std::optional<std::size_t> nearest;
+    float least = OutOfReach;
+    for (std::size_t i = 0; i < stops.size(); ++i) {
+        const float here = way(stops[i]);
+        if (here >= least) continue;
+        least = here;
+        nearest = i;
+    }
+    return nearest;
+}
+
 } // namespace
 
 void AddStops(const GUI_Styles& styles, const GUI_Window& window, std::vector<GuiStop>& stops) {
@@ -90,30 +104,19 @@ void SortAsRead(std::vector<GuiStop>& stops) {
 
 std::optional<std::size_t> StopAt(const std::vector<GuiStop>& stops, GuiPoint pointer,
                                   const GUI_Component* component) {
-    std::optional<std::size_t> best;
-    float least = std::numeric_limits<float>::max();
-    for (std::size_t i = 0; i < stops.size(); ++i) {
-        const float distance = Distance(stops[i].point, pointer);
-        const bool here = component ? stops[i].component == component : distance < Near;
-        if (!here || distance >= least) continue;
-        least = distance;
-        best = i;
-    }
-    return best;
+    return Nearest(stops, [&](const GuiStop& stop) {
+        const float distance = Distance(stop.point, pointer);
+        const bool here = component ? stop.component == component : distance < Near;
+        return here ? distance : OutOfReach;
+    });
 }
 
 std::optional<std::size_t> StopTowards(const std::vector<GuiStop>& stops, GuiPoint pointer, int dx, int dy) {
-    std::optional<std::size_t> best;
-    float least = std::numeric_limits<float>::max();
-    for (std::size_t i = 0; i < stops.size(); ++i) {
-        const float x = (stops[i].point.x - pointer.x) * UnitRatio;
-        const float y = stops[i].point.y - pointer.y;
+    return Nearest(stops, [&](const GuiStop& stop) {
+        const float x = (stop.point.x - pointer.x) * UnitRatio;
+        const float y = stop.point.y - pointer.y;
         const float ahead = dx != 0 ? x * static_cast<float>(dx) : y * static_cast<float>(dy);
         const float aside = std::abs(dx != 0 ? y : x);
-        const float way = ahead + AsideWeight * aside;
-        if (ahead < Ahead || way >= least) continue;
-        least = way;
-        best = i;
-    }
-    return best;
+        return ahead < Ahead ? OutOfReach : ahead + AsideWeight * aside;
+    });
 }

@@ -12,8 +12,6 @@ inline constexpr std::size_t TextEntryLimit = 511;
 
 class TextEntry {
 public:
-    constexpr TextEntry() = default;
-
     void Press(SDL_keysym pressed);
     void Release();
 

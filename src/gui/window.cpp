@@ -2,6 +2,7 @@
 // window.
 #include "gui/window.h"
 
+#include "graphics/gl_state.h"
 #include "graphics/video.h"
 #include "gui/geometry.h"
 #include "gui/items.h"
@@ -19,8 +20,8 @@ constexpr std::uint8_t CaptionStyle = 9;
 // The resize button's OnMouseOver: while it is pressed, the window's lower right corner follows the pointer.
 void Resize(GUI_Element* button, float x, float y) {
     if (button->state != GuiState::Clicked) return;
-    auto* window = static_cast<GUI_Window*>(button->GetParent());
-    window->SetSize(x - window->left, y - window->top);
+    auto& window = WindowOf<GUI_Window>(button);
+    window.SetSize(x - window.left, y - window.top);
 }
 
 } // namespace
@@ -35,17 +36,14 @@ void GUI_Window::MouseOver(float x, float y) {
         top += y - lastY;
         lastX = x;
         lastY = y;
-    } else {
-        SetHover();
     }
-    if (OnMouseOver) OnMouseOver(this, x, y);
+    GUI_Element::MouseOver(x, y);
 }
 
 void GUI_Window::MouseDown(float x, float y) {
-    SetClicked();
     lastX = x;
     lastY = y;
-    if (OnMouseDown) OnMouseDown(this, x, y);
+    GUI_Element::MouseDown(x, y);
 }
 
 void GUI_Window::AttachButtons() {
@@ -67,14 +65,6 @@ GUI_Element* GUI_Window::IsMouseOver(float x, float y) {
     if (!gui.GetStyles().CheckHit(stid)) return nullptr;
     GUI_Component* hit = inside ? children.Hit(*this, x, y) : children.HitUnrolled(*this, x, y);
     return hit ? static_cast<GUI_Element*>(hit) : this;
-}
-
-void GUI_Window::AddComponent(GUI_Component* component) {
-    if (component) children.Add(*component, this);
-}
-
-void GUI_Window::ClearComponents() {
-    children.Clear();
 }
 
 void GUI_Window::SetSize(float newWidth, float newHeight) {
@@ -114,10 +104,9 @@ void GUI_Window::Draw3D(float viewLeft, float viewWidth, float viewHeight) {
     glPushMatrix();
     glViewport(view.x, view.y, view.width, view.height);
     glClear(GL_DEPTH_BUFFER_BIT);
-    glEnable(GL_DEPTH_TEST);
+    const With depth(GL_DEPTH_TEST);
     glLoadIdentity();
     OnDraw3D(this);
-    glDisable(GL_DEPTH_TEST);
     glViewport(0, 0, video.Width(), video.Height());
     glPopMatrix();
 }

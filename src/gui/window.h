@@ -29,8 +29,11 @@ public:
 
     // Appends a widget; one that stands in a container, this one too, moves. The window refers to it until
     // ClearComponents.
-    void AddComponent(GUI_Component* component);
-    void ClearComponents();
+    void AddComponent(GUI_Component* component) {
+        if (component) children.Add(*component, this);
+    }
+    template<class... Parts> void AddComponents(Parts&... parts) { (AddComponent(&parts), ...); }
+    void ClearComponents() { children.Clear(); }
     const GUI_ComponentList& Components() const { return children; }
 
     // Stores the size, within the skin's limits, and calls OnResize.
@@ -63,3 +66,8 @@ private:
     float lastX = 0.0F; // the pointer at the last press or drag
     float lastY = 0.0F;
 };
+
+// The window, of a kind that the caller knows, in which a widget stands; for the widget's hooks.
+template<class Window> Window& WindowOf(const GUI_Element* part) {
+    return static_cast<Window&>(*part->GetParent());
+}

@@ -2,6 +2,8 @@
 // down and up. Rests on SDL's joystick calls.
 #pragma once
 
+#include "platform/not_copied.h"
+
 #include <SDL.h>
 
 #include <array>
@@ -9,7 +11,7 @@
 #include <cstdint>
 #include <span>
 
-class Controllers {
+class Controllers : NotCopied {
 public:
     // Codes behind all of SDL's key symbols. Every stick, pad and hat of every controller moves the same four
     // directions; buttons count from FirstButton.
@@ -20,10 +22,6 @@ public:
         int code;
         bool down;
     };
-
-    constexpr Controllers() = default;
-    Controllers(const Controllers&) = delete;
-    Controllers& operator=(const Controllers&) = delete;
 
     // Opens every controller that is plugged in, or logs that there is none. Needs SDL's video.
     void Start();

@@ -5,15 +5,10 @@
 #include "config/record.h"
 
 #include <algorithm>
-#include <string>
 
 namespace {
 
 constexpr std::size_t LongestLine = 79;
-
-std::string_view UpTo(std::string_view text, std::size_t length) {
-    return text.substr(0, length);
-}
 
 } // namespace
 
@@ -39,10 +34,10 @@ void KeyBindings::ReadKeys(ConfigFile* file) {
 }
 
 void KeyBindings::AddConfigKey(std::string_view line) {
-    const std::string kept(UpTo(line, LongestLine));
+    const std::string kept(line.substr(0, LongestLine));
     const std::string_view text = kept;
     const std::size_t firstBlank = text.find(' ');
-    const std::string word(UpTo(text, firstBlank));
+    const std::string word(text.substr(0, firstBlank));
     if (firstBlank == std::string_view::npos || word != "bind") {
         LogWrite("input::AddConfigKey(%s) - [WARNING] %s - found instead of bind\n", kept.c_str(),
                  word.c_str());
@@ -50,14 +45,14 @@ void KeyBindings::AddConfigKey(std::string_view line) {
     }
     const std::string_view behindBind = text.substr(firstBlank + 1);
     const std::size_t secondBlank = behindBind.find(' ');
-    const std::string key(UpTo(behindBind, secondBlank));
+    const std::string key(behindBind.substr(0, secondBlank));
     if (secondBlank == std::string_view::npos) {
         LogWrite("input::AddConfigKey(%s) - [WARNING] %s - end of string found too early\n", kept.c_str(),
                  key.c_str());
         return;
     }
     const std::string_view behindKey = behindBind.substr(secondBlank + 1);
-    AddKeyName(key, UpTo(behindKey, behindKey.find(' ')));
+    AddKeyName(key, behindKey.substr(0, behindKey.find(' ')));
 }
 
 void KeyBindings::AddKeyName(std::string_view key, std::string_view action) {
@@ -96,8 +91,7 @@ void KeyBindings::AddKeyFunc(std::string_view action, KeyBinding* binding) {
 
 const KeyBinding* KeyBindings::Find(int code) const {
     const KeyBinding* binding = root.get();
-    while (binding && binding->key->code != code) {
+    while (binding && binding->key->code != code)
         binding = code < binding->key->code ? binding->lower.get() : binding->higher.get();
-    }
     return binding;
 }

@@ -4,7 +4,6 @@
 #include "graphics/gl_state.h"
 #include "world/camera.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -26,9 +25,7 @@ Vec3 PreviousPosition(const ParticleSlots& slots, std::size_t i) {
 
 // The camera keeps the eye's position negated.
 Vec3 Eye() {
-    Vec3 negated;
-    camera.GetPosition(&negated.x, &negated.y, &negated.z);
-    return negated * -1.0F;
+    return {-camera.x, -camera.y, -camera.z};
 }
 
 bool IsZero(Vec3 v) {
@@ -74,6 +71,14 @@ void Band(const TextureCell& cell, Vec3 from, Vec3 to, Vec3 width) {
     Quad(cell, from + width, from - width, to - width, to + width);
 }
 
+// One run of the emitter's primitive over the live particles.
+template<class Draw> void DrawRun(const QEV_PTEmittor& emitter, const ParticleSlots& slots, Draw draw) {
+    glBegin(static_cast<GLenum>(emitter.shape));
+    for (std::size_t i = 0; i < slots.Count(); ++i)
+        if (slots.alive[i]) draw(i);
+    glEnd();
+}
+
 // Style 1: sprites that face the viewer and turn.
 void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
@@ -83,9 +88,7 @@ void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
     glPopMatrix();
     const Vec3 right = {m[0], m[4], m[8]};
     const Vec3 up = {m[1], m[5], m[9]};
-    glBegin(static_cast<GLenum>(emitter.shape));
-    for (std::size_t i = 0; i < slots.Count(); ++i) {
-        if (!slots.alive[i]) continue;
+    DrawRun(emitter, slots, [&](std::size_t i) {
         const Vec3 p = Position(slots, i);
         const float angle = slots.rota[i] * RadiansPerDegree;
         const float s = slots.size[i];
@@ -93,8 +96,7 @@ void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
         const Vec3 b = (right * std::cos(angle) - up * std::sin(angle)) * s;
         SetColour(slots.colour[i]);
         Quad(CellAt(emitter, slots.age[i]), p - b + a, p + b + a, p + b - a, p - b - a);
-    }
-    glEnd();
+    });
 }
 
 // Style 2: rays from the emitter to each particle.
@@ -102,34 +104,28 @@ void DrawRays(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 source = Drawn(instance.position);
     const Vec3 eye = Eye();
-    glBegin(static_cast<GLenum>(emitter.shape));
-    for (std::size_t i = 0; i < slots.Count(); ++i) {
-        if (!slots.alive[i]) continue;
+    DrawRun(emitter, slots, [&](std::size_t i) {
         const Vec3 p = Position(slots, i);
         SetColour(slots.colour[i]);
         Band(CellAt(emitter, slots.age[i]), p, source, Width(p, source, eye, slots.size[i]));
-    }
-    glEnd();
+    });
 }
 
 // Style 3: streaks along the last move.
 void DrawStreaks(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 eye = Eye();
-    glBegin(static_cast<GLenum>(emitter.shape));
-    for (std::size_t i = 0; i < slots.Count(); ++i) {
-        if (!slots.alive[i]) continue;
+    DrawRun(emitter, slots, [&](std::size_t i) {
         const Vec3 p = Position(slots, i);
         const Vec3 q = PreviousPosition(slots, i);
         const Vec3 move = p - q;
         const float size = slots.size[i];
         const float length = 2.0F * std::sqrt(Dot(move, move)) + 4.0F * size;
         const Vec3 tail = q - FastNormalize(move) * length;
-        if (IsZero(move)) continue;
+        if (IsZero(move)) return;
         SetColour(slots.colour[i]);
         Band(CellAt(emitter, slots.age[i]), p, tail, Width(p, tail, eye, size));
-    }
-    glEnd();
+    });
 }
 
 // Style 4: a band between the two of each pair of slots.
@@ -184,9 +180,7 @@ void DrawRibbon(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     ParticleColour beforeColour = {first.red, first.green, first.blue, first.alpha};
     Vec3 before = Drawn(instance.position);
     bool draws = emitter.dietype != 0 || !emitter.updatepos;
-    glBegin(static_cast<GLenum>(emitter.shape));
-    for (std::size_t i = 0; i < slots.Count(); ++i) {
-        if (!slots.alive[i]) continue;
+    DrawRun(emitter, slots, [&](std::size_t i) {
         const Vec3 p = Position(slots, i);
         const Vec3 width = Width(p, before, eye, slots.size[i]);
         if (draws && !IsZero(width)) {
@@ -201,8 +195,7 @@ void DrawRibbon(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
         draws = true;
         before = p;
         beforeColour = slots.colour[i];
-    }
-    glEnd();
+    });
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "config/record.h"
 #include "particles/engine.h"
 
-#include <string>
 #include <string_view>
 #include <utility>
 
@@ -50,37 +49,19 @@ RecordTable<ParticleFrame> ParticleFrame::Table() {
 
 RecordTable<QEV_PTEmittor> QEV_PTEmittor::Table() {
     using E = QEV_PTEmittor;
-    static constexpr RecordKey<E> Keys[] = {// in the order of the page
-                                            {"particleNum", &E::particleNum},
-                                            {"gravity", &E::gravity},
-                                            {"gravpower", &E::gravpower},
-                                            {"gravborder", &E::gravborder},
-                                            {"framerandom", &E::framerandom},
-                                            {"bounce", &E::bounce},
-                                            {"updatepos", &E::updatepos},
-                                            {"collision", &E::collision},
-                                            {"framespeed", &E::framespeed},
-                                            {"form", &E::form},
-                                            {"shape", &E::shape},
-                                            {"emitnum", &E::emitnum},
-                                            {"emittime", &E::emittime},
-                                            {"dietype", &E::dietype},
-                                            {"die", &E::die},
-                                            {"acceleration", &E::acceleration},
-                                            {"friction", &E::friction},
-                                            {"sfactor", &E::sfactor},
-                                            {"dfactor", &E::dfactor},
-                                            {"power", &E::power},
-                                            {"sectordependant", &E::sectordependant},
-                                            {"life", &E::life},
-                                            {"liferand", &E::liferand},
-                                            {"totallife", &E::totallife},
-                                            {"dirx", &E::dirx},
-                                            {"diry", &E::diry},
-                                            {"dirz", &E::dirz},
-                                            {"startx", &E::startx},
-                                            {"starty", &E::starty},
-                                            {"startz", &E::startz}};
+    // clang-format off
+    static constexpr RecordKey<E> Keys[] = {
+        {"particleNum", &E::particleNum}, {"gravity", &E::gravity}, {"gravpower", &E::gravpower},
+        {"gravborder", &E::gravborder}, {"framerandom", &E::framerandom}, {"bounce", &E::bounce},
+        {"updatepos", &E::updatepos}, {"collision", &E::collision}, {"framespeed", &E::framespeed},
+        {"form", &E::form}, {"shape", &E::shape}, {"emitnum", &E::emitnum},
+        {"emittime", &E::emittime}, {"dietype", &E::dietype}, {"die", &E::die},
+        {"acceleration", &E::acceleration}, {"friction", &E::friction}, {"sfactor", &E::sfactor},
+        {"dfactor", &E::dfactor}, {"power", &E::power}, {"sectordependant", &E::sectordependant},
+        {"life", &E::life}, {"liferand", &E::liferand}, {"totallife", &E::totallife},
+        {"dirx", &E::dirx}, {"diry", &E::diry}, {"dirz", &E::dirz},
+        {"startx", &E::startx}, {"starty", &E::starty}, {"startz", &E::startz}};
+    // clang-format on
     return {"TEmittor", Keys};
 }
 
@@ -156,10 +137,7 @@ void QEV_PTEffect::Start(const char* path, QEV_PEngine& engine) {
         LogWrite("QEV_PEngine::Load(%s) - [ERROR] Emittor block not found\n", path);
         return;
     }
-    while (INI_FindNextBlock("TEmittor", &file)) {
-        EmitterEntry entry;
-        ReadRecord(EmitterEntry::Table(), entry, &file);
+    EmitterEntry entry;
+    while (ReadNextRecord(EmitterEntry::Table(), entry, &file))
         emitters.push_back(engine.FindOrAddEmitter(entry.emittor.c_str()));
-        INI_SkipBlock("TEmittor", &file);
-    }
 }

@@ -6,7 +6,6 @@
 #include "particles/particle_slots.h"
 #include "particles/particle_textures.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>

@@ -50,6 +50,7 @@ void followOwner(EmitterInstance& instance, Vec3& position, Vec3& direction);
 
 struct EffectInstance {
     static constexpr std::uint32_t NoOwner = 255;
+    static constexpr std::uint32_t SceneOwner = 0; // of effects where the map has no objects
 
     const QEV_PTEffect* effect = nullptr;
     bool active = false;

@@ -29,12 +29,9 @@ bool QEV_PEngine::Load(const char* path) {
         LogWrite("QEV_PEngine::Load(%s) - [ERROR] Particles block not found - %s\n", path, path);
         return false;
     }
-    while (INI_FindNextBlock("TEffect", &file)) {
-        EffectEntry entry;
-        ReadRecord(EffectEntry::Table(), entry, &file);
+    EffectEntry entry;
+    while (ReadNextRecord(EffectEntry::Table(), entry, &file))
         AddEffect(entry.name.c_str());
-        INI_SkipBlock("TEffect", &file);
-    }
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "particles/effect_files.h"
 #include "particles/emitter.h"
 #include "particles/particle_textures.h"
+#include "platform/not_copied.h"
 
 #include <cstdint>
 #include <memory>
@@ -16,12 +17,8 @@ struct TextureBatch {
     std::vector<EmitterInstance*> instances; // owned by their effects
 };
 
-class QEV_PEngine {
+class QEV_PEngine : NotCopied {
 public:
-    QEV_PEngine() = default;
-    QEV_PEngine(const QEV_PEngine&) = delete;
-    QEV_PEngine& operator=(const QEV_PEngine&) = delete;
-
     // Fills the random table and reads an effect list; false, logged, when the file or its block is missing.
     [[nodiscard]] bool Load(const char* path);
     // Starts effect number `id` for the world object `owner` (255 none) at a point of particle space,

@@ -75,25 +75,20 @@ RecordTable<TextureRecord> TextureRecord::Table() {
 }
 
 TextureEntry* AniTextures::AddTexture(ConfigFile* file) {
-    if (!INI_FindNextBlock("texture", file)) {
+    TextureRecord record;
+    if (!ReadNextRecord(TextureRecord::Table(), record, file)) {
         LogWrite("AniTextures::AddTexture() - [ERROR] Texture block not found\n");
         return nullptr;
     }
-    TextureRecord record;
-    ReadRecord(TextureRecord::Table(), record, file);
     const std::string& filename = record.filename;
-    for (const auto& entry : entries) {
-        if (entry->filename != filename) continue;
-        INI_SkipBlock("texture", file);
-        return entry.get();
-    }
+    for (const auto& entry : entries)
+        if (entry->filename == filename) return entry.get();
     TextureEntry& entry = *entries.emplace_back(std::make_unique<TextureEntry>());
     entry.filename = filename;
     LoadPicture(entry);
     if (!ConfigFile(filename.c_str()).IsOpen()) entry.filename = QEV_Textures::BlankPicture;
     entry.cells = CellsOfSheet(record.framenum);
     entry.framenum = static_cast<int>(entry.cells.size());
-    INI_SkipBlock("texture", file);
     return &entry;
 }
 

@@ -4,6 +4,7 @@
 
 #include "config/config_file.h"
 #include "graphics/gl_texture.h"
+#include "platform/not_copied.h"
 
 #include <array>
 #include <memory>
@@ -40,12 +41,8 @@ struct TextureRecord {
     static RecordTable<TextureRecord> Table();
 };
 
-class AniTextures {
+class AniTextures : NotCopied {
 public:
-    AniTextures() = default;
-    AniTextures(const AniTextures&) = delete;
-    AniTextures& operator=(const AniTextures&) = delete;
-
     // Reads a `texture` block from the file's position on and moves behind it: the entry of that picture,
     // loaded when it is new. Null, logged, when there is no such block. The entry stays valid until Release.
     TextureEntry* AddTexture(ConfigFile* file);

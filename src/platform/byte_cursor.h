@@ -20,11 +20,10 @@ public:
 
     // Moves to an offset from the start; fails outside the bytes.
     constexpr void Seek(std::int64_t offset) {
-        if (offset < 0 || static_cast<std::uint64_t>(offset) > bytes.size()) {
+        if (offset < 0 || static_cast<std::uint64_t>(offset) > bytes.size())
             Fail();
-        } else {
+        else
             position = static_cast<std::size_t>(offset);
-        }
     }
 
     // The next `count` bytes; none when there are fewer.
@@ -46,9 +45,8 @@ public:
 
     constexpr std::uint32_t BigEndian32() {
         std::uint32_t value = 0;
-        for (const std::byte byte : Take(4)) {
+        for (const std::byte byte : Take(4))
             value = value << 8U | std::to_integer<std::uint32_t>(byte);
-        }
         return value;
     }
 
@@ -62,9 +60,8 @@ private:
         const auto taken = Take(Size);
         if (taken.empty()) return 0;
         std::uint32_t value = 0;
-        for (unsigned i = 0; i < Size; ++i) {
+        for (unsigned i = 0; i < Size; ++i)
             value |= std::to_integer<std::uint32_t>(taken[i]) << (8U * i);
-        }
         return value;
     }
 

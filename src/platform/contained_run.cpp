@@ -18,10 +18,10 @@ std::optional<std::vector<std::byte>> RunContained(ContainedWork work, const voi
 #else
 
 #include "platform/file_stream.h"
+#include "platform/not_copied.h"
 
 #include <cerrno>
 #include <csignal>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -50,11 +50,9 @@ constexpr bool LimitMemory = true;
 // What the copy may take beyond what the program has already: ample for the largest picture.
 constexpr std::size_t MoreMemory = std::size_t{512} << 20U;
 
-class Descriptor {
+class Descriptor : NotCopied {
 public:
     explicit Descriptor(int newNumber) : number(newNumber) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() { Close(); }
 
     void Close() {
@@ -84,9 +82,8 @@ void SetLimit(decltype(RLIMIT_AS) kind, rlim_t value) {
 // as they end any process; and it must not outlive a program that has died meanwhile.
 void Confine(std::size_t usedMemory, std::chrono::milliseconds patience) {
     for (const int number :
-         {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGPIPE, SIGALRM, SIGTERM, SIGINT, SIGQUIT, SIGHUP}) {
+         {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGPIPE, SIGALRM, SIGTERM, SIGINT, SIGQUIT, SIGHUP})
         std::signal(number, SIG_DFL);
-    }
     std::set_terminate(std::abort); // a want of memory is the copy's own
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(patience).count();
     alarm(static_cast<unsigned>(seconds) + 1);
@@ -135,9 +132,8 @@ bool ReadAll(int pipe, std::size_t maxBytes, Clock::time_point deadline, std::ve
 // Whether the process ended by itself and in order.
 bool Reap(pid_t process) {
     int status = 0;
-    while (waitpid(process, &status, 0) < 0) {
+    while (waitpid(process, &status, 0) < 0)
         if (errno != EINTR) return false;
-    }
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 

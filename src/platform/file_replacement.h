@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/file_stream.h"
+#include "platform/not_copied.h"
 
 #include <string>
 
@@ -17,28 +18,21 @@ namespace platform {
 [[nodiscard]] bool MayWrite(const std::string& path);
 
 // Keeps the other programs that want it out of a folder. A program that ends, however it does, gives it up.
-class FolderLock {
+class FolderLock : NotCopied {
 public:
-    FolderLock() = default;
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
     ~FolderLock() { Release(); }
 
     // Takes the lock of the folder in which `file` stands, and waits up to a second for whoever has it. False
     // when that was not enough or the folder cannot be locked.
     bool Take(const std::string& file);
     void Release();
-    bool IsHeld() const { return folder >= 0; }
 
 private:
     int folder = -1;
 };
 
-class FileReplacement {
+class FileReplacement : NotCopied {
 public:
-    FileReplacement() = default;
-    FileReplacement(const FileReplacement&) = delete;
-    FileReplacement& operator=(const FileReplacement&) = delete;
     ~FileReplacement() { Cancel(); }
 
     // Makes a new file beside `path`, with a name that no other file has and the rights of the old file.

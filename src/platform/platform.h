@@ -25,16 +25,8 @@ inline void Sleep(unsigned milliseconds) {
 #endif
 }
 
-// Compares without regard to the case of ASCII letters; 0 when equal, as strcmp otherwise.
-inline int CompareNoCase(const char* a, const char* b) {
-#ifdef _WIN32
-    return _stricmp(a, b);
-#else
-    return strcasecmp(a, b);
-#endif
-}
-
-// The same over at most `count` bytes.
+// Compares at most `count` bytes without regard to the case of ASCII letters; 0 when equal, as strncmp
+// otherwise.
 inline int CompareNoCase(const char* a, const char* b, std::size_t count) {
 #ifdef _WIN32
     return _strnicmp(a, b, count);

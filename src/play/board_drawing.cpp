@@ -2,6 +2,7 @@
 // along x, row along z, one unit to a block. Rests on OpenGL, the floor textures and the block models.
 #include "play/kolvex.h"
 
+#include "graphics/gl_state.h"
 #include "graphics/model_store.h"
 #include "graphics/video.h"
 
@@ -69,10 +70,10 @@ void Kolvex::DrawBlock(float x, float y, int angle, int tile) const {
 }
 
 void Kolvex::DrawGrid() {
-    glEnable(GL_BLEND);
+    const Blend blend;
+    const Without texturing(GL_TEXTURE_2D);
+    const Without lighting(GL_LIGHTING, video.Lighting());
     glColor4f(1, 0, 0, 0.5F);
-    glDisable(GL_TEXTURE_2D);
-    if (video.Lighting()) glDisable(GL_LIGHTING);
     glBegin(GL_LINES);
     for (int i = 0; i <= Board::Columns; i++) {
         const GLfloat x = static_cast<GLfloat>(i) - HalfBlock;
@@ -83,9 +84,6 @@ void Kolvex::DrawGrid() {
         GridLine(-HalfBlock, z, Board::Columns - HalfBlock, z);
     }
     glEnd();
-    glDisable(GL_BLEND);
-    if (video.Lighting()) glEnable(GL_LIGHTING);
-    glEnable(GL_TEXTURE_2D);
 }
 
 void Kolvex::DrawNext() const {
@@ -97,8 +95,7 @@ void Kolvex::DrawNext() const {
     glRotatef(turn, 0, 0, 1);
     glRotatef(turn, 1, 0, 0);
     glBindTexture(GL_TEXTURE_2D, floorTextures.Get(GetNextPiece().type));
-    for (const PieceBlock& block : GetNextPiece().blocks) {
+    for (const PieceBlock& block : GetNextPiece().blocks)
         DrawBlock(block.x - 5 + offset.x, block.y - 23 + offset.y, 0, block.tile);
-    }
     glPopMatrix();
 }

@@ -9,8 +9,6 @@
 #include "rules/high_scores.h"
 #include "rules/well.h"
 
-#include <cstdint>
-
 class INI_Writer;
 template<class Record> struct RecordTable;
 struct AudioSample;

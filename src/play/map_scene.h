@@ -17,21 +17,8 @@ struct MapRecord {
 
 class MapScene : public KeyScene {
 public:
-    // The steps of a load in their order.
-    enum MapStep {
-        OpenMap,
-        Allocate,
-        MapBlock,
-        LoadBackground,
-        StartPhysics,
-        LoadObjects,
-        LoadMusic,
-        LoadParticles,
-        LoadEntityes,
-        LoadCamera,
-        Finished,
-        MapStepCount
-    };
+    static constexpr std::uint16_t MapStepCount = 11; // steps of a load
+
     // Called with the name of each step as it begins.
     using StepHook = void (*)(const char* text);
 

@@ -1,4 +1,3 @@
-// The well; see board.h.
 #include "rules/board.h"
 
 void Board::Clear() {
@@ -7,9 +6,8 @@ void Board::Clear() {
 }
 
 bool Board::IsFull(int row) const {
-    for (int column = 0; column < Columns; column++) {
+    for (int column = 0; column < Columns; column++)
         if (!IsOccupied(column, row)) return false;
-    }
     return true;
 }
 

@@ -1,9 +1,7 @@
-// The table of the best scores; see high_scores.h.
 #include "rules/high_scores.h"
 
 #include "config/record.h"
 
-#include <string>
 #include <utility>
 
 RecordTable<ScoreRecord> ScoreRecord::Table() {
@@ -39,15 +37,13 @@ int HighScoreTable::Insert(const char* name, std::uint32_t score) {
     auto rank = static_cast<std::size_t>(slot);
     for (std::size_t i = 0; i < entries.size(); i++) {
         std::size_t best = i;
-        for (std::size_t j = i + 1; j < entries.size(); j++) {
+        for (std::size_t j = i + 1; j < entries.size(); j++)
             if (entries[j].score > entries[best].score) best = j;
-        }
         std::swap(entries[i], entries[best]);
-        if (rank == best) {
+        if (rank == best)
             rank = i;
-        } else if (rank == i) {
+        else if (rank == i)
             rank = best;
-        }
     }
     return static_cast<int>(rank);
 }
@@ -55,12 +51,9 @@ int HighScoreTable::Insert(const char* name, std::uint32_t score) {
 bool HighScoreTable::Read(ConfigFile* file) {
     Clear();
     if (!INI_FindBlock("highscores", file)) return false;
-    while (INI_FindNextBlock("score", file)) {
-        ScoreRecord entry;
-        ReadRecord(ScoreRecord::Table(), entry, file);
+    ScoreRecord entry;
+    while (ReadNextRecord(ScoreRecord::Table(), entry, file))
         Insert(entry.name.c_str(), entry.score);
-        INI_SkipBlock("score", file);
-    }
     INI_SkipBlock("highscores", file);
     return true;
 }

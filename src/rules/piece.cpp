@@ -1,4 +1,3 @@
-// The seven pieces; see piece.h.
 #include "rules/piece.h"
 
 #include <cstdlib>
@@ -137,11 +136,9 @@ bool Piece::IsBlocked(const Board& board, int dx, int dy) const {
 }
 
 bool Piece::Overlaps(const Board& board, const Places& places) {
-    for (const Place& place : places) {
-        if (place.y < Board::Rows && board.IsOccupied(static_cast<int>(place.x), static_cast<int>(place.y))) {
+    for (const Place& place : places)
+        if (place.y < Board::Rows && board.IsOccupied(static_cast<int>(place.x), static_cast<int>(place.y)))
             return true;
-        }
-    }
     return false;
 }
 

@@ -53,11 +53,10 @@ void Well::HandleMove(std::int32_t delta) {
     case MoveState::Right:
         if (repeatTimer < RepeatTime) break;
         Moved();
-        if (moveState == MoveState::Left) {
+        if (moveState == MoveState::Left)
             piece.MoveLeft(board);
-        } else {
+        else
             piece.MoveRight(board);
-        }
         repeatTimer = 0;
         break;
     case MoveState::SoftDrop:

@@ -13,7 +13,6 @@ enum class MoveState : std::int32_t { None, Left, Right, SoftDrop, Drop };
 
 class Well {
 public:
-    constexpr Well() = default;
     virtual ~Well() = default;
 
     // An empty board, level 1, nothing scored. A pending turn stays pending.

@@ -1,7 +1,7 @@
 // The veil is one quad over the whole viewport, so that it covers pictures of any aspect.
 #include "scene/fade.h"
 
-#include "graphics/flat_screen.h"
+#include "graphics/gl_state.h"
 
 double Fade::Value() const {
     return goesOut ? 1.0 - timer.Progress() : timer.Progress();
@@ -10,17 +10,11 @@ double Fade::Value() const {
 void Fade::DrawVeil(float firstOpacity) const {
     if (!timer.IsRunning() && !goesOut) return;
     const float opacity = (goesOut ? 1.0F : firstOpacity) * static_cast<float>(1.0 - Value());
-    glDisable(GL_TEXTURE_2D);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    const Without texturing(GL_TEXTURE_2D);
+    const Without depth(GL_DEPTH_TEST);
+    const Blend blend;
+    const FlatScreen screen(1.0, 0.0, 1.0);
     glColor4f(0.0F, 0.0F, 0.0F, opacity);
-    {
-        const FlatScreen screen(1.0, 0.0, 1.0);
-        glRectf(0.0F, 0.0F, 1.0F, 1.0F);
-    }
+    glRectf(0.0F, 0.0F, 1.0F, 1.0F);
     glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
-    glDisable(GL_BLEND);
-    glEnable(GL_TEXTURE_2D);
-    glEnable(GL_DEPTH_TEST);
 }

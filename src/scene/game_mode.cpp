@@ -1,4 +1,4 @@
-// Mode and state; see game_mode.h.
+// A request only writes the two variables, so that of several in one frame the last stands.
 #include "scene/game_mode.h"
 
 #include "base/frame_clock.h"

@@ -1,4 +1,3 @@
-// The section profiler; see profiler.h.
 #include "scene/profiler.h"
 
 #include "graphics/font.h"

@@ -36,3 +36,10 @@ private:
 
 // There while the game or the world scene runs its frames, none otherwise.
 extern std::unique_ptr<Profiler> profiler;
+
+// Does the work of one section of a frame, timed while there is a profiler.
+template<class Work> void Timed(Profiler::Section section, Work work) {
+    if (profiler) profiler->Begin(section);
+    work();
+    if (profiler) profiler->End(section);
+}

@@ -1,8 +1,7 @@
-// The frame loop of all scenes; see scene.h.
+// Frames follow the state; every change of state is a line in the log.
 #include "scene/scene.h"
 
 #include "base/log.h"
-#include "scene/game_mode.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
@@ -46,12 +45,11 @@ void mainScene::RunLeavingFrames(const Fade& fade) {
 }
 
 void mainScene::RunWhile(State state, void (mainScene::*frame)()) {
-    while (SceneState == state) {
+    while (SceneState == state)
         if (Main::MustEnd())
             Main::Quit();
         else
             RunFrame(frame);
-    }
 }
 
 void mainScene::GameProcess() {

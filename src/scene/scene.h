@@ -3,6 +3,7 @@
 // play/map_scene.h); this folder knows neither.
 #pragma once
 
+#include "platform/not_copied.h"
 #include "scene/fade.h"
 #include "scene/game_mode.h"
 
@@ -13,12 +14,8 @@
 // The settings: read at start and by every scene, rewritten block by block when they change.
 inline constexpr char ConfigName[] = "config.cfg";
 
-class mainScene {
+class mainScene : NotCopied {
 public:
-    constexpr mainScene() = default;
-    mainScene(const mainScene&) = delete;
-    mainScene& operator=(const mainScene&) = delete;
-
     // The ten operations in their fixed order. Loads and sets up the scene, runs its frames and returns when
     // it has ended. The mode loop passes 0 and 0.
     virtual void GameStart(int a, int b) = 0;

@@ -1,4 +1,3 @@
-// The statistics overlay; see stats_overlay.h.
 #include "scene/stats_overlay.h"
 
 #include "base/frame_clock.h"

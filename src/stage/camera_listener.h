@@ -7,8 +7,6 @@ struct WorldObject;
 
 class CameraListener {
 public:
-    constexpr CameraListener() = default;
-
     // Positional sounds are heard from here, until Unbind; the object must live as long.
     void Bind() const;
     static void Unbind();

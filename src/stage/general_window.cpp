@@ -16,21 +16,14 @@ void GeneralWindow::Build() {
     across.top = 0.12F;
     across.width = 0.3F;
     across.OnChange = OnScroll;
-    upright.Place(0.33F, 0.0F);
-    upright.width = 0.04F;
-    upright.height = 0.3F;
+    upright.Place(0.33F, 0.0F, 0.04F, 0.3F);
     checkBox.Place(0.31F, 0.31F);
     radioButton.Place(0.31F, 0.35F);
     progressBar.top = 0.41F;
     progressBar.width = 0.4F;
-    memo.top = 0.2F;
-    memo.width = 0.3F;
-    memo.height = 0.2F;
+    memo.Place(0.0F, 0.2F, 0.3F, 0.2F);
     gui.AddWindow(this);
-    const std::array<GUI_Component*, 9> widgets = {&panel,    &label,       &editBox,     &across, &upright,
-                                                   &checkBox, &radioButton, &progressBar, &memo};
-    for (GUI_Component* widget : widgets)
-        AddComponent(widget);
+    AddComponents(panel, label, editBox, across, upright, checkBox, radioButton, progressBar, memo);
 }
 
 void GeneralWindow::OnPointer(GUI_Element* window, float x, float y) {
@@ -41,7 +34,7 @@ void GeneralWindow::OnPointer(GUI_Element* window, float x, float y) {
 }
 
 void GeneralWindow::OnScroll(GUI_ScrollBar* bar) {
-    auto& general = static_cast<GeneralWindow&>(*bar->parent);
+    auto& general = WindowOf<GeneralWindow>(bar);
     std::snprintf(general.labelText.data(), general.labelText.size(), "pos=%d",
                   static_cast<int>(bar->position));
     general.label.caption = general.labelText.data();

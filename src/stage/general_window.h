@@ -14,8 +14,6 @@
 
 class GeneralWindow : public GUI_Window {
 public:
-    constexpr GeneralWindow() = default;
-
     void Build();
 
 private:

@@ -24,13 +24,13 @@ void MapEffects::Start(const char* mapPath) {
     sources.clear();
     ConfigFile file(mapPath);
     if (!INI_FindBlock("effects", &file)) return;
-    for (; INI_FindNextBlock("effect", &file); INI_SkipBlock("effect", &file)) {
-        Source source;
-        ReadRecord(MapEffect::Table(), source.effect, &file);
-        source.pause.Set(source.effect.every, false);
-        if (source.effect.every > 0) source.pause.Start();
-        Activate(source.effect);
-        sources.push_back(source);
+    MapEffect effect;
+    while (ReadNextRecord(MapEffect::Table(), effect, &file)) {
+        Source& source = sources.emplace_back();
+        source.effect = effect;
+        source.pause.Set(effect.every, false);
+        if (effect.every > 0) source.pause.Start();
+        Activate(effect);
     }
 }
 

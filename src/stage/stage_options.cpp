@@ -18,6 +18,5 @@ void StageOptions::Build() {
     editor.width = 0.25F;
     editor.OnClick = [](GUI_Element*) { Main::GoPuzzle(); };
     gui.AddWindow(this);
-    for (GUI_Button* button : {&pause, &quit, &editor})
-        AddComponent(button);
+    AddComponents(pause, quit, editor);
 }

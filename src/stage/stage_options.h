@@ -6,8 +6,6 @@
 
 class StageOptions : public GUI_Window {
 public:
-    constexpr StageOptions() = default;
-
     void Build();
 
 private:

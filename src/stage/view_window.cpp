@@ -1,7 +1,7 @@
 #include "stage/view_window.h"
 
 #include "gui/manager.h"
-#include "stage/map_layers.h"
+#include "play/map_layers.h"
 #include "world/camera.h"
 
 #include <GL/gl.h>

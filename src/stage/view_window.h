@@ -5,7 +5,5 @@
 
 class ViewWindow : public GUI_Window {
 public:
-    constexpr ViewWindow() = default;
-
     void Build();
 };

@@ -2,17 +2,16 @@
 
 #include "base/frame_clock.h"
 #include "base/log.h"
+#include "graphics/gl_state.h"
 #include "gui/manager.h"
 #include "input/input.h"
-#include "particles/engine.h"
+#include "play/map_layers.h"
 #include "scene/game_mode.h"
 #include "scene/profiler.h"
 #include "scene/stats_overlay.h"
-#include "stage/map_layers.h"
 #include "world/camera.h"
 
 #include <GL/gl.h>
-#include <SDL.h>
 
 #include <array>
 
@@ -24,22 +23,6 @@ constexpr char MapPath[] = "maps/firstmap.txt";
 constexpr std::array<const char*, 4> DestroyingSteps = {"Destroying map...", "Destroying input...",
                                                         "Clearing GUI...", "Done..."};
 
-// Times one section of a frame.
-class Section {
-public:
-    explicit Section(Profiler::Section timed) : section(timed) {
-        if (profiler) profiler->Begin(section);
-    }
-    Section(const Section&) = delete;
-    Section& operator=(const Section&) = delete;
-    ~Section() {
-        if (profiler) profiler->End(section);
-    }
-
-private:
-    Profiler::Section section;
-};
-
 void OpenLoadingScreen(std::uint16_t steps, const char* caption) {
     gui.LoadingStart(0.35F, 0.75F, steps, caption);
 }
@@ -50,11 +33,7 @@ void WorldScene::GameStart(int /*a*/, int /*b*/) {
     LogWrite("mainScene::GameStart\n");
     BuildGui();
     OpenLoadingScreen(MapStepCount, "Loading...");
-    mapName.reset();
-    configName.reset();
-    camera.Start();
-    input.Start();
-    ExecConfig(ConfigName);
+    Begin();
     if (LoadMap(MapPath)) {
         Main::Resume();
         effects.Start(MapPath);
@@ -90,48 +69,30 @@ void WorldScene::BuildGui() {
 
 void WorldScene::Update() {
     frameClock.Update();
-    {
-        const Section timed(Profiler::UpdateMap);
-        MoveObjects(frameClock.frameDelta);
-    }
-    {
-        const Section timed(Profiler::UpdateEntityes);
-        AnimateObjects(frameClock.frameDelta);
-    }
-    {
-        const Section timed(Profiler::UpdateParticles);
-        effects.Update(frameClock.frameDelta);
-        if (pengine) pengine->Update();
-    }
+    const std::uint32_t delta = frameClock.frameDelta;
+    Timed(Profiler::UpdateMap, [=] { MoveObjects(delta); });
+    Timed(Profiler::UpdateEntityes, [=] { AnimateObjects(delta); });
+    Timed(Profiler::UpdateParticles, [=, this] {
+        effects.Update(delta);
+        UpdateParticles();
+    });
     const WorldObject* followed = ObjectOf(camera.objectId);
     listener.Update(followed);
     camera.FollowObject(followed);
 }
 
 void WorldScene::Draw() {
-    glEnable(GL_CULL_FACE);
-    glEnable(GL_DEPTH_TEST);
+    const With culling(GL_CULL_FACE);
+    const With depth(GL_DEPTH_TEST);
     camera.Apply();
-    {
-        const Section timed(Profiler::DrawMap);
-        DrawGround();
-    }
-    {
-        const Section timed(Profiler::DrawEntityes);
-        DrawObjects();
-    }
-    {
-        const Section timed(Profiler::DrawParticles);
-        DrawParticles();
-    }
-    glDisable(GL_CULL_FACE);
-    glDisable(GL_DEPTH_TEST);
+    Timed(Profiler::DrawMap, DrawGround);
+    Timed(Profiler::DrawEntityes, DrawObjects);
+    Timed(Profiler::DrawParticles, DrawParticles);
     StatsOverlay();
 }
 
 void WorldScene::DrawGui() {
-    const Section timed(Profiler::DrawGUI);
-    gui.Draw();
+    Timed(Profiler::DrawGUI, [] { gui.Draw(); });
 }
 
 void WorldScene::GameFrame() {
@@ -145,10 +106,7 @@ void WorldScene::GameFrame() {
 void WorldScene::PauseFrame() {
     Draw();
     DrawGui();
-    {
-        const Section timed(Profiler::UpdateGUI);
-        gui.ProcessEvents(frameClock.frameDelta);
-    }
+    Timed(Profiler::UpdateGUI, [] { gui.ProcessEvents(frameClock.frameDelta); });
     frameClock.Update();
     if (profiler) profiler->Show();
 }

@@ -11,8 +11,6 @@
 
 class WorldScene : public MapScene {
 public:
-    constexpr WorldScene() = default;
-
     // Loads "maps/firstmap.txt" and runs until the player leaves for the game or quits.
     void GameStart(int a, int b) override;
     void GameEnd() override;

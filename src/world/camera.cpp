@@ -41,17 +41,6 @@ void Camera::SetAngles(float newRot1, float newRot2) {
     rot2 = newRot2;
 }
 
-void Camera::GetPosition(float* outX, float* outY, float* outZ) const {
-    if (outX) *outX = x;
-    if (outY) *outY = y;
-    if (outZ) *outZ = z;
-}
-
-void Camera::GetAngles(float* outRot1, float* outRot2) const {
-    if (outRot1) *outRot1 = rot1;
-    if (outRot2) *outRot2 = rot2;
-}
-
 void Camera::Apply() const {
     glLoadIdentity();
     glRotatef(rot2, 1.0F, 0.0F, 0.0F);

@@ -21,9 +21,6 @@ public:
     void SetPosition(float newX, float newY, float newZ);
     // Degrees: the turn about the upright axis, and the tilt, 0 looking straight down and -90 level.
     void SetAngles(float newRot1, float newRot2);
-    // Copy the fields; an output that is null is skipped.
-    void GetPosition(float* outX, float* outY, float* outZ) const;
-    void GetAngles(float* outRot1, float* outRot2) const;
 
     // Replaces the current matrix by the view of this camera.
     void Apply() const;

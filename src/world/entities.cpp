@@ -8,8 +8,6 @@
 #include "world/object_set.h"
 #include "world/world_grid.h"
 
-#include <algorithm>
-#include <string>
 #include <utility>
 
 constinit std::unique_ptr<Entityes> entityes;

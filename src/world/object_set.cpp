@@ -3,36 +3,19 @@
 
 #include "base/log.h"
 #include "config/config_file.h"
+#include "graphics/gl_state.h"
 #include "scene/game_mode.h"
 #include "world/world_grid.h"
 
 #include <GL/gl.h>
+
+#include <optional>
 
 constinit std::unique_ptr<Objects> objects;
 
 namespace {
 
 constexpr float ModelScale = 4.0F; // drawing units of a model's unit for an object of size 1
-
-// Switches blending as the object asks for it; false when its mode draws nothing.
-bool ApplyBlend(std::uint8_t blend) {
-    switch (blend) {
-    case 0:
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        return true;
-    case 1:
-        glDisable(GL_BLEND);
-        return true;
-    case 2:
-    case 3:
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-        return true;
-    default:
-        return false;
-    }
-}
 
 } // namespace
 
@@ -55,8 +38,10 @@ void Objects::DrawLayer(const Globalp& world, std::uint32_t layer) {
         glRotatef(180.0F - object.heading, 0.0F, 0.0F, 1.0F);
         const float scale = ModelScale * object.size;
         glScalef(scale, scale, scale);
-        if (ApplyBlend(object.blend)) models.Instance(object.modelSlot).Draw();
-        glDisable(GL_BLEND);
+        std::optional<Blend> blend;
+        if (object.blend == WorldObject::BlendAlpha) blend.emplace();
+        if (object.blend > WorldObject::BlendNone) blend.emplace(GL_SRC_ALPHA, GL_ONE);
+        if (object.blend <= WorldObject::LastBlend) models.Instance(object.modelSlot).Draw();
         glPopMatrix();
     }
 }

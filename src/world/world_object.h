@@ -22,6 +22,8 @@ enum ObjectStatus : std::uint8_t {
 struct WorldObject {
     static constexpr std::uint8_t NoPendingSector = 255;
     static constexpr std::size_t MaxContacts = 5;
+    // Values of `blend`; between the last two its light is added, beyond nothing is drawn.
+    static constexpr std::uint8_t BlendAlpha = 0, BlendNone = 1, LastBlend = 3;
     static constexpr float ImpulseShare = 0.05F; // of the impulse that moves it in a whole step
 
     // Moves by one step of `time` (1 for a whole step): turns, moves by the velocity, and gives way to pushes
@@ -51,8 +53,8 @@ struct WorldObject {
     Vector2 velocity;       // plane units a step
     Vector2 localVelocity;  // forward (x) and sideways (y); becomes the velocity by the heading
     Vector2 impulse;
-    float size = 0.2F;      // collision radius
-    std::uint8_t blend = 0; // 0 alpha, 1 none, 2 and 3 additive; others are not drawn
+    float size = 0.2F; // collision radius
+    std::uint8_t blend = BlendAlpha;
     std::int32_t sector = 0;
     bool moving = false;
     bool turning = false;

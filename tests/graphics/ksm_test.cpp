@@ -63,7 +63,7 @@ TEST_F(KsmTest, DrawsItsListHereAndElsewhereWithItsNormals) {
     glLightModelfv(GL_LIGHT_MODEL_AMBIENT, dark);
     glEnable(GL_LIGHT0);
     const auto drawn = Record([&] {
-        const Lit lit(true);
+        const With lighting(GL_LIGHTING);
         model.Draw();
         model.DrawAt(100, 50, 7);
         model.DrawAtXY(-3, 5);

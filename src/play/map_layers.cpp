@@ -1,4 +1,4 @@
-#include "stage/map_layers.h"
+#include "play/map_layers.h"
 
 #include "particles/engine.h"
 #include "world/background_map.h"
@@ -34,6 +34,10 @@ void AnimateObjects(std::uint32_t milliseconds) {
         AnimateLayer(layer, milliseconds);
 }
 
+void UpdateParticles() {
+    if (pengine) pengine->Update();
+}
+
 void DrawGround() {
     for (std::uint32_t layer = 0; backmap && layer < Layers; ++layer)
         backmap->DrawLayer(layer);
@@ -47,4 +51,10 @@ void DrawObjects() {
 void DrawParticles() {
     for (std::uint32_t layer = 0; pengine && layer < Layers; ++layer)
         pengine->Draw(layer);
+}
+
+void ReloadMap() {
+    if (objects) objects->models.Reload();
+    if (backmap) backmap->models.Reload();
+    if (pengine) pengine->ReloadTextures();
 }
