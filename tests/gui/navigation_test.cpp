@@ -2,6 +2,7 @@
 // without a mouse.
 #include "support/controller_events.h"
 #include "support/gui_fixture.h"
+#include "support/sound_device.h"
 
 #include "graphics/middle_frame.h"
 #include "graphics/video.h"
@@ -23,7 +24,7 @@ void NoteCaption(GUI_Element* element) {
 
 class NavigationTest : public GuiTest {
 protected:
-    NavigationTest() : GuiTest(Screen::SizeOnly) {
+    explicit NavigationTest(Screen screen = Screen::SizeOnly) : GuiTest(screen) {
         clicked.clear();
         // The window system's own motions stay out; where its pointer stands SDL still follows.
         SDL_SetEventFilter([](const SDL_Event* event) { return event->type == SDL_MOUSEMOTION ? 0 : 1; });
@@ -87,6 +88,9 @@ TEST_F(NavigationTest, TabGoesRoundInReadingOrderAndArrowsToTheNearestInTheirDir
     EXPECT_EQ(Walk("T"), "X");
     Show(other, {0.1F, 0.15F, 0.25F, 0.1F});
     EXPECT_EQ(Walk("T"), "B");
+    gui.SetFocus(&buttons[2]); // brings the window back to the front
+    Move(0.99F, 0.99F);
+    EXPECT_EQ(Walk("TTT"), "XAB");
     window.SetDisabled();
     EXPECT_EQ(Walk("T"), "B") << "the pointer stays";
     EXPECT_EQ(clicked, "BA");
@@ -183,20 +187,22 @@ TEST_F(NavigationTest, AControllerMovesAndClicks) {
     EXPECT_EQ(clicked, "BC<") << "any other button goes back";
 }
 
+class SystemsPointerTest : public NavigationTest {
+protected:
+    SystemsPointerTest() : NavigationTest(Screen::Window) {}
+};
+
 // So that the next movement of the mouse begins where the pointer is seen.
-TEST_F(NavigationTest, TheSystemsPointerGoesAlongOnAWideScreen) {
+TEST_F(SystemsPointerTest, GoesAlongOnAWideScreen) {
     video.SetSize(Width, Height / 2);
     EXPECT_EQ(Walk("T"), "A");
     const MiddleFrame frame = MiddleFrame::Of(Width, Height / 2);
-    int x = 0;
-    int y = 0;
-    for (const Uint32 start = SDL_GetTicks(); SDL_GetTicks() - start < 2000; SDL_Delay(1)) {
+    EXPECT_TRUE(WaitUntil([&frame] {
+        int x = 0, y = 0;
         SDL_PumpEvents();
         SDL_GetMouseState(&x, &y);
-        if (std::abs(x - frame.PixelX(gui.cursor.x)) <= 1.0) break;
-    }
-    EXPECT_NEAR(x, frame.PixelX(gui.cursor.x), 1.0);
-    EXPECT_NEAR(y, frame.PixelY(gui.cursor.y), 1.0);
+        return std::abs(x - frame.PixelX(gui.cursor.x)) <= 1 && std::abs(y - frame.PixelY(gui.cursor.y)) <= 1;
+    }));
 }
 
 } // namespace
