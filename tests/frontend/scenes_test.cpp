@@ -11,6 +11,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -116,39 +117,50 @@ TEST_F(Scenes, TheCreditsAreEnteredOnceAndLeftWithTheirButton) {
     EXPECT_TRUE(gui.Windows().empty());
 }
 
-TEST_F(Scenes, AllIsSeenAfterAModeChange) {
+// Mean colours of the picture's 12 x 9 parts, of each red, green and blue.
+std::vector<double> PartsOf(const std::vector<Rgba>& screen) {
+    const auto width = static_cast<std::size_t>(video.Width()), height = screen.size() / width;
+    std::vector<double> parts(12 * 9 * 3);
+    for (std::size_t i = 0; i < screen.size(); ++i) {
+        double* part = &parts[(i / width * 9 / height * 12 + i % width * 12 / width) * 3];
+        for (const std::uint8_t value : {screen[i].red, screen[i].green, screen[i].blue})
+            *part++ += value * 108.0 / static_cast<double>(screen.size());
+    }
+    return parts;
+}
+
+TEST_F(Scenes, AllIsSeenAtEverySizeThatTheOptionsOffer) {
     video.SetMode(640, 480, false);
-    static double before;
-    static double after;
     SteeredMenu menu;
     menu.steer = [](SteeredMenu& self) {
+        static constexpr const char* Sizes[] = {"800x600", "1024x768", "1280x960", "640x480"};
+        static std::vector<double> first;
         if (self.blockMenu.GetState() == BlockMenu::Phase::Gathering) {
             self.frames = 0;
             PressKey(SDLK_ESCAPE);
             return;
         }
         EXPECT_FALSE(IsShown("Are you sure?")) << "keys are not heard before";
+        SetPictureTime(1); // hardly anything turns
         self.blockMenu.glowLevel.Reset();
         self.blockMenu.SetState(BlockMenu::Phase::Frozen);
         self.blockMenu.logoAlpha = 1.0F;
         self.blockMenu.logoFadeTimer.Stop();
-        if (self.frames == 4) {
-            self.Draw();
-            before = Light() / (640.0 * 480.0);
-            self.blockMenu.SetHovered(MenuItem::Options);
-            gui.OnReleaseOutside();
-            for (const char* step : {"Video", "800x600", "   OK"})
-                ClickOn(step);
-        }
-        if (self.frames == 8) {
-            self.Draw();
-            after = Light() / (800.0 * 600.0);
-            Main::Quit();
-        }
+        if (self.frames % 4 != 0) return;
+        self.Draw();
+        const std::vector<double> parts = PartsOf(ReadScreen());
+        const auto change = static_cast<std::size_t>(self.frames / 4 - 1);
+        if (change == 0) first = parts;
+        EXPECT_GT(std::ranges::max(parts), 100.0) << "the logos are bright";
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            EXPECT_NEAR(parts[i], first[i], 12.0) << video.Width() << ", part " << i / 3;
+        if (change == std::size(Sizes)) return Main::Quit();
+        self.blockMenu.SetHovered(MenuItem::Options);
+        gui.OnReleaseOutside();
+        for (const char* step : {"Video", Sizes[change], "   OK"})
+            ClickOn(step);
     };
     menu.GameStart(0, 0);
-    EXPECT_GT(before, 5.0) << "boxes and logos are bright";
-    EXPECT_NEAR(after, before, before * 0.1) << "the same picture, larger";
     EXPECT_EQ(GameMode, Mode::Destroy);
     EXPECT_TRUE(Logged("MainServer::GameProcess()[DESTROY] State mode Change - [END]\n"
                        "mainIntro::Leaving menu\nmainMenu::GameEnd\n"));

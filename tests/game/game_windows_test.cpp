@@ -125,14 +125,29 @@ TEST_F(Dialogs, ANoLeadsBackToTheGameOrToWhatItsEndAsks) {
     EXPECT_STREQ(FirstName(), "My name...") << "and asks for the name as before";
 }
 
-TEST_F(Dialogs, AWindowThatWasLeftOffTheScreenIsBroughtBack) {
+TEST_F(Dialogs, WindowsAreFoundWhereTheyWereLeftOrBroughtBackOntoTheScreen) {
+    const GUI_Window& pauseMenu = *gui.Windows().front();
+    const GUI_Window& score = *gui.Windows()[4];
+    const float before = pauseMenu.left;
+    Main::Pause();
+    Move(0.2F, 0.8F);
+    Press();
+    Move(0.5F, 0.9F);
+    Release();
+    const float left = score.left, top = score.top;
+    CloseWindow();
+    Click(ConfirmOk);
+    gui.Clear();
+    game.BuildGui();
+    EXPECT_NEAR(score.left, left, 1e-5F);
+    EXPECT_NEAR(score.top, top, 1e-5F);
+    EXPECT_GT(left, 0.3F);
+    EXPECT_NEAR(pauseMenu.left, before, 1e-5F);
     gui.Clear();
     WriteFile("config.cfg", "<gui>\n<hform1>\nleft = 5\ntop = -7\n</hform1>\n</gui>\n");
     game.BuildGui();
-    const GUI_Window& panel = *gui.Windows().front();
-    EXPECT_STREQ(panel.caption, "hform1");
-    EXPECT_FLOAT_EQ(panel.left, 0.95F);
-    EXPECT_FLOAT_EQ(panel.top, 0.05F - panel.height);
+    EXPECT_FLOAT_EQ(pauseMenu.left, 0.95F);
+    EXPECT_FLOAT_EQ(pauseMenu.top, 0.05F - pauseMenu.height);
 }
 
 TEST_F(Dialogs, EscapeLetsGoOfADraggedWindow) {

@@ -151,7 +151,6 @@ class Game:
         self.process = subprocess.Popen([*under, str(BUILD / program)], cwd=self.folder, env=environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
         self.window = None
-        self.pointer = None  # where it was last sent, in fractions of the picture
         self.area = None  # where the picture is, when no window tells it: full screen
 
     # What the program says
@@ -253,7 +252,6 @@ class Game:
     def move(self, x, y):
         """Points at a place in fractions of the picture."""
         left, top, width, height = self.geometry()
-        self.pointer = (x, y)
         self.xdotool("mousemove", left + int(x * width), top + int(y * height))
 
     def click(self, x, y):
@@ -289,11 +287,6 @@ class Game:
         until = self.clock.pictures() + count
         self.clock.run(1000, milliseconds, until)
         self.await_true(lambda: self.clock.pictures() >= until, "pictures", pause=0.005)
-
-    def leap(self, seconds):
-        """Lets that much of the game's time pass, in its longest steps."""
-        self.step(200, 5 * seconds)
-        self.clock.run(HURRY)
 
     def look(self, save_as=None):
         """A screenshot of the picture."""

@@ -3,17 +3,14 @@ clicked. Journeys and scripts share them; the C++ tests ask the widgets."""
 # The menu's windows
 OPTIONS = ("Options", 0.285, 0.235)
 TABS = {"General": (0.325, 0.335), "Video": (0.46, 0.335), "Audio": (0.61, 0.335)}
-FIRST_LINES = {"General": ("Gameplay:", 0.31, 0.38), "Video": ("Screen resolution:", 0.385, 0.38), "Audio": ("Volume:", 0.295, 0.38)}
+VIDEO_PAGE = ("Screen resolution:", 0.385, 0.38)
 OPTIONS_OK, OPTIONS_CANCEL = (0.54, 0.733), (0.706, 0.733)
 SHOW_GRID = (0.27, 0.44)
-RESOLUTIONS = {480: (0.27, 0.44), 600: (0.27, 0.49), 768: (0.27, 0.54), 960: (0.27, 0.59)}
-RESOLUTION = ("1024x768", 0.38, 0.54)
 LIGHTING, FULLSCREEN = (0.565, 0.44), (0.565, 0.49)
 SOUND = 0.443  # height of the slider
 SURE = ("Are you sure?", 0.425, 0.435)  # in the game, too
 QUIT_YES, QUIT_NO = (0.41, 0.535), (0.58, 0.535)
 BACK = (0.89, 0.955)
-LOGOS = ((0.045, 0.82, 0.1, 0.13), (0.81, 0.82, 0.15, 0.12))  # left, top, width, height
 # The game's
 PAUSE_LINE = ("PAUSE - ESCAPE, p: resume", 0.523, 0.42)
 DROP_DOWN = (0.12, 0.38)

@@ -1,4 +1,4 @@
-"""What other machines show: wide and narrow screens, a window manager that hides the window."""
+"""What other machines show: wide and narrow screens and the whole of one, a window manager that hides the window."""
 import os
 import pathlib
 import subprocess
@@ -60,6 +60,22 @@ class Screens(Journey):
         width, height = size
         strips = ((0, 0, 8, height), (width - 8, 0, 8, height), (0, 0, width, 8), (0, height - 8, width, 8))
         return [max(self.display.look(*strip).data[1::4]) for strip in strips]
+
+    def test_full_screen(self):
+        game = self.on_screen(800, 600)  # of that very size, so that the picture is the whole screen
+        game.to_menu()
+        game.await_locked()
+        for mark, area in (("1", (0, 0, 800, 600)), ("0", None)):
+            game.menu_item("OPTIONS")
+            game.await_text(*places.VIDEO_PAGE, act=lambda: game.click(*places.TABS["Video"]))
+            game.click(*places.FULLSCREEN)
+            game.click(*places.OPTIONS_OK)
+            game.await_setting("fullscreen", mark)
+            self.assertIn(f"Setting video mode: 800x600x32 f={mark}", game.log())
+            game.area = area
+        self.assertEqual(game.geometry()[2:], (800, 600))
+        game.close_window()
+        game.await_end()
 
     def test_a_game_that_is_left_alone_pauses(self):
         config = pathlib.Path(self.display.folder) / "openbox.xml"
