@@ -58,8 +58,7 @@ protected:
     // The least contrast of the style's text with any pixel on which a glyph stands or that touches one,
     // before a scene by night and before flames. `write` puts a text, or blanks, where the style's text is
     // printed.
-    static void ExpectReadable(int stid, const std::function<void(const char*)>& write,
-                               const std::string& what) {
+    static void ExpectReadable(int stid, const std::function<void(const char*)>& write) {
         const GUI_Style& style = gui.GetStyles().Get(static_cast<std::uint8_t>(stid));
         const double text = Luminance(style.textr, style.textg, style.textb);
         for (const auto& [red, green, blue] : {std::tuple{0.04F, 0.04F, 0.10F}, {0.95F, 0.70F, 0.45F}}) {
@@ -81,8 +80,8 @@ protected:
                     for (const std::size_t near : {row - 1, row, row + 1})
                         worst = std::min(worst, Contrast(text, ground[near]));
             }
-            EXPECT_GT(inked, 200) << what;
-            EXPECT_GE(worst, 4.5) << what << " before a scene of red " << red;
+            EXPECT_GT(inked, 200);
+            EXPECT_GE(worst, 4.5) << "style " << stid << " before a scene of red " << red;
         }
         glClearColor(0, 0, 0, 0);
     }
@@ -96,35 +95,29 @@ protected:
 
 TEST_F(RealSkinTest, TextIsReadableOnEveryStyleAndStateOnCaptionBarsAndOnMarkedRows) {
     for (const GuiState state : {GuiState::Normal, GuiState::Hover, GuiState::Clicked, GuiState::Disabled}) {
-        const std::string where = " in state " + std::to_string(static_cast<int>(state));
+        SCOPED_TRACE(static_cast<int>(state));
         for (GUI_Window* holder : {&window, static_cast<GUI_Window*>(&panel)})
             for (const int stid : {1, 2, 3, 14, 11, 12}) {
                 GUI_Component& shown = stid == 11 || stid == 12 ? box : widget; // written beside, or over it
                 ShowAlone(*holder, &shown);
                 shown.state = state;
                 shown.stid = static_cast<std::uint8_t>(stid);
-                ExpectReadable(
-                    stid, [&](const char* text) { shown.caption = text; },
-                    "style " + std::to_string(stid) + (holder == &panel ? ", panel" : ", window") + where);
+                ExpectReadable(stid, [&](const char* text) { shown.caption = text; });
             }
         ShowAlone(window, nullptr);
         window.state = state;
-        ExpectReadable(
-            9, [&](const char* text) { window.caption = text; }, "caption bar" + where);
+        ExpectReadable(9, [&](const char* text) { window.caption = text; });
         window.state = GuiState::Normal;
         if (state == GuiState::Disabled) continue; // a disabled list has no marked row
         ShowAlone(panel, &list);
         list.caption = "";
-        ExpectReadable(
-            list.stid,
-            [&](const char* text) {
-                list.SetItems(text);
-                list.LostFocus();
-                list.Focus();
-                list.Unroll();
-                list.state = state;
-            },
-            "marked row" + where);
+        ExpectReadable(list.stid, [&](const char* text) {
+            list.SetItems(text);
+            list.LostFocus();
+            list.Focus();
+            list.Unroll();
+            list.state = state;
+        });
     }
 }
 
@@ -154,10 +147,9 @@ TEST_F(RealSkinTest, AddedTextIsReadableOnAWindowsField) {
 constexpr float CharacterWidth = 10.0F / 640.0F;
 constexpr float CellBelow = 10.0F / 480.0F;
 
-// Holds each caption against its widget and the client area. In a window that `grows`, one that the player is
-// to pull larger, it may also lie outside altogether.
-void ExpectCaptionsFit(const GUI_ComponentList& list, const GuiEdges& client, bool grows,
-                       const std::string& where) {
+// Each text ends before its window's client area does, and before its widget does where that cuts it. In a
+// window that `grows`, one that the player is to pull larger, it may also lie outside altogether.
+void ExpectTextsFit(const GUI_ComponentList& list, const GuiEdges& client, bool grows) {
     const GUI_Styles& skin = gui.GetStyles();
     for (std::size_t i = 0; i < list.Size(); ++i) {
         const GUI_Component& element = list[i];
@@ -166,28 +158,27 @@ void ExpectCaptionsFit(const GUI_ComponentList& list, const GuiEdges& client, bo
                 EXPECT_LE(static_cast<int>(std::strlen(page->caption)),
                           CharactersIn(page->width, skin.Get(page->stid).textx))
                     << page->caption;
-                ExpectCaptionsFit(page->Components(), client, grows, page->caption);
+                ExpectTextsFit(page->Components(), client, grows);
             }
-        const std::string caption = element.kind == GuiKind::EditBox
-                                        ? static_cast<const GUI_EditBox&>(element).Text()
-                                        : std::string(element.caption ? element.caption : "");
-        if (!element.visible || caption.empty()) continue;
+        const bool typed = element.kind == GuiKind::EditBox;
+        const char* text = typed ? static_cast<const GUI_EditBox&>(element).Text() : element.caption;
+        if (!element.visible || !text || !*text) continue;
+        const auto length = static_cast<int>(std::strlen(text));
         const GUI_Style& style = skin.Get(element.stid);
         const GuiRect rect = DrawnRect(skin, element);
         const bool beside = element.kind == GuiKind::CheckBox || element.kind == GuiKind::RadioButton;
         const float left = rect.left + style.textx + (beside ? rect.width : 0.0F);
         const float line = rect.top + style.texty;
         if (grows && (left >= client.right || line >= client.bottom)) continue;
-        EXPECT_LE(left + static_cast<float>(caption.size()) * CharacterWidth, client.right)
-            << where << ": " << caption;
-        EXPECT_LE(line + CellBelow, client.bottom) << where << ": " << caption;
+        EXPECT_LE(left + static_cast<float>(length) * CharacterWidth, client.right) << text;
+        EXPECT_LE(line + CellBelow, client.bottom) << text;
         if (element.scissor && !beside) {
-            EXPECT_LE(static_cast<int>(caption.size()), CharactersIn(element.width, style.textx)) << caption;
+            EXPECT_LE(length, CharactersIn(element.width, style.textx)) << text;
         }
     }
 }
 
-void ExpectCaptionsFit(const GUI_Window& shown) {
+void ExpectTextsFit(const GUI_Window& shown) {
     const GUI_Styles& skin = gui.GetStyles();
     const GUI_Style& body = skin.Get(shown.stid);
     const GUI_Style& bar = skin.Get(9);
@@ -197,10 +188,10 @@ void ExpectCaptionsFit(const GUI_Window& shown) {
                   shown.width - std::max(bar.rightx, skin.closeButton->left + skin.closeButton->width))
             << caption;
     }
-    ExpectCaptionsFit(shown.Components(),
-                      {shown.left, shown.top, shown.left + shown.width - body.rightx,
-                       shown.top + shown.height - body.righty},
-                      caption == "General:" || caption.starts_with("mx="), caption);
+    ExpectTextsFit(shown.Components(),
+                   {shown.left, shown.top, shown.left + shown.width - body.rightx,
+                    shown.top + shown.height - body.righty},
+                   caption == "General:" || caption.starts_with("mx="));
 }
 
 TEST_F(RealSkinTest, IsLoadedWithoutAWarningAndNoCaptionOfTheGamesWindowsIsCut) {
@@ -222,7 +213,7 @@ TEST_F(RealSkinTest, IsLoadedWithoutAWarningAndNoCaptionOfTheGamesWindowsIsCut) 
         build();
         windows += gui.Windows().size();
         for (const GUI_Window* shown : gui.Windows())
-            ExpectCaptionsFit(*shown);
+            ExpectTextsFit(*shown);
     }
     gui.LoadingEnd();
     EXPECT_EQ(windows, 16U);

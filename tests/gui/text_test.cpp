@@ -150,7 +150,7 @@ TEST_F(ShownTextTest, TheMemoScrollsWithItsCursorAndByItsBar) {
     Draw();
     EXPECT_GT(memo.scroll.position, 2);
     const Rgba redCursor = {CellColour('_' - 32).red, 0, 0};
-    EXPECT_TRUE(IsSeen(redCursor)) << "the cursor's line is shown";
+    EXPECT_EQ(Find(redCursor).bottom - Find(redCursor).top, 16) << "the cursor's line is shown, and it alone";
     EXPECT_FALSE(IsSeen('1'));
     TypeTimes(8, SDLK_UP);
     EXPECT_EQ(memo.scroll.position, 0);

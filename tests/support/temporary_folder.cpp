@@ -1,10 +1,10 @@
 // Folders for tests; see temporary_folder.h.
 #include "support/temporary_folder.h"
 
-#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -50,14 +50,8 @@ std::string Names() {
 }
 
 std::string ReadLog() {
-    static constexpr std::size_t StampLength = 22; // "[Tue Nov 24 23:11:45] "
-    std::string log = ReadFile("log.txt");
-    for (std::size_t at = log.find('['); at != std::string::npos; at = log.find('[', at + 1)) {
-        const std::string_view stamp = std::string_view(log).substr(at, StampLength);
-        if (stamp.size() == StampLength && stamp.ends_with("] ") && stamp[14] == ':' && stamp[17] == ':')
-            log.erase(at--, StampLength);
-    }
-    return log;
+    static const std::regex Stamp(R"(\[\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d\] )");
+    return std::regex_replace(ReadFile("log.txt"), Stamp, "");
 }
 
 bool Logged(std::string_view text) {
