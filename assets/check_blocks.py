@@ -17,7 +17,7 @@ from court import light, preview
 from piece_motifs import LETTERS, TILES
 from skin_shots import panel
 
-LEAST = 14.0
+LEAST = 15.0
 TURNS = 24
 SIZE, DISTANCE = 72, 7.0  # pixels of a picture; units from the eye to the piece's middle
 LAMP = (7.0, -5.0, 7.0)  # as seen from the eye

@@ -16,6 +16,8 @@ import sys
 
 import numpy as np
 
+import colour
+from court import light
 from court import preview as court
 from particles import preview
 
@@ -30,6 +32,9 @@ CHANGE, BLINKS, HIDDEN = 0.25, 0.05, 0.15
 # The flash of the first 120 ms: over the dark of the lower well it must be so many times as bright as the court, and at least so
 # much of the row must have become clearly brighter. The torchlit gate behind the highest rows leaves less room.
 FLASH_TIMES, FLASH_TIMES_TOP, FLASH_COVERS, FLASH_COVERS_TOP, BRIGHTER = 2.5, 1.25, 0.9, 0.5, 0.05
+
+# Mean L* of the first second of a game, whose torches blaze up under the veil that it begins with.
+FIRST_MOMENTS, FIRST_MEAN = (100, 500, 1000), 25
 
 
 def check_files(data, fail):
@@ -120,6 +125,24 @@ def run_rows(loaded, rows, step, ground, fail):
     fail(min(covered) < (FLASH_COVERS_TOP if top else FLASH_COVERS), "the flash does not cover the row")
 
 
+def first_second(loaded, model, step=20):
+    """Mean L* of the first second, before the gate and with its torches; statues hide nothing here."""
+    table, size, values, now = preview.Table(1), (SIZE[0] // 2, SIZE[1] // 2), [], 0
+    instances = [preview.Instance(emitter, place, direction, table) for place, direction in preview.GAME[4]
+                 for emitter in loaded[4]]
+    for moment in FIRST_MOMENTS:
+        while now < moment:
+            for instance in instances:
+                instance.update(step)
+            now += step
+        fade = moment / 5000
+        picture = court.take(*model, court.Camera(fade, 20), light.MEAN, *size) / 255
+        for instance in instances:
+            preview.draw(picture, instance, preview.camera_of("game", moment / 1000, size))
+        values.append(float(colour.lab(np.clip(picture, 0, 1) * (1 - light.VEIL * (1 - fade)))[..., 0].mean()))
+    return values
+
+
 def main():
     data = sys.argv[1] if len(sys.argv) > 1 else preview.DATA
     preview.DATA = data
@@ -137,6 +160,9 @@ def main():
     print("slots of the effects: %s; a game with four rows cleared at once holds at most %d" % (slots, game))
     fail(game > LIVING, "%d particles in a game" % game)
     model = court.load(os.path.join(data, "models/egypt.ksm"), os.path.join(data, "textures/EGYPT-TE.png"))
+    beginning = first_second(effects, model)
+    print("first second of a game under its veil: mean L* %s" % ", ".join("%.1f" % value for value in beginning))
+    fail(np.mean(beginning) < FIRST_MEAN, "a game begins in the dark")
     ground = court.render(*model, "rest-empty", SIZE[0]) / 255
     for rows, step in (((0,), 15), ((9,), 15), ((19,), 15), ((3, 4, 5, 6), 15), ((9,), 60), ((16, 17, 18, 19), 30)):
         run_rows(effects, rows, step, ground, fail)

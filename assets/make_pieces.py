@@ -36,18 +36,22 @@ PALETTES = {
 # Which inlay colour the bright rim leans to, and how far. The menu multiplies the box under the pointer by pure red, so
 # the rims of the blue and the green stones are warm: they keep the box visible then.
 RIM_TINTS = {"bar": ("light", 0.42), "S": ("light", 0.62), "square": ("light", 0.65), "T": ("light", 0.55)}
-# Only the menu's box shows the tiles that neither motif meets: there these stones get a large bright star in a bright frame, for the
-# same reason.
+# Only the menu's box shows the tiles that neither motif meets: there these stones get a large bright star in a bright frame and a
+# brighter rim, for the same reason; and the blue one leans to red, so that it is not black.
 WARM_STARS = ("bar", "S", "square")
+FREE_RIM, FREE_STONES = 0.8, {"bar": "#4A2C92"}
 JOINT_OF_IVORY, RIM_OF_IVORY = rgb("#D3BE96"), rgb("#FFFDF5")
 
 
-def ground(palette, seed):
-    """The stone: mottled, with diagonal veins, each tile a shade brighter in its middle."""
+def ground(palette, seed, free, free_stone):
+    """The stone: mottled, with diagonal veins, each tile a shade brighter in its middle; another one, if given, where free is 1."""
     grain = paint.noise(SIZE, seed)
     y, x = np.mgrid[0:SIZE, 0:SIZE] / SIZE
     vein = np.exp(-9 * np.abs(np.sin(6 * (1.3 * x + 0.8 * y) + 0.55 * grain)))
-    stone = palette["stone"] * (1 + 0.07 * grain[..., None])
+    stone = np.tile(palette["stone"], (SIZE, SIZE, 1))
+    if free_stone is not None:
+        stone = stone + (rgb(free_stone) - stone) * free[..., None]
+    stone = stone * (1 + 0.07 * grain[..., None])
     stone = stone + 0.10 * vein[..., None] * (palette["mid"] - palette["stone"])
     cushion = 0.93 + 0.12 * np.clip((edge_distance() - 0.1) / 0.4, 0, 1)
     return np.clip(stone * cushion[..., None], 0, 1)
@@ -60,6 +64,21 @@ def edge_distance():
     return np.minimum(along[:, None], along[None, :])
 
 
+def free_tiles(kind):
+    """Columns and rows of the tiles that neither the motif nor its turned copy meets."""
+    shown = set(TILES[kind])
+    met = shown | {(3 - column, 3 - row) for column, row in shown}
+    return [(column, row) for column in range(4) for row in range(4) if (column, row) not in met]
+
+
+def free_texels(kind):
+    """1 on the tiles that only the menu's box shows, 0 elsewhere."""
+    mask, side = np.zeros((SIZE, SIZE)), SIZE // 4
+    for column, row in free_tiles(kind):
+        mask[SIZE - (row + 1) * side:SIZE - row * side, column * side:(column + 1) * side] = 1
+    return mask
+
+
 def inlays(kind, palette):
     """The motif twice, the second time turned by 180 degrees in the tiles opposite, and a small star in each
     tile that is left. The second motif never meets the tiles of its piece; it fills the menu's box."""
@@ -68,17 +87,15 @@ def inlays(kind, palette):
         canvas.context.scale(SIZE / 4, -SIZE / 4)
         canvas.context.translate(0, -4)
     inlay = Inlay(colours.context, marks.context, palette)
-    shown = set(TILES[kind])
-    opposite = {(3 - column, 3 - row) for column, row in shown}
-    for column in range(4):
-        for row in range(4):
-            if (column, row) not in shown | opposite:
-                colours.context.rectangle(column + 0.27, row + 0.27, 0.46, 0.46)
-                colours.context.set_line_width(0.05)
-                colours.context.set_source_rgba(*(palette["light"] if kind in WARM_STARS else palette["cut"]), 0.5)
-                colours.context.stroke()
-                size, metal = (0.24, "light") if kind in WARM_STARS else (0.17, "mid")
-                inlay.fill(star(column + 0.5, row + 0.5, size, 4, 0.5), metal, 0.02)
+    warm = kind in WARM_STARS
+    # Half a side of the frame, width and strength of its line; radius and metal of the star.
+    half, line, strength, size, metal = (0.3, 0.07, 0.85, 0.27, "light") if warm else (0.23, 0.05, 0.5, 0.17, "mid")
+    for column, row in free_tiles(kind):
+        colours.context.rectangle(column + 0.5 - half, row + 0.5 - half, 2 * half, 2 * half)
+        colours.context.set_line_width(line)
+        colours.context.set_source_rgba(*palette["light" if warm else "cut"], strength)
+        colours.context.stroke()
+        inlay.fill(star(column + 0.5, row + 0.5, size, 4, 0.5), metal, 0.02)
     for turned in (False, True):
         for canvas in (colours, marks):
             c = canvas.context
@@ -86,7 +103,7 @@ def inlays(kind, palette):
             if turned:
                 c.translate(4, 4)
                 c.rotate(math.pi)
-            for column, row in shown:
+            for column, row in TILES[kind]:
                 c.rectangle(column, row, 1, 1)
             c.clip()
         MOTIFS[kind](inlay)
@@ -98,7 +115,8 @@ def inlays(kind, palette):
 def picture(kind):
     palette = {name: rgb(text) for name, text in PALETTES[kind].items()}
     colours, faces = inlays(kind, palette)
-    image = paint.over(ground(palette, sum(map(ord, kind))), colours)
+    free = free_texels(kind)
+    image = paint.over(ground(palette, sum(map(ord, kind)), free, FREE_STONES.get(kind)), colours)
     # Inlays are domed: bright on the crown, darker towards the cut. No side is favoured, because tiles turn.
     dome = gaussian_filter(faces, 4.5)
     image = image * (1 + faces * (0.30 * (dome - 0.62)))[..., None]
@@ -114,6 +132,8 @@ def picture(kind):
         rim_colour, joint_colour = RIM_OF_IVORY, JOINT_OF_IVORY
     else:
         tint, share = RIM_TINTS.get(kind, ("mid", 0.55))
+        if kind in WARM_STARS:
+            share = (share + (FREE_RIM - share) * free)[..., None]
         rim_colour = (1 - share) * palette["stone"] + share * palette[tint]
         joint_colour = 0.9 * palette["cut"]
     image = image * (1 - 0.16 * shoulder[..., None])

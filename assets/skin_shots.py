@@ -122,9 +122,10 @@ def window_body(gold, light):
 
 
 def panel(alpha, gold, light):
-    """Windows without a caption bar: a narrow stone bevel round a translucent field."""
+    """Windows without a caption bar: a narrow stone bevel round a translucent field, warm enough to set off the darkest of the
+    next pieces, whichever side it shows."""
     stone = [scaled(SAND_LIGHT, k * light) for k in (1.03, 0.86, 0.52, 0.62)]
-    return ([textured(4, "field", (1, 0.95, 0.92, alpha), (0.60, 0.57, 0.66, alpha)),
+    return ([textured(4, "field", (1, 0.95, 0.92, alpha), (0.60, 0.57, 0.66, alpha)), rectangle(4, tone("#BC9646", 0.07 * light)),
              band(4, 6, 4, tone("#000000", 0.5), tone("#000000", 0))]
             + bevel(0, 1, *[tone(INK)] * 4) + bevel(1, 2, *stone)
             + bevel(3, 1, scaled(GOLD, gold), scaled(GOLD, gold), scaled(GOLD_LIGHT, gold), scaled(GOLD_LIGHT, gold))

@@ -19,9 +19,9 @@ WIDTH, LENGTH = RIGHT - LEFT, math.dist(TOP, FOOT)
 DENSITY = 32
 SIZE = (round(WIDTH * DENSITY), round(LENGTH * DENSITY))
 
-PLATE, PLATE_LOW = rgb("#17246B"), rgb("#0C1440")
+PLATE, PLATE_LOW = rgb("#142062"), rgb("#080E34")
 # Ivory as bright as the pieces would outshine them.
-CAP_FACE, CAP_EDGE, INK, WORD = rgb("#D0C298"), rgb("#86714A"), rgb("#17112A"), rgb("#D8C488")
+CAP_FACE, CAP_EDGE, INK, WORD = rgb("#DCCFA6"), rgb("#86714A"), rgb("#0C0820"), rgb("#FCF0C4")
 CAP, CAP_TOP, GAP, BASELINE, LETTER = 1.0, .13, .14, 1.82, .44
 MARGIN = .25
 # What a group does, its width, and its caps: (width, quarter turns of the arrow clockwise from right, or letters).
