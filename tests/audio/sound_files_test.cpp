@@ -37,6 +37,7 @@ TEST_F(SoundFiles, WhatTheMixerCannotTakeIsNamed) {
              Case{"missing", "", ""},
              {"pipe", "", ""},
              {"noise", std::string(3000, '\x81'), "neither WAV nor Ogg Vorbis"},
+             {"aiff", "FORM" + whole.substr(4), "neither WAV nor Ogg Vorbis"},
              {"ogg", "OggS" + whole.substr(4), "an Ogg file without Vorbis sound"},
              {"cut", whole.substr(0, 2000), "it ends before its samples do"},
              {"bare", whole.substr(0, 36), "it ends before its samples do"},
@@ -46,6 +47,8 @@ TEST_F(SoundFiles, WhatTheMixerCannotTakeIsNamed) {
              {"ima", WaveBytes({0x11, 1, 22050, 0, 4, ""}, whole), "IMA ADPCM"},
              {"a-law", WaveBytes({6, 1, 22050, 1, 8, ""}, whole), "A-law"},
              {"extended", WaveBytes({0xFFFE, 1, 22050, 1, 8, extension}, whole), "mu-law"},
+             {"unknown", WaveBytes({99, 1, 22050, 0, 4, ""}, whole), "encoding 99"},
+             {"short", WaveBytes({0xFFFE, 1, 22050, 1, 8, ""}, whole), "a header that is cut short"},
              {"24", WaveBytes({1, 2, 22050, 6, 24, ""}, whole), "24 bits"},
              {"surround", WaveBytes({1, 6, 22050, 12, 16, ""}, whole), "6 channels"},
              {"slow", WaveBytes({1, 1, 1, 2, 16, ""}, whole), "a rate of 1 Hz"},
@@ -131,6 +134,8 @@ TEST_F(SoundFiles, AnyRateIsHeardAtItsPitch) {
 TEST_F(SoundFiles, LittleMayFollowTheEndOfATrack) {
     Open();
     folder.LinkData({"music"});
+    EXPECT_NE(sound.Sample_Add("music/KolvexIntro.ogg")->chunk, nullptr)
+        << "a sample may be such a file, too";
     const std::string track = ReadFile("music/Kolvex_NewAge.ogg");
     std::string broken = track.substr(track.rfind("OggS"));
     broken[broken.size() / 2] ^= 1;

@@ -106,6 +106,10 @@ TEST_F(TexturesTest, OddKindsOfPixelsBecomePlainOnes) {
     const Rgba opaque{255, 1, 1};
     const Rgba nothing{0, 0, 0};
     EXPECT_EQ(ShownOf("palette.png"), (Colours{nothing, opaque, nothing, opaque}));
+    const std::string seen("\0\x80\xFF\x80\xFF", 5), unseen("\0\x80\0\x80\0", 5);
+    const auto half = ShownOf("half.png", PngOf(PngHeader(2, 2, 8, 4), seen + unseen)); // grey with alpha
+    EXPECT_NEAR(half[0].green, 128, 8);
+    EXPECT_EQ(half[2], nothing);
     glDisable(GL_ALPHA_TEST);
     // Rows of three bytes, which OpenGL would misread at its usual alignment.
     const std::string red("\0\xFF\0\0", 4);

@@ -120,14 +120,15 @@ TEST_F(Drawing, RaysStreaksPairsAndRibbonsHoldBothTheirEnds) {
         const char* more;
         std::vector<std::size_t> drawn;
     } cases[] = {{2, "", {0, 1, 2, 3, 5}},
-                 {3, "", {0, 2, 3, 5}}, // one has not moved
-                 {4, "", {0, 2}},
+                 {3, "", {0, 2, 3, 5}},                          // one has not moved
+                 {4, "", {0}},                                   // neither half of a pair is dead
                  {5, " updatepos=0 dietype=0", {0, 2, 3, 4, 5}}, // from young to old
                  {5, " updatepos=1 dietype=2", {0, 2, 3, 4, 5}}};
     for (const auto& [form, more, drawn] : cases) {
         SCOPED_TRACE(form);
         EmitterInstance& instance = StartEmitter("form=" + std::to_string(form) + more);
         ParticleSlots& s = instance.particles;
+        if (form == 4) s.alive[3] = 0;
         s.previousX[1] = s.x[1], s.previousY[1] = s.y[1], s.previousZ[1] = s.z[1];
         const Corner* quad = Draw(instance, drawn.size());
         EXPECT_EQ(std::is_sorted(s.age, s.age + 6), form == 5);
@@ -158,6 +159,17 @@ TEST_F(Drawing, WhatHasNoWidthOrStyleIsSkipped) {
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
+TEST(Sheets, TheirCellsCoverThePicture) {
+    for (const int number : {1, 2, 4, 6, 9, 12, 16}) {
+        const std::span<const TextureCell> cells = CellsOfSheet(number);
+        float covered = 0;
+        for (const TextureCell& cell : cells)
+            covered += (cell[2].u - cell[0].u) * (cell[2].v - cell[0].v);
+        EXPECT_EQ(cells.size(), static_cast<std::size_t>(number));
+        EXPECT_NEAR(covered, 1, 0.03) << number;
+    }
+}
+
 // Six cells in 200 ms, 33 each, and the first again at their end; in a period shorter than the number of
 // cells the first only.
 TEST_F(Drawing, AnAnimationCloses) {
@@ -181,6 +193,7 @@ TEST_F(Drawing, ASpriteIsBlendedInItsColourAndHidesNothing) {
     instance.particles.colour[0] = {0.2F, 0.4F, 0.6F, 0.5F};
     std::fill_n(instance.particles.alive + 1, 5, 0);
     glEnable(GL_CULL_FACE);
+    glEnable(GL_DEPTH_TEST);
     engine.Draw(0);
     const Rgba pixel = PixelAt(Width / 2 + 50, Height / 2);
     EXPECT_TRUE(std::abs(pixel.red - 25) < 2 && std::abs(pixel.green - 51) < 2 &&
@@ -196,6 +209,7 @@ TEST_F(Drawing, ASpriteIsBlendedInItsColourAndHidesNothing) {
     glGetFloatv(GL_CURRENT_COLOR, colour.data());
     EXPECT_EQ(colour, (std::array<float, 4>{1, 1, 1, 1}));
     glDisable(GL_CULL_FACE);
+    glDisable(GL_DEPTH_TEST);
 }
 
 TEST_F(Drawing, EachBatchHasItsTextureAndALayerWhatDependsOnIt) {

@@ -2,11 +2,14 @@
 #include "audio/audio.h"
 #include "config/config_reader.h"
 #include "support/gl_fixture.h"
+#include "world/background_map.h"
 #include "world/entities.h"
 #include "world/object_set.h"
 #include "world/world_grid.h"
 
 #include <GL/gl.h>
+
+#include <cmath>
 
 namespace {
 
@@ -125,13 +128,21 @@ TEST_F(EntityList, ACreatureWithoutItsModelIsTheBlankOneAndABadSizeIsToldOnce) {
     EXPECT_EQ(CountInLog("size"), 1);
 }
 
-TEST_F(EntityList, ObjectsAreDrawnWhereTheyStandAndHowTheySay) {
+TEST_F(EntityList, ObjectsAndGroundAreDrawnWhereTheyStandAndHowTheySay) {
     Load("number = 1\n" + Entry(-3, -2));
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glOrtho(0.0, 16.0, 0.0, 12.0, -50.0, 50.0);
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
+    Backmap ground;
+    ASSERT_TRUE(ground.Load("entities/empty.txt"));
+    ASSERT_TRUE(ground.models.AddKsm("default/blank.ksm", "default/blank.png"));
+    ground.sectors[0].groupCount = ground.sectors[0].groupCellCount[0] = 1;
+    ground.sectors[0].groupCells[0][0] = {5, 2, WallByte, 0, 0};
+    const std::vector<Vertex> tile = Record([&] { ground.DrawLayer(0); });
+    ASSERT_EQ(tile.size(), 3U);
+    EXPECT_NEAR(std::hypot(tile[0].x - 11 * 40, tile[0].y - 5 * 40), 0, 0.01) << "cells are two units wide";
     for (const std::uint8_t blend : {0, 1, 2, 4}) {
         globalp->objects[0].blend = blend;
         const std::vector<Vertex> vertices = Record([] { objects->DrawLayer(*globalp, 0); });
