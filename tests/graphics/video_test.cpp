@@ -21,19 +21,14 @@ std::string WithoutSync(const std::string& log) {
 }
 
 TEST_F(VideoTest, LogsTheStartAndNumbersTheExtensions) {
-    const std::string log = WithoutSync(StartLog());
-    EXPECT_TRUE(log.starts_with("QEV_Video::Load(config.cfg) - loading video parameters\n"
-                                "QEV_Video::ReadParameters()\n"
-                                "QEV_Video::SetGLMode() - \t[OK] Video initialization\n"
-                                "QEV_Video::SetGLMode() - \t[OK] Video query\n"
-                                "QEV_Video::SetGLMode() Setting video mode: 640x480x32 f=0 \n"
-                                "QEV_Video::SetGLMode() - \t[OK] OpenGL Initialisation\n"
-                                "QEV_Video::SetGLMode() - \tVertical sync: asked for on\n"
-                                " Video Information:\n\t\t Vendor - " +
-                                std::string(DriverText(GL_VENDOR)) + "\n\t\t Renderer - " +
-                                DriverText(GL_RENDERER) + "\n\t\t Version - " + DriverText(GL_VERSION) +
-                                "\n\t\t[1] - GL_"))
-        << log;
+    const std::string log = StartLog();
+    for (const std::string& part :
+         {std::string(
+              "Setting video mode: 640x480x32 f=0 \nQEV_Video::SetGLMode() - \t[OK] OpenGL Initialisation\n"),
+          "\n Video Information:\n\t\t Vendor - " + std::string(DriverText(GL_VENDOR)) +
+              "\n\t\t Renderer - " + DriverText(GL_RENDERER) + "\n\t\t Version - " + DriverText(GL_VERSION) +
+              "\n\t\t[1] - GL_"})
+        EXPECT_NE(log.find(part), log.npos) << log;
     const std::string extensions = DriverText(GL_EXTENSIONS);
     const auto count = std::ranges::count(extensions.substr(0, extensions.find_last_not_of(' ')), ' ') + 1;
     EXPECT_NE(log.find("\n\t\t[" + std::to_string(count) + "] - GL_"), log.npos);
@@ -91,21 +86,6 @@ TEST_F(VideoTest, AModeChangeSetsSizeViewportAndProjectionAnew) {
         EXPECT_NEAR(projection[14], -0.200087, 1e-4);
     }
     EXPECT_EQ(video.ContextGeneration(), before + 2);
-}
-
-TEST_F(VideoTest, ObjectsAreKnownToLiveOrToBeGone) {
-    const GLuint list = glGenLists(1);
-    glNewList(list, GL_COMPILE);
-    glEndList();
-    const unsigned first = video.ContextGeneration();
-    video.SetMode(320, 240, false);
-    EXPECT_EQ(video.ContextHolds(first), glIsList(list) == GL_TRUE)
-        << "some systems keep the context, some do not";
-    ReplaceContext();
-    EXPECT_FALSE(video.ContextHolds(first));
-    EXPECT_TRUE(video.ContextHolds(video.ContextGeneration()));
-    EXPECT_FALSE(video.ContextHolds(video.ContextGeneration() + 1));
-    EXPECT_EQ(glIsEnabled(GL_TEXTURE_2D), GL_TRUE) << "the initial state belongs to every new context";
 }
 
 // Each loads the video object in a process of its own, which prints its log as its last act.
