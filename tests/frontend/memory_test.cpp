@@ -44,7 +44,7 @@ protected:
         return held;
     }
 
-    static constexpr long Noise = 1 << 15; // bytes that drivers and libraries may take
+    static constexpr long Noise = 1 << 16; // bytes that drivers and libraries may take
 
     // Visits a scene again and again, which `leave` ends; bytes of the heap that most visits leave behind.
     template<class Scene> static long Growth(Mode mode, void (*leave)(Scene& scene)) {
