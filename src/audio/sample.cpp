@@ -3,9 +3,12 @@
 
 #include "audio/resampler.h"
 #include "audio/sound_check.h"
+#include "platform/byte_cursor.h"
 
 #include <cstdint>
 #include <vector>
+
+using platform::AppendLittle;
 
 namespace {
 
@@ -23,12 +26,7 @@ std::vector<std::int16_t> Widen(const SoundFile& sound) {
     return wide;
 }
 
-void Put(std::vector<std::byte>& bytes, std::uint32_t value, unsigned size) {
-    for (unsigned i = 0; i < size; ++i)
-        bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
-}
-
-void Put(std::vector<std::byte>& bytes, const char* name) {
+void AppendName(std::vector<std::byte>& bytes, const char* name) {
     for (; *name != '\0'; ++name)
         bytes.push_back(static_cast<std::byte>(*name));
 }
@@ -41,18 +39,18 @@ std::vector<std::byte> WaveFile(std::uint32_t rate, unsigned channels, unsigned 
     const auto size = static_cast<std::uint32_t>(samples.size());
     std::vector<std::byte> bytes;
     bytes.reserve(HeaderSize + 8 + samples.size());
-    Put(bytes, "RIFF");
-    Put(bytes, HeaderSize + size, 4);
-    Put(bytes, "WAVEfmt ");
-    Put(bytes, 16, 4); // size of the six numbers that follow
-    Put(bytes, 1, 2);  // plain samples
-    Put(bytes, channels, 2);
-    Put(bytes, rate, 4);
-    Put(bytes, rate * frame, 4);
-    Put(bytes, frame, 2);
-    Put(bytes, bits, 2);
-    Put(bytes, "data");
-    Put(bytes, size, 4);
+    AppendName(bytes, "RIFF");
+    AppendLittle(bytes, HeaderSize + size, 4);
+    AppendName(bytes, "WAVEfmt ");
+    AppendLittle(bytes, 16, 4); // size of the six numbers that follow
+    AppendLittle(bytes, 1, 2);  // plain samples
+    AppendLittle(bytes, channels, 2);
+    AppendLittle(bytes, rate, 4);
+    AppendLittle(bytes, rate * frame, 4);
+    AppendLittle(bytes, frame, 2);
+    AppendLittle(bytes, bits, 2);
+    AppendName(bytes, "data");
+    AppendLittle(bytes, size, 4);
     bytes.insert(bytes.end(), samples.begin(), samples.end());
     return bytes;
 }
@@ -75,6 +73,6 @@ SampleChunk LoadChunk(std::span<const std::byte> file, std::string& remark) {
     if (sound.keepsPitch) return FromBytes(WaveFile(sound.rate, sound.channels, sound.bits, sound.samples));
     std::vector<std::byte> converted;
     for (const std::int16_t value : Resample(Widen(sound), sound.channels, sound.rate, sound.mixerRate))
-        Put(converted, static_cast<std::uint16_t>(value), 2);
+        AppendLittle(converted, static_cast<std::uint16_t>(value), 2);
     return FromBytes(WaveFile(sound.mixerRate, sound.channels, 16, converted));
 }

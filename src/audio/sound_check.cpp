@@ -7,9 +7,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <string_view>
 
+using platform::BeginsWith;
 using platform::ByteCursor;
 
 namespace {
@@ -24,13 +24,7 @@ constexpr std::uint64_t LargestRatio = 24; // between the file's rate and the mi
 constexpr std::uint64_t WidestUnpacking = 16;
 
 bool NextIs(ByteCursor& cursor, std::string_view name) {
-    const auto bytes = cursor.Take(name.size());
-    return bytes.size() == name.size() && std::memcmp(bytes.data(), name.data(), name.size()) == 0;
-}
-
-bool StartsWith(std::span<const std::byte> file, std::string_view name) {
-    ByteCursor cursor(file);
-    return NextIs(cursor, name);
+    return BeginsWith(cursor.Take(name.size()), name);
 }
 
 std::string EncodingName(unsigned code) {
@@ -81,11 +75,11 @@ void ReadWave(std::span<const std::byte> file, SoundFile& sound) {
         const std::span<const std::byte> content = cursor.Take(cursor.U32());
         if (cursor.Failed()) {
             sound.refusal = "it ends before its samples do";
-        } else if (StartsWith(name, "data")) {
+        } else if (BeginsWith(name, "data")) {
             if (!described) sound.refusal = "no header before the samples";
             sound.samples = content;
             break;
-        } else if (StartsWith(name, "fmt ") && !described) {
+        } else if (BeginsWith(name, "fmt ") && !described) {
             ReadWaveFormat(ByteCursor(content), sound);
             described = true;
         }
@@ -102,7 +96,7 @@ void ReadWave(std::span<const std::byte> file, SoundFile& sound) {
 
 // The checksum of an Ogg page, in which the four bytes that hold it count as zero.
 bool ChecksumHolds(std::span<const std::byte> page) {
-    constexpr std::size_t Place = 22;
+    constexpr std::size_t Offset = 22;
     constexpr auto Table = [] {
         std::array<std::uint32_t, 256> table{};
         for (std::uint32_t value = 0; value < table.size(); ++value) {
@@ -115,12 +109,12 @@ bool ChecksumHolds(std::span<const std::byte> page) {
     }();
     std::uint32_t sum = 0;
     for (std::size_t i = 0; i < page.size(); ++i) {
-        const bool skipped = i >= Place && i < Place + 4;
+        const bool skipped = i >= Offset && i < Offset + 4;
         const auto byte = skipped ? 0U : std::to_integer<std::uint32_t>(page[i]);
         sum = sum << 8U ^ Table[sum >> 24U ^ byte];
     }
     ByteCursor cursor(page);
-    cursor.Take(Place);
+    cursor.Take(Offset);
     return cursor.U32() == sum;
 }
 
@@ -132,7 +126,7 @@ std::size_t EndOfPages(std::span<const std::byte> file) {
     while (cursor.Left() > 0) {
         const std::size_t start = cursor.Position();
         const auto header = cursor.Take(HeaderSize);
-        if (!StartsWith(header, "OggS")) break;
+        if (!BeginsWith(header, "OggS")) break;
         std::uint64_t length = 0;
         for (const std::byte part : cursor.Take(std::to_integer<std::uint64_t>(header[HeaderSize - 1])))
             length += std::to_integer<std::uint64_t>(part);
@@ -207,12 +201,12 @@ void CompareWithMixer(SoundFile& sound, std::uint64_t fileSize, std::uint64_t mo
 SoundFile CheckSound(std::span<const std::byte> file, std::uint64_t mostBytes) {
     SoundFile sound;
     // Two older kinds that the library reads as it reads a WAV file; nothing here uses them.
-    if (StartsWith(file, "FORM") || StartsWith(file, "Crea") || StartsWith(file, "WAVE")) {
+    if (BeginsWith(file, "FORM") || BeginsWith(file, "Crea") || BeginsWith(file, "WAVE")) {
         sound.refusal = "neither WAV nor Ogg Vorbis";
-    } else if (StartsWith(file, "RIFF")) {
+    } else if (BeginsWith(file, "RIFF")) {
         sound.kind = SoundFile::Kind::Wave;
         ReadWave(file, sound);
-    } else if (StartsWith(file, "OggS")) {
+    } else if (BeginsWith(file, "OggS")) {
         sound.kind = SoundFile::Kind::Vorbis;
         ReadVorbis(file, sound);
     }

@@ -1,6 +1,6 @@
 // Checks a sound file before the mixer's library sees it: that believes whatever a header names, divides by
-// what stands in it and writes beyond its own tables when it is absurd. Rests on the byte cursor and on the
-// open mixer.
+// what stands in it and writes beyond its own tables when that is far out of range. Rests on the byte cursor
+// and on the open mixer.
 #pragma once
 
 #include <cstddef>

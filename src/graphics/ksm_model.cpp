@@ -20,10 +20,7 @@ constexpr std::size_t FloatsInTriangle = 3 * FloatsInVertex;
 constexpr std::size_t TriangleSize = FloatsInTriangle * sizeof(float);
 
 float LittleFloat(const std::byte* bytes) {
-    std::uint32_t bits = 0;
-    for (unsigned i = 0; i < sizeof bits; ++i)
-        bits |= std::to_integer<std::uint32_t>(bytes[i]) << (8U * i);
-    return std::bit_cast<float>(bits);
+    return std::bit_cast<float>(platform::LittleEndian<sizeof(float)>(bytes));
 }
 
 void Store(float* out, Vec3 v) {
@@ -104,10 +101,9 @@ bool KsmModel::LoadBlank(const char* path, float newScale) {
     return false;
 }
 
-bool KsmModel::Reload() {
-    if (name.empty()) return false;
+void KsmModel::Reload() {
     const std::string path = name;
-    return Load(path.c_str(), scale);
+    if (!path.empty()) static_cast<void>(Load(path.c_str(), scale)); // else it draws nothing
 }
 
 void KsmModel::BuildList(const KsmMesh& mesh) {

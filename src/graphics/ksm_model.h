@@ -36,7 +36,7 @@ public:
     // The same for the blank model itself.
     [[nodiscard]] bool LoadBlank(const char* path, float scale);
     // Reads the file again that the model came from and builds a new list, after a mode change.
-    bool Reload();
+    void Reload();
 
     // Draw the mesh at the origin, or moved; the caller binds the texture and sets colour and state. The move
     // is undone by the opposite move.

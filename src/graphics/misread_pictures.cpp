@@ -9,24 +9,16 @@
 #include <cstdint>
 #include <string_view>
 
+using platform::AppendLittle;
+using platform::BeginsWith;
 using platform::ByteCursor;
 
 namespace {
 
 using Bytes = std::span<const std::byte>;
 
-bool BeginsWith(Bytes file, std::string_view text) {
-    return std::string_view(reinterpret_cast<const char*>(file.data()), file.size()).substr(0, text.size()) ==
-           text;
-}
-
 void Append(std::vector<std::byte>& out, Bytes bytes) {
     out.insert(out.end(), bytes.begin(), bytes.end());
-}
-
-void AppendLittle(std::vector<std::byte>& out, std::uint32_t value, unsigned size) {
-    for (unsigned i = 0; i < size; ++i)
-        out.push_back(std::byte{static_cast<std::uint8_t>(value >> (8U * i))});
 }
 
 constexpr std::size_t FileHead = 14;

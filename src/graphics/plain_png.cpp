@@ -19,7 +19,7 @@ namespace {
 
 using Bytes = std::span<const std::byte>;
 
-constexpr std::array<std::uint8_t, 8> Signature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+constexpr std::string_view Signature("\x89PNG\r\n\x1A\n", 8);
 
 constexpr std::uint32_t ChunkType(const char (&name)[5]) {
     std::uint32_t type = 0;
@@ -252,9 +252,7 @@ bool TakeChunk(const Chunk& chunk, const Header& header, Content& content, std::
 } // namespace
 
 bool HasPngSignature(Bytes file) {
-    return file.size() >= Signature.size() &&
-           std::equal(Signature.begin(), Signature.end(), file.begin(),
-                      [](std::uint8_t a, std::byte b) { return std::byte{a} == b; });
+    return platform::BeginsWith(file, Signature);
 }
 
 std::vector<std::byte> PlainPng(Bytes file) {

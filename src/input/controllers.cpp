@@ -3,7 +3,7 @@
 #include "input/controllers.h"
 
 #include "base/log.h"
-#include "platform/controller_count.h"
+#include "platform/platform.h"
 
 #include <algorithm>
 #include <cstdlib>

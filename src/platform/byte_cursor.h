@@ -6,8 +6,28 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
+#include <vector>
 
 namespace platform {
+
+// The number in the first bytes, which must be there, the lowest first.
+template<unsigned Size> constexpr std::uint32_t LittleEndian(const std::byte* bytes) {
+    std::uint32_t value = 0;
+    for (unsigned i = 0; i < Size; ++i)
+        value |= std::to_integer<std::uint32_t>(bytes[i]) << (8U * i);
+    return value;
+}
+
+// Appends the lowest `size` bytes of a number, the lowest first.
+inline void AppendLittle(std::vector<std::byte>& out, std::uint32_t value, unsigned size) {
+    for (unsigned i = 0; i < size; ++i)
+        out.push_back(static_cast<std::byte>(value >> (8U * i)));
+}
+
+inline bool BeginsWith(std::span<const std::byte> bytes, std::string_view text) {
+    return std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()).starts_with(text);
+}
 
 class ByteCursor {
 public:
@@ -58,11 +78,7 @@ private:
 
     template<unsigned Size> constexpr std::uint32_t Little() {
         const auto taken = Take(Size);
-        if (taken.empty()) return 0;
-        std::uint32_t value = 0;
-        for (unsigned i = 0; i < Size; ++i)
-            value |= std::to_integer<std::uint32_t>(taken[i]) << (8U * i);
-        return value;
+        return taken.empty() ? 0 : LittleEndian<Size>(taken.data());
     }
 
     std::span<const std::byte> bytes;

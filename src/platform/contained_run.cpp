@@ -59,7 +59,6 @@ public:
         if (number >= 0) close(number);
         number = -1;
     }
-    int Number() const { return number; }
 
 private:
     int number;

@@ -4,12 +4,13 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 
 #ifdef _WIN32
-#include <cstring>
 #include <io.h>
 #include <windows.h>
 #else
+#include <dirent.h>
 #include <strings.h>
 #include <unistd.h>
 #endif
@@ -72,6 +73,20 @@ inline void OnRequestsToEnd(void (*handler)(int signal)) {
 #ifdef SIGHUP
     std::signal(SIGHUP, handler);
 #endif
+}
+
+// How many game controllers are plugged in, which the media library tells only once; 0 where the system does
+// not tell.
+inline int CountControllers() {
+    int count = 0;
+#ifndef _WIN32
+    DIR* const folder = opendir("/dev/input");
+    if (!folder) return 0;
+    while (const dirent* entry = readdir(folder))
+        if (std::strncmp(entry->d_name, "js", 2) == 0) ++count;
+    closedir(folder);
+#endif
+    return count;
 }
 
 } // namespace platform
