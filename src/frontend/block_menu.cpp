@@ -55,7 +55,7 @@ void BlockMenu::LoadLogos() {
                                         {&gameLogo, "textures/quarvello-logo.png"},
                                         {&studioLogo, "textures/porvinal-logo.png"}}) {
         logo->Init();
-        logo->Add(picture);
+        static_cast<void>(logo->Add(picture)); // is the set's only one
     }
 }
 

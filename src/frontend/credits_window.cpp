@@ -1,14 +1,14 @@
 #include "frontend/credits_window.h"
 
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 
 void CreditsWindow::Build(Listener& scene) {
     listener = &scene;
     gui.AddWindow(this);
     Place(0.8F, 0.9F, 0.2F, 0.1F);
     visible = false;
-    back.caption = "Back";
-    back.Place(0.005F, 0.005F);
-    back.OnClick = [](GUI_Element* button) { WindowOf<CreditsWindow>(button).listener->CreditsLeft(); };
+    SetUp(back, "Back", 0.005F, 0.005F,
+          [](GUI_Element* button) { WindowOf<CreditsWindow>(button).listener->CreditsLeft(); });
     AddComponent(&back);
 }

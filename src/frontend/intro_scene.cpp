@@ -42,8 +42,7 @@ void IntroScene::GameStart(int /*a*/, int /*b*/) {
     input.onRelease = Main::Quit;
     input.onQuit = CloseWindow;
     logo.Init();
-    logo.Add("textures/veklogo.png");
-    glBindTexture(GL_TEXTURE_2D, logo.Get(0));
+    glBindTexture(GL_TEXTURE_2D, logo.Get(logo.Add("textures/veklogo.png")));
     Main::Resume();
     logoSample = audio.Sample_Add("sounds/Logo.wav");
     phaseTimer.Set(PhaseDuration, false);

@@ -10,8 +10,6 @@
 #include "scene/game_mode.h"
 #include "world/camera.h"
 
-#include <GL/gl.h>
-
 constinit MenuScene menuScene;
 
 namespace {

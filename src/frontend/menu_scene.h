@@ -8,8 +8,6 @@
 #include "frontend/quit_dialog.h"
 #include "play/map_scene.h"
 
-#include <SDL.h>
-
 class MenuScene : public MapScene, private QuitDialog::Listener, private OptionsWindow::Listener {
 public:
     void GameStart(int a, int b) override;

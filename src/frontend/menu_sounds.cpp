@@ -3,8 +3,7 @@
 #include "audio/audio.h"
 
 void MenuSounds::Load() {
-    audio.music.Load("music/KolvexIntro.ogg");
-    audio.music.Play();
+    if (audio.music.Load("music/KolvexIntro.ogg")) audio.music.Play();
     hover = audio.Sample_Add("sounds/block_hover.wav");
     explosion = audio.Sample_Add("sounds/block_explotion.wav");
 }

@@ -55,7 +55,7 @@ void GeneralPage::Apply() const {
 }
 
 void GeneralPage::Store(INI_Writer& writer) {
-    kolvex.Save(ConfigName, writer);
+    kolvex.Save(ConfigName, &writer);
 }
 
 // Only widgets of the active page can be clicked.
@@ -105,7 +105,7 @@ void VideoPage::ApplyLighting() const {
 }
 
 void VideoPage::Store(INI_Writer& writer) {
-    video.Save(ConfigName, writer);
+    video.Save(ConfigName, &writer);
 }
 
 void VideoPage::OnPick(GUI_Element* button) {
@@ -169,5 +169,5 @@ void AudioPage::Show() {
 }
 
 void AudioPage::Store(INI_Writer& writer) {
-    audio.WriteParameters(ConfigName, writer);
+    audio.WriteParameters(ConfigName, &writer);
 }

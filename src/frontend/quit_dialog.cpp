@@ -1,6 +1,7 @@
 #include "frontend/quit_dialog.h"
 
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 
 void QuitDialog::Build(Listener& scene) {
     listener = &scene;
@@ -15,11 +16,8 @@ void QuitDialog::Build(Listener& scene) {
         dialog.visible = false;
         dialog.listener->QuitCancelled();
     };
-    quit.caption = "Quit";
-    quit.top = 0.02F;
-    quit.OnClick = [](GUI_Element* button) { WindowOf<QuitDialog>(button).listener->QuitConfirmed(); };
-    cancel.caption = "Cancel";
-    cancel.Place(0.17F, 0.02F);
-    cancel.OnClick = closeButton.OnClick;
+    SetUp(quit, "Quit", 0.0F, 0.02F,
+          [](GUI_Element* button) { WindowOf<QuitDialog>(button).listener->QuitConfirmed(); });
+    SetUp(cancel, "Cancel", 0.17F, 0.02F, closeButton.OnClick);
     AddComponents(quit, cancel);
 }

@@ -39,10 +39,10 @@ constexpr std::array<AmbientEffect, 8> AmbientEffects = {{
     {4, {-17.5F, -21.6F, 7.6F}, {0.0F, 1.0F, 0.0F}},
 }};
 
-// One step of `place` towards `target`, faster the farther it is and never beyond; within one unit it rests.
-float Approach(float place, float target, float speed) {
-    const float step = std::abs(std::trunc(target - place)) * speed;
-    return place < target ? std::min(place + step, target) : std::max(place - step, target);
+// One step from `from` towards `target`, faster the farther it is and never beyond; within one unit it rests.
+float Approach(float from, float target, float speed) {
+    const float step = std::abs(std::trunc(target - from)) * speed;
+    return from < target ? std::min(from + step, target) : std::max(from - step, target);
 }
 
 void SetLight(GLenum name, float x, float y, float z) {

@@ -161,7 +161,7 @@ void GameScene::KeyPressed(SDL_keysym key) {
     if ((key.sym == SDLK_ESCAPE || IsPauseKey(key.sym)) && pauseWindow.state != GuiState::Disabled) Resume();
 }
 
-// Nobody plays on without the keyboard or the window.
+// Play does not go on without the keyboard or the window.
 void GameScene::PauseWhenLeft() {
     constexpr std::uint8_t Needed = SDL_APPINPUTFOCUS | SDL_APPACTIVE;
     const auto there = static_cast<std::uint8_t>(SDL_GetAppState() & Needed);

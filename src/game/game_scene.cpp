@@ -1,4 +1,3 @@
-// The course of a game, from loading to its last black picture.
 #include "game/game_scene.h"
 
 #include "audio/audio.h"
@@ -50,8 +49,7 @@ void GameScene::StartPlay() {
     Court::StartEffects();
     kolvex.Start();
     kolvex.SetBlockModels(Court::Models());
-    audio.music.Load("music/Kolvex_NewAge.ogg");
-    audio.music.Play();
+    if (audio.music.Load("music/Kolvex_NewAge.ogg")) audio.music.Play();
     court.Start();
     fade.In(FadeDuration);
 }

@@ -25,7 +25,7 @@ public:
     void GameStart(int a, int b) override;
     void GameEnd() override;
     // Without words on the loading screen: the game's map is that of the menu.
-    bool LoadMap(const char* path) override;
+    [[nodiscard]] bool LoadMap(const char* path) override;
     void BuildGui() override;
     void Update() override;
     void Draw() override;

@@ -1,8 +1,7 @@
-// One question for both ways out; closing it is a no.
 #include "game/leave_window.h"
 
-#include "game/window_parts.h"
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 
 namespace {
 

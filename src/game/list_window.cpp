@@ -1,9 +1,8 @@
-// The buttons stand in one row at the lower right, wherever the size puts it.
 #include "game/list_window.h"
 
-#include "game/window_parts.h"
 #include "graphics/font.h"
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 #include "rules/high_scores.h"
 
 #include <GL/gl.h>

@@ -2,8 +2,8 @@
 #include "game/name_window.h"
 
 #include "game/decisions.h"
-#include "game/window_parts.h"
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 
 void NameWindow::Build(QEV_Gui& screen, GameDecisions& listener) {
     decisions = &listener;

@@ -1,11 +1,10 @@
-// The piece turns in a light of its own.
 #include "game/next_window.h"
 
 #include "game/court.h"
-#include "game/window_parts.h"
 #include "graphics/gl_state.h"
 #include "graphics/video.h"
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 #include "play/kolvex.h"
 
 #include <GL/gl.h>

@@ -1,9 +1,8 @@
-// The choices are known by their rows.
 #include "game/pause_window.h"
 
 #include "game/decisions.h"
-#include "game/window_parts.h"
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 
 #include <array>
 

@@ -1,8 +1,7 @@
-// Each number stands under its title.
 #include "game/score_window.h"
 
-#include "game/window_parts.h"
 #include "gui/manager.h"
+#include "gui/window_parts.h"
 #include "rules/well.h"
 
 #include <cstdio>

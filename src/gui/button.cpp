@@ -1,4 +1,3 @@
-// Sounds belong to the manager; a button only knows when they are due.
 #include "gui/button.h"
 
 #include "gui/manager.h"

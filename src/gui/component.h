@@ -46,11 +46,10 @@ public:
     // Leaves its container, and the manager if that is shown.
     ~GUI_Component() override;
 
-    // Slot 16: this, or the part of it that lies under the point; null when nothing does. The container's
+    // This, or the part of it that lies under the point; null when nothing does. The container's
     // values are handed over by it; where the component stands follows from all that hold it.
     virtual GUI_Component* IsMouseOver(float containerLeft, float containerWidth, float containerTop,
                                        float containerHeight, float x, float y);
-    // Slot 17.
     virtual void Draw();
 
     GuiCorner pos_id = GuiCorner::TopLeft;

@@ -1,4 +1,3 @@
-// The box draws the end of its text; what is hidden is found anew at each drawing.
 #include "gui/edit_box.h"
 
 #include "base/frame_clock.h"

@@ -9,11 +9,7 @@
 
 class GUI_EditBox : public GUI_Component {
 public:
-    constexpr GUI_EditBox() : GUI_Component(GuiKind::EditBox, 2, "") {
-        keys = GuiKeys::Line;
-        for (const char c : {'t', 'e', 's', 't'})
-            text[length++] = c;
-    }
+    constexpr GUI_EditBox() : GUI_Component(GuiKind::EditBox, 2, "") { keys = GuiKeys::Line; }
 
     void KeyDown(SDL_keysym key) override;
     void KeyUp(SDL_keysym key) override;
@@ -31,7 +27,7 @@ private:
     void Apply(const SDL_keysym& key);
     void DrawText() const;
 
-    std::array<char, TextEntryLimit + 1> text{};
-    std::size_t length = 0;
+    std::array<char, TextEntryLimit + 1> text{'t', 'e', 's', 't'};
+    std::size_t length = 4;
     TextEntry entry;
 };

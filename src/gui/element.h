@@ -45,8 +45,9 @@ public:
     using KeyHook = void (*)(GUI_Element* element, SDL_keysym key);
     using ElementHook = void (*)(GUI_Element* element);
 
-    // The sixteen operations, in their fixed order. A click is a press and a release on the same element;
-    // only its owner, by writing `state`, brings an element back out of Disabled.
+    // The sixteen operations, in their fixed order; derived classes go on in theirs. A click is a press and a
+    // release on the same element; only its owner, by writing `state`, brings an element back out of
+    // Disabled.
     virtual GUI_Element* GetParent() const;
     virtual void SetNormal();
     virtual void SetHover();
@@ -65,7 +66,6 @@ public:
     // says whether it was there. Without a caption both do nothing.
     virtual void Save(INI_Writer& writer);
     virtual bool Load(ConfigFile* file);
-    // The keys of that block.
     static RecordTable<GUI_Element> PlaceTable();
 
     virtual ~GUI_Element() = default;

@@ -1,4 +1,3 @@
-// Drawn last, so that nothing lies over the pointer.
 #include "gui/gui_cursor.h"
 
 #include "graphics/gl_state.h"

@@ -115,7 +115,7 @@ public:
     void (*OnQuit)() = nullptr;              // the window is to be closed
     // Adds what the scene itself lets the player click, outside of all windows, in GUI units; asked for when
     // a key moves the pointer.
-    void (*OnStops)(std::vector<GuiPoint>& places) = nullptr;
+    void (*OnStops)(std::vector<GuiPoint>& points) = nullptr;
 
 private:
     // The topmost element under the point; in a disabled window only when asked for.
@@ -129,7 +129,7 @@ private:
     std::vector<GuiStop> Stops() const;
     // The stop to which the key leads from the pointer, or none.
     std::optional<std::size_t> NextStop(const std::vector<GuiStop>& stops, const SDL_keysym& key) const;
-    void MovePointerTo(GuiPoint place);
+    void MovePointerTo(GuiPoint point);
     void ClickAtPointer();
     // A controller's event as what a key would do.
     void HearController(const SDL_Event& event);

@@ -27,7 +27,20 @@ public:
 
 class GUI_Memo : public GUI_Component {
 public:
-    constexpr GUI_Memo();
+    constexpr GUI_Memo() : GUI_Component(GuiKind::Memo, 1, ""), scroll(this), area(this) {
+        state = GuiState::Disabled;
+        addParts = AddParts;
+        scroll.max = 0;
+        scroll.position = 2;
+        scroll.lastPosition = 2;
+        scroll.OnChange = ScrollChanged;
+        area.OnMouseDown = AreaMouseDown;
+        area.OnKeyDown = AreaKeyDown;
+        area.OnKeyUp = AreaKeyUp;
+        area.OnLostFocus = AreaLostFocus;
+        area.OnDraw = AreaDraw;
+        area.keys = GuiKeys::Lines;
+    }
 
     void Draw() override; // OnDraw only
 
@@ -79,18 +92,3 @@ private:
     std::uint32_t visibleLines = 3;
     TextEntry entry;
 };
-
-constexpr GUI_Memo::GUI_Memo() : GUI_Component(GuiKind::Memo, 1, ""), scroll(this), area(this) {
-    state = GuiState::Disabled;
-    addParts = AddParts;
-    scroll.max = 0;
-    scroll.position = 2;
-    scroll.lastPosition = 2;
-    scroll.OnChange = ScrollChanged;
-    area.OnMouseDown = AreaMouseDown;
-    area.OnKeyDown = AreaKeyDown;
-    area.OnKeyUp = AreaKeyUp;
-    area.OnLostFocus = AreaLostFocus;
-    area.OnDraw = AreaDraw;
-    area.keys = GuiKeys::Lines;
-}

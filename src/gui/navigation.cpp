@@ -82,10 +82,10 @@ std::vector<GuiStop> QEV_Gui::Stops() const {
         const bool unrolls = stop.component->kind == GuiKind::Items; // its rows may not be there yet
         return !unrolls && HitElement(stop.point, false) != stop.component;
     });
-    std::vector<GuiPoint> places;
-    if (OnStops) OnStops(places);
-    for (const GuiPoint place : places)
-        if (!HitElement(place, false)) stops.push_back({place});
+    std::vector<GuiPoint> ofScene;
+    if (OnStops) OnStops(ofScene);
+    for (const GuiPoint point : ofScene)
+        if (!HitElement(point, false)) stops.push_back({point});
     SortAsRead(stops);
     return stops;
 }
@@ -107,15 +107,15 @@ std::optional<std::size_t> QEV_Gui::NextStop(const std::vector<GuiStop>& stops, 
 }
 
 // The system's pointer goes along, or the next movement of the mouse would begin where it was left.
-void QEV_Gui::MovePointerTo(GuiPoint place) {
+void QEV_Gui::MovePointerTo(GuiPoint point) {
     const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());
     const auto pixel = [](double value, int size) {
         return static_cast<Uint16>(
             std::clamp(static_cast<int>(std::lround(value)), 0, std::max(size - 1, 0)));
     };
-    cursor.x = place.x;
-    cursor.y = place.y;
-    SDL_WarpMouse(pixel(frame.PixelX(place.x), video.Width()), pixel(frame.PixelY(place.y), video.Height()));
+    cursor.x = point.x;
+    cursor.y = point.y;
+    SDL_WarpMouse(pixel(frame.PixelX(point.x), video.Width()), pixel(frame.PixelY(point.y), video.Height()));
     // The focus follows, so that keys reach what the pointer shows.
     GUI_Element* hit = HitElement(false);
     SetFocus(hit);

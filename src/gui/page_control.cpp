@@ -13,22 +13,10 @@ GUI_Page::~GUI_Page() {
     gui.Forget(*this);
 }
 
-GUI_Element* GUI_Page::GetParent() const {
-    return control;
-}
-
 void GUI_Page::Click() {
     GUI_Button::Click();
     if (control) control->SetActivePage(this);
     SetClicked();
-}
-
-void GUI_Page::Draw() {
-    if (!visible) return;
-    if (OnDraw)
-        OnDraw(this);
-    else
-        gui.GetStyles().Draw(*this, control);
 }
 
 void GUI_Page::SetControl(GUI_PageControl* newControl) {

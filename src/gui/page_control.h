@@ -11,10 +11,8 @@ public:
     constexpr GUI_Page() : GUI_Button(GuiKind::Page, 14, "Page") {}
     ~GUI_Page() override; // leaves its page control
 
-    GUI_Element* GetParent() const override; // the page control
-    void Click() override;                   // becomes the active page
-    void Draw() override;                    // the tab
-    // Slot 18: hands the page's widgets to its page control.
+    void Click() override; // becomes the active page
+    // Hands the page's widgets to its page control.
     virtual void SetParents();
 
     // Appends a widget; one that this page holds already stays where it is.

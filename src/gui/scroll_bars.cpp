@@ -91,9 +91,9 @@ void GUI_ScrollBar::PickPosition(GUI_Element* thumb, float x, float y) {
     bar.thumb.CheckStyle("QEV_Gui::GUI_VScroll::VSbutton3_OnMDown -");
     const GuiRect track = DrawnRect(gui.GetStyles(), bar.thumb);
     const double length = bar.vertical ? track.height : track.width;
-    const double place = bar.vertical ? y - track.top : x - track.left;
+    const double along = bar.vertical ? y - track.top : x - track.left;
     if (length <= 0.0) return;
-    bar.position = TruncateToInt(place * bar.Positions() / length);
+    bar.position = TruncateToInt(along * bar.Positions() / length);
     bar.SetPosition();
 }
 
@@ -120,12 +120,8 @@ GuiPoint GUI_ScrollBar::ThumbMiddle() const {
 void GUI_ScrollBar::DrawThumb(GUI_Component* component) {
     GUI_ScrollButton& thumb = BarOf(component).thumb;
     const GuiRect track = RectOf(thumb);
-    const auto place = [&thumb](const GuiRect& rect) {
-        thumb.Place(rect.left, rect.top);
-        thumb.width = rect.width;
-        thumb.height = rect.height;
-    };
-    place(BarOf(component).ThumbRect());
+    const GuiRect part = BarOf(component).ThumbRect();
+    thumb.Place(part.left, part.top, part.width, part.height);
     gui.GetStyles().Draw(thumb, thumb.GetParent());
-    place(track);
+    thumb.Place(track.left, track.top, track.width, track.height);
 }

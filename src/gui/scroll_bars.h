@@ -25,7 +25,7 @@ public:
 class GUI_ScrollBar : public GUI_Component {
 public:
     void Draw() override;
-    // Slot 18: calls OnChange.
+    // Calls OnChange.
     virtual void Changed();
 
     // Call after writing `position`: clamps it to min..max and reports it, unless it is the one last
@@ -47,8 +47,21 @@ public:
     void (*OnChange)(GUI_ScrollBar* bar) = nullptr;
 
 protected:
-    constexpr GUI_ScrollBar(GuiKind ownKind, bool isVertical, std::uint8_t firstStyle,
-                            std::uint8_t lastStyle);
+    constexpr GUI_ScrollBar(GuiKind ownKind, bool isVertical, std::uint8_t firstStyle, std::uint8_t lastStyle)
+        : GUI_Component(ownKind, 2, ""),
+          first(this, firstStyle),
+          last(this, lastStyle),
+          thumb(this, 3),
+          vertical(isVertical) {
+        state = GuiState::Disabled;
+        addParts = AddParts;
+        first.OnClick = StepBack;
+        last.OnClick = StepOn;
+        thumb.OnMouseDown = PickPosition;
+        thumb.OnMouseOver = DragThumb;
+        thumb.OnDraw = DrawThumb;
+        first.keys = last.keys = thumb.keys = isVertical ? GuiKeys::Down : GuiKeys::Across;
+    }
 
 private:
     static void AddParts(GUI_Component& whole, GUI_ComponentList& list, GUI_Element* parent);
@@ -74,20 +87,3 @@ class GUI_HScroll : public GUI_ScrollBar {
 public:
     constexpr GUI_HScroll() : GUI_ScrollBar(GuiKind::HScroll, false, 6, 7) {}
 };
-
-constexpr GUI_ScrollBar::GUI_ScrollBar(GuiKind ownKind, bool isVertical, std::uint8_t firstStyle,
-                                       std::uint8_t lastStyle)
-    : GUI_Component(ownKind, 2, ""),
-      first(this, firstStyle),
-      last(this, lastStyle),
-      thumb(this, 3),
-      vertical(isVertical) {
-    state = GuiState::Disabled;
-    addParts = AddParts;
-    first.OnClick = StepBack;
-    last.OnClick = StepOn;
-    thumb.OnMouseDown = PickPosition;
-    thumb.OnMouseOver = DragThumb;
-    thumb.OnDraw = DrawThumb;
-    first.keys = last.keys = thumb.keys = isVertical ? GuiKeys::Down : GuiKeys::Across;
-}

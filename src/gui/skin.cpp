@@ -21,18 +21,6 @@ ShotPolylist WholeRectangle(ShotMode mode, float shade, float alpha) {
     return {{poly, poly}, static_cast<std::uint8_t>(mode)};
 }
 
-ButtonSettings MakeButton(const char* caption, float width, float left, float top, std::uint8_t stid,
-                          std::uint8_t corner) {
-    ButtonSettings button;
-    button.caption = caption;
-    button.width = width;
-    button.left = left;
-    button.top = top;
-    button.stid = stid;
-    button.pos_id = corner;
-    return button;
-}
-
 } // namespace
 
 bool BorderBox::Contains(const GuiRect& window, float x, float y) const {
@@ -62,8 +50,8 @@ void GUI_Styles::SetDefaults() {
     styles.resize(1);
     styles[0].SetDefaults();
     static_cast<SkinSizes&>(*this) = {};
-    closeButton = MakeButton("X", 0.03F, 0.01F, 0.01F, 1, 1);
-    resizeButton = MakeButton("", 0.02F, 0.0F, 0.0F, 0, 2);
+    closeButton = {.caption = "X", .width = 0.03F, .left = 0.01F, .top = 0.01F, .stid = 1, .pos_id = 1};
+    resizeButton = {.caption = "", .width = 0.02F, .pos_id = 2};
 }
 
 void GUI_Styles::Destroy() {

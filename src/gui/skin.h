@@ -68,7 +68,6 @@ struct GUI_Style {
     // The built-in look: translucent white with a black outline in all four states.
     void SetDefaults();
     static Shot MakeDefaultShot();
-    // The numbers of its block.
     static RecordTable<GUI_Style> Table();
 
     std::array<Shot, 4> shots; // by GuiState

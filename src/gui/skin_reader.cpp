@@ -40,47 +40,32 @@ std::vector<BorderBox> ReadBorder(ConfigFile* file) {
     return boxes;
 }
 
-void ReadVertices(ConfigFile* file, int count, std::vector<ShotVertex>& vertices, MissingBlocks& missing) {
+// Appends `count` items, each taken by `read`, which is false when there is none.
+template<class Item, class Read>
+void ReadList(int count, std::vector<Item>& items, const char* line, MissingBlocks& missing, Read read) {
     for (int i = 0; i < count; ++i) {
-        if (ShotVertex vertex; ReadNextRecord(ShotVertex::Table(), vertex, file)) {
-            vertices.push_back(vertex);
-            continue;
-        }
+        if (read(items.emplace_back())) continue;
         // The rest is missing too: nothing moves the file on.
-        missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n",
-                       count - i);
-        vertices.resize(vertices.size() + static_cast<std::size_t>(std::min(count - i, MaxMissing)));
+        missing.Report(line, count - i);
+        items.resize(static_cast<std::size_t>(i + std::min(count - i, MaxMissing)));
         return;
     }
 }
 
-ShotPoly ReadPoly(ConfigFile* file, MissingBlocks& missing) {
-    ShotPoly poly;
+bool ReadPoly(ConfigFile* file, ShotPoly& poly, MissingBlocks& missing) {
+    if (!INI_FindNextBlock("poly", file)) return false;
     SkinCounts counts;
     ReadRecord(SkinCounts::PolyTable(), counts, file);
     if (INI_FindNextBlock("vertlist", file)) {
-        ReadVertices(file, counts.vertices, poly.verts, missing);
+        ReadList(counts.vertices, poly.verts,
+                 "QEV_Gui::GUI_Style::LoadShot [ warning ] - No vert is found in vertlist\n", missing,
+                 [&](ShotVertex& vertex) { return ReadNextRecord(ShotVertex::Table(), vertex, file); });
         INI_SkipBlock("vertlist", file);
     } else {
         missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No vertlist is found in poly \n", 1);
     }
-    return poly;
-}
-
-std::vector<ShotPoly> ReadPolys(ConfigFile* file, int count, MissingBlocks& missing) {
-    std::vector<ShotPoly> polys;
-    for (int i = 0; i < count; ++i) {
-        if (!INI_FindNextBlock("poly", file)) {
-            // The rest is missing too: nothing moves the file on. Each leaves an empty polygon.
-            missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n",
-                           count - i);
-            polys.resize(polys.size() + static_cast<std::size_t>(std::min(count - i, MaxMissing)));
-            break;
-        }
-        polys.push_back(ReadPoly(file, missing));
-        INI_SkipBlock("poly", file);
-    }
-    return polys;
+    INI_SkipBlock("poly", file);
+    return true;
 }
 
 } // namespace
@@ -101,7 +86,9 @@ void GUI_Style::LoadShot(ConfigFile* file, Shot& shot, MissingBlocks& missing) {
         ReadRecord(SkinCounts::ShotTable(), counts, file);
         list.mode = counts.mode;
         if (INI_FindNextBlock("polylist", file)) {
-            list.polys = ReadPolys(file, counts.polys, missing);
+            ReadList(counts.polys, list.polys,
+                     "QEV_Gui::GUI_Style::LoadShot [ warning ] - No poly is found in poly list \n", missing,
+                     [&](ShotPoly& poly) { return ReadPoly(file, poly, missing); });
             INI_SkipBlock("polylist", file);
         } else if (counts.polys != 0) {
             missing.Report("QEV_Gui::GUI_Style::LoadShot [ warning ] - No polylist is found \n", 1);

@@ -16,11 +16,10 @@ public:
     void MouseOver(float x, float y) override; // while pressed the window follows the pointer
     void MouseDown(float x, float y) override;
 
-    // Slot 16: adds the close and the resize button to the children.
+    // Adds the close and the resize button to the children.
     virtual void AttachButtons();
-    // Slot 17: whether the pointer means this window.
+    // Whether the pointer means this window.
     virtual bool IsInside(float x, float y);
-    // Slot 18.
     virtual void Draw();
 
     // The widget under the point, else the window itself; null outside, or when the window is hidden. An

@@ -1,4 +1,3 @@
-// The rules of one game, step by step.
 #include "rules/well.h"
 
 #include <array>
@@ -135,26 +134,14 @@ void Well::SoftDropReleased() {
     if (moveState == MoveState::SoftDrop) moveState = MoveState::None;
 }
 
-void Well::LeftPressed() {
+void Well::SidePressed(MoveState side) {
     if (moveState == MoveState::Drop) return;
-    moveState = MoveState::Left;
+    moveState = side;
     repeatTimer = RepeatTime;
 }
 
-void Well::LeftReleased() {
-    if (moveState != MoveState::Left) return;
-    moveState = MoveState::None;
-    repeatTimer = 0;
-}
-
-void Well::RightPressed() {
-    if (moveState == MoveState::Drop) return;
-    moveState = MoveState::Right;
-    repeatTimer = RepeatTime;
-}
-
-void Well::RightReleased() {
-    if (moveState != MoveState::Right) return;
+void Well::SideReleased(MoveState side) {
+    if (moveState != side) return;
     moveState = MoveState::None;
     repeatTimer = 0;
 }

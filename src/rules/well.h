@@ -33,10 +33,10 @@ public:
     void RotatePressed();
     void SoftDropPressed();
     void SoftDropReleased();
-    void LeftPressed();
-    void LeftReleased();
-    void RightPressed();
-    void RightReleased();
+    void LeftPressed() { SidePressed(MoveState::Left); }
+    void LeftReleased() { SideReleased(MoveState::Left); }
+    void RightPressed() { SidePressed(MoveState::Right); }
+    void RightReleased() { SideReleased(MoveState::Right); }
     void DropPressed();
 
     Board board;
@@ -55,6 +55,8 @@ protected:
 
 private:
     void ClearBoard() { board.Clear(); }
+    void SidePressed(MoveState side);
+    void SideReleased(MoveState side);
     void NextPiece();
     void HandleMove(std::int32_t delta);
     void HandleRotate();

@@ -22,7 +22,7 @@ public:
     // Frees what the scene loaded.
     virtual void GameEnd() = 0;
     // Loads a map file; false when the scene cannot go on (logged).
-    virtual bool LoadMap(const char* /*path*/) { return false; }
+    [[nodiscard]] virtual bool LoadMap(const char* /*path*/) { return false; }
     // Removes the objects of the current map; always true.
     virtual bool StopMap() { return true; }
     // Creates the empty objects of a new map; always true.

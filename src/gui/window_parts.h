@@ -1,4 +1,4 @@
-// How the game's windows and what stands in them are set up at the start of each game.
+// How a scene sets up its windows, and what stands in them, each time that it starts.
 #pragma once
 
 #include "gui/button.h"
