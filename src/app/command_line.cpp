@@ -1,4 +1,3 @@
-// The three options; what they mean stands in the answer to --help.
 #include "app/command_line.h"
 
 #include "base/version.h"

@@ -13,4 +13,4 @@ using CursorPicture = std::array<const char*, 37>;
 extern const CursorPicture InvisibleCursor;
 
 // The new cursor belongs to the caller (SDL_FreeCursor); null when SDL cannot make it.
-SDL_Cursor* CursorFromPicture(const CursorPicture& picture);
+[[nodiscard]] SDL_Cursor* CursorFromPicture(const CursorPicture& picture);

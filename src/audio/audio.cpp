@@ -1,4 +1,3 @@
-// The steps and their messages; how a file becomes a sound is in sample.cpp.
 #include "audio/audio.h"
 
 #include "base/log.h"
@@ -109,12 +108,9 @@ void QEV_Audio::Start() {
     music.Disable();
 }
 
-void QEV_Audio::WriteParameters(const char* path) {
-    INI_Writer writer;
-    WriteParameters(path, writer);
-}
-
-void QEV_Audio::WriteParameters(const char* path, INI_Writer& writer) {
+void QEV_Audio::WriteParameters(const char* path, INI_Writer* underWay) {
+    INI_Writer own;
+    INI_Writer& writer = underWay ? *underWay : own;
     if (!enabled) return;
     writer.RewriteBlock(path, BlockName);
     music_volume = music.GetVolume();

@@ -28,12 +28,10 @@ public:
     // Opens the mixer with the parameters below: rates of 11025, 22050 and 44100 Hz, for any other 44100; 8
     // or 16 bits, one or two channels and up to 32768 frames, or else as if the mixer had refused.
     void Start();
-    // The keys of the block "audio".
     static RecordTable<QEV_Audio> Table();
     // Rewrites the "audio" block of the file; nothing while sound is off.
-    void WriteParameters(const char* path);
-    // The same within a save that the writer has under way for that file, if it has.
-    void WriteParameters(const char* path, INI_Writer& writer);
+    // With a writer it becomes part of the save that that has under way for the file, if it has.
+    void WriteParameters(const char* path, INI_Writer* writer = nullptr);
     // Frees music, samples and positional sounds. The mixer itself closes with SDL.
     void Destroy();
 

@@ -19,7 +19,7 @@ public:
     // Replaces the track; playing it is another step. A null or empty name leaves no track and is a success.
     // False while disabled and for a file that cannot be loaded (logged with the reason). A track whose rate
     // the mixer does not bring exactly to its own plays, and the log says so.
-    bool Load(const char* name);
+    [[nodiscard]] bool Load(const char* name);
     // Plays the loaded track for ever.
     void Play();
     // Lets whatever plays fade away within four seconds; the track stays loaded.

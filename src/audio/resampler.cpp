@@ -29,9 +29,9 @@ Table MakeKernel() {
 }
 
 double At(const Table& kernel, double crossings) {
-    const double place = std::min(crossings, double{Crossings}) * StepsPerCrossing;
-    const auto index = static_cast<std::size_t>(place);
-    const double share = place - static_cast<double>(index);
+    const double position = std::min(crossings, double{Crossings}) * StepsPerCrossing;
+    const auto index = static_cast<std::size_t>(position);
+    const double share = position - static_cast<double>(index);
     return kernel[index] * (1 - share) + kernel[index + 1] * share;
 }
 

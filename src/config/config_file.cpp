@@ -1,4 +1,3 @@
-// The lines are views into the file's content.
 #include "config/config_file.h"
 
 #include "base/log.h"

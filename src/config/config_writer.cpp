@@ -85,17 +85,11 @@ void INI_Writer::RewriteBlock(const char* newPath, const char* block) {
 }
 
 bool INI_Writer::MayReplace() const {
-    if (target.empty() || (!input.IsOpen() && !input.IsMissing())) {
-        LogWrite("INI_Writer::WriteExistantFile [ERROR] - File %s cannot be read, it stays as it is\n",
-                 path.c_str());
-        return false;
-    }
-    if (!platform::MayWrite(target)) {
-        LogWrite("INI_Writer::WriteExistantFile [ERROR] - File %s is read-only, it stays as it is\n",
-                 path.c_str());
-        return false;
-    }
-    return true;
+    const bool isReadable = !target.empty() && (input.IsOpen() || input.IsMissing());
+    if (isReadable && platform::MayWrite(target)) return true;
+    LogWrite("INI_Writer::WriteExistantFile [ERROR] - File %s %s, it stays as it is\n", path.c_str(),
+             isReadable ? "is read-only" : "cannot be read");
+    return false;
 }
 
 void INI_Writer::BeginBlock(const char* block) {

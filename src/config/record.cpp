@@ -46,9 +46,9 @@ std::string Written(const RecordSlot& slot) {
         slot.value);
 }
 
-void Warn(ConfigFile& file, const char* place, const std::string& text) {
+void Warn(ConfigFile& file, const char* at, const std::string& text) {
     if (!file.MayWarn()) return;
-    const auto number = 1 + std::count(file.Content().data(), place, '\n');
+    const auto number = 1 + std::count(file.Content().data(), at, '\n');
     LogWrite("ReadRecord [WARNING] - %s:%d: %s\n", file.Name().c_str(), static_cast<int>(number),
              text.c_str());
 }

@@ -61,14 +61,14 @@ void DrawBox(int width) {
 
 void Font::Load(const char* path) {
     textures.Init();
-    textures.Add(path);
+    picture = textures.Add(path);
     BuildLists();
 }
 
 void Font::BuildLists() {
     lists.Generate(Cells);
     if (!lists.Usable()) return;
-    glBindTexture(GL_TEXTURE_2D, textures.Get(0));
+    glBindTexture(GL_TEXTURE_2D, textures.Get(picture));
     for (int cell = 0; cell < Cells; ++cell)
         CompileGlyph(lists.Base() + static_cast<GLuint>(cell), cell);
 }
@@ -122,7 +122,7 @@ void Font::PrintBoxed(int x, int y, int set, const char* format, ...) const {
     }
     glColor4f(1, 1, 1, 1);
     const Blend light(GL_SRC_ALPHA, GL_ONE);
-    glBindTexture(GL_TEXTURE_2D, textures.Get(0));
+    glBindTexture(GL_TEXTURE_2D, textures.Get(picture));
     CallGlyphs(text.data(), length, set);
 }
 
@@ -131,7 +131,7 @@ void Font::PrintVirtual(double x, double y, int set, GLenum destination, const c
     if (!format || !lists.Usable()) return;
     Text text;
     const int length = FormatText(text, format, arguments);
-    glBindTexture(GL_TEXTURE_2D, textures.Get(0));
+    glBindTexture(GL_TEXTURE_2D, textures.Get(picture));
     const Blend blend(GL_SRC_ALPHA, destination);
     // The grid lies on the middle frame; a wide screen goes on beyond it.
     const MiddleFrame frame = MiddleFrame::Of(video.Width(), video.Height());

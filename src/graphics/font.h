@@ -45,6 +45,7 @@ private:
     void CallGlyphs(const char* text, int length, int set) const;
 
     QEV_Textures textures;
+    int picture = -1; // index in `textures`
     GlLists lists;
 };
 

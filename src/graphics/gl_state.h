@@ -57,16 +57,16 @@ struct QuadCorners {
 
 // A quad at the depth z that shows that part of the bound texture (the default: the whole, v = 1 on top),
 // counter-clockwise from the left bottom where y grows upwards. Usable within a display list.
-inline void DrawQuad(const QuadCorners& place, const QuadCorners& part = {0, 0, 1, 1}, GLfloat z = 0) {
+inline void DrawQuad(const QuadCorners& corners, const QuadCorners& part = {0, 0, 1, 1}, GLfloat z = 0) {
     glBegin(GL_QUADS);
     glTexCoord2f(part.left, part.bottom);
-    glVertex3f(place.left, place.bottom, z);
+    glVertex3f(corners.left, corners.bottom, z);
     glTexCoord2f(part.right, part.bottom);
-    glVertex3f(place.right, place.bottom, z);
+    glVertex3f(corners.right, corners.bottom, z);
     glTexCoord2f(part.right, part.top);
-    glVertex3f(place.right, place.top, z);
+    glVertex3f(corners.right, corners.top, z);
     glTexCoord2f(part.left, part.top);
-    glVertex3f(place.left, place.top, z);
+    glVertex3f(corners.left, corners.top, z);
     glEnd();
 }
 

@@ -1,4 +1,3 @@
-// The buffer only grows: drawing allocates nothing once the largest model has been drawn.
 #include "graphics/model_state.h"
 
 constinit QEV_Model modelState;

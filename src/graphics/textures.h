@@ -22,7 +22,7 @@ public:
     // Loads a picture; the index of its entry. A picture that cannot be loaded shows as the blank one and
     // keeps its own name, so that a later reload tries it again. Entries of one set that show the same
     // picture share its texture. -1, nothing added: an empty path, or a full set (logged).
-    int Add(const char* path);
+    [[nodiscard]] int Add(const char* path);
     // The entry's GL name. Only the low eight bits of the index count; 0 beyond the last entry, so that the
     // index -1 of a refused Add binds no texture.
     GLuint Get(int index) const;
@@ -37,10 +37,10 @@ public:
     // A new GL texture from a picture, owned by the caller; it stays bound. `type` is the image library's,
     // normally IL_TYPE_UNKNOWN: the type follows the file. A picture that cannot be loaded gives the blank
     // one and two log lines. -1 for an empty path.
-    static int LoadGLTextures(GLenum type, const char* path);
+    [[nodiscard]] static int LoadGLTextures(GLenum type, const char* path);
     // The same for the blank picture itself: if it cannot be loaded, the program ends
     // with status 1.
-    static int LoadBlank(GLenum type, const char* path);
+    [[nodiscard]] static int LoadBlank(GLenum type, const char* path);
 
 private:
     struct Entry {

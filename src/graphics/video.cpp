@@ -161,8 +161,6 @@ void QEV_Video::SetMode(int newWidth, int newHeight, bool newFullscreen) {
 void QEV_Video::SetSize(int newWidth, int newHeight) {
     width = newWidth;
     height = newHeight;
-    halfWidth = width / 2;
-    halfHeight = height / 2;
 }
 
 void QEV_Video::OpenWindow() const {
@@ -213,12 +211,9 @@ void QEV_Video::ApplyProjection() const {
     glMatrixMode(GL_MODELVIEW);
 }
 
-void QEV_Video::Save(const char* path) const {
-    INI_Writer writer;
-    Save(path, writer);
-}
-
-void QEV_Video::Save(const char* path, INI_Writer& writer) const {
+void QEV_Video::Save(const char* path, INI_Writer* underWay) const {
+    INI_Writer own;
+    INI_Writer& writer = underWay ? *underWay : own;
     writer.RewriteBlock(path, "video");
     WriteRecord(Table(), *this, writer, &unread);
 }

@@ -35,12 +35,10 @@ public:
     // nothing is drawn.
     void SetSize(int newWidth, int newHeight);
 
-    // The keys of the block "video".
     static RecordTable<QEV_Video> Table();
     // Writes the block "video" of the file at `path`.
-    void Save(const char* path) const;
-    // The same within a save that the writer has under way for that file, if it has.
-    void Save(const char* path, INI_Writer& writer) const;
+    // With a writer it becomes part of the save that that has under way for the file, if it has.
+    void Save(const char* path, INI_Writer* writer = nullptr) const;
 
     // Only the flag; what it changes is seen in the next frame that asks for it.
     void SetLighting(bool on) { lighting = on; }
@@ -48,8 +46,8 @@ public:
     // Size of the screen in pixels; the halves are truncated.
     int Width() const { return width; }
     int Height() const { return height; }
-    int HalfWidth() const { return halfWidth; }
-    int HalfHeight() const { return halfHeight; }
+    int HalfWidth() const { return width / 2; }
+    int HalfHeight() const { return height / 2; }
     // Colour depth as passed to SDL, in bits a pixel.
     int Bpp() const { return bpp; }
     bool Fullscreen() const { return fullscreen; }
@@ -73,8 +71,6 @@ private:
 
     int width = 0;
     int height = 0;
-    int halfWidth = 0;
-    int halfHeight = 0;
     int bpp = 0;
     bool fullscreen = false;
     bool lighting = false;

@@ -61,14 +61,14 @@ void KeyBindings::AddKeyName(std::string_view key, std::string_view action) {
         LogWrite("input::AddKeyName(%s) - [WARNING] such key don't exist\n", std::string(key).c_str());
         return;
     }
-    std::unique_ptr<KeyBinding>* place = &root;
-    while (KeyBinding* binding = place->get()) {
+    std::unique_ptr<KeyBinding>* branch = &root;
+    while (KeyBinding* binding = branch->get()) {
         if (binding->key->code == name->code) return;
-        place = name->code < binding->key->code ? &binding->lower : &binding->higher;
+        branch = name->code < binding->key->code ? &binding->lower : &binding->higher;
     }
-    *place = std::make_unique<KeyBinding>();
-    (*place)->key = name;
-    AddKeyFunc(action, place->get());
+    *branch = std::make_unique<KeyBinding>();
+    (*branch)->key = name;
+    AddKeyFunc(action, branch->get());
 }
 
 void KeyBindings::AddKeyFunc(std::string_view action, KeyBinding* binding) {

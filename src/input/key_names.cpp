@@ -1,4 +1,3 @@
-// The tables are searched from the front; they are short, and read once a scene.
 #include "input/key_names.h"
 
 #include "input/controllers.h"

@@ -36,7 +36,7 @@ public:
     void Release();
 
     // The emitter of that file, loaded when it is new. Owned by the engine.
-    const QEV_PTEmittor* FindOrAddEmitter(const char* path);
+    [[nodiscard]] const QEV_PTEmittor* FindOrAddEmitter(const char* path);
 
     std::size_t EffectCount() const { return effects.size(); }
     std::size_t EmitterCount() const { return emitters.size(); }

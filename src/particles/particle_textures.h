@@ -45,7 +45,7 @@ class AniTextures : NotCopied {
 public:
     // Reads a `texture` block from the file's position on and moves behind it: the entry of that picture,
     // loaded when it is new. Null, logged, when there is no such block. The entry stays valid until Release.
-    TextureEntry* AddTexture(ConfigFile* file);
+    [[nodiscard]] TextureEntry* AddTexture(ConfigFile* file);
     // Loads all pictures again, after a mode change.
     void ReloadTextures();
     void Release() { entries.clear(); }

@@ -1,4 +1,3 @@
-// Reading the key bindings; rests on the input object that keeps them.
 #include "play/key_scene.h"
 
 #include "base/log.h"

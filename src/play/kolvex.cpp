@@ -41,12 +41,9 @@ void Kolvex::Load(const char* path) {
     highScores.Read(&file);
 }
 
-void Kolvex::Save(const char* path) const {
-    INI_Writer writer;
-    Save(path, writer);
-}
-
-void Kolvex::Save(const char* path, INI_Writer& writer) const {
+void Kolvex::Save(const char* path, INI_Writer* underWay) const {
+    INI_Writer own;
+    INI_Writer& writer = underWay ? *underWay : own;
     writer.RewriteBlock(path, BlockName);
     WriteRecord(Table(), *this, writer, &unread);
     highScores.Write(writer);
@@ -64,7 +61,7 @@ void Kolvex::Start() {
     NewGame();
     floorTextures.Init();
     for (const char* name : FloorTextures)
-        floorTextures.Add(name);
+        static_cast<void>(floorTextures.Add(name)); // stands in its type's place
 }
 
 void Kolvex::Destroy() {

@@ -18,12 +18,10 @@ class Kolvex : public Well {
 public:
     // Reads showgrid and the high scores; a missing file or block gives the defaults.
     void Load(const char* path);
-    // The keys of the block "quarvello" itself.
     static RecordTable<Kolvex> Table();
     // Rewrites the "quarvello" block of the file.
-    void Save(const char* path) const;
-    // The same within a save that the writer has under way for that file, if it has.
-    void Save(const char* path, INI_Writer& writer) const;
+    // With a writer it becomes part of the save that that has under way for the file, if it has.
+    void Save(const char* path, INI_Writer* writer = nullptr) const;
 
     // Loads sounds and floor textures and begins a game with both callbacks cleared.
     void Start();

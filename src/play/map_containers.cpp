@@ -1,4 +1,3 @@
-// Each container's line in the log stands here once.
 #include "play/map_containers.h"
 
 #include "base/log.h"

@@ -1,4 +1,3 @@
-// The map operations that scenes share; rests on the containers of a map and on the music.
 #include "play/map_scene.h"
 
 #include "audio/audio.h"

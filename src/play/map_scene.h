@@ -23,14 +23,14 @@ public:
     using StepHook = void (*)(const char* text);
 
     // Tells each step on the loading screen, which is open already.
-    bool LoadMap(const char* path) override;
+    [[nodiscard]] bool LoadMap(const char* path) override;
     bool StopMap() override;
     bool StartMap() override;
 
 protected:
     // Loads a map file in place of the current map: StopMap and StartMap, then the file's blocks. Returns
     // false when the scene cannot go on; every failure is logged. `tell` may be none.
-    bool LoadMapFile(const char* path, StepHook tell);
+    [[nodiscard]] bool LoadMapFile(const char* path, StepHook tell);
     // GameProcess between the start and the stop of the profiler.
     void RunProfiled();
 };

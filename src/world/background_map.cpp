@@ -1,4 +1,3 @@
-// Tiles are one display list, drawn at each cell with the texture of the cell's group.
 #include "world/background_map.h"
 
 #include "base/log.h"

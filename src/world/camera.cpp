@@ -1,4 +1,3 @@
-// The camera's file keys and its view matrix. One object serves all scenes, which run one after the other.
 #include "world/camera.h"
 
 #include "base/log.h"

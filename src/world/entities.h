@@ -58,7 +58,7 @@ public:
 
     // Adds the entity that a file describes, with its world object and model. Returns its record (valid until
     // the list changes), or none (logged).
-    Entity* NewEntity(const char* path);
+    [[nodiscard]] Entity* NewEntity(const char* path);
 
     // Sets an entity down at the keys posx and posy behind the file's position, in the sector under that
     // point; off every sector it goes into sector 0 (logged).

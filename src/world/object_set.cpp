@@ -1,4 +1,3 @@
-// An object is drawn as its model stands, turned by its heading and blended as it asks.
 #include "world/object_set.h"
 
 #include "base/log.h"

@@ -233,7 +233,7 @@ TEST_F(Md2Test, DrawsBetweenItsFramesAndWhatItCarries) {
     };
     EXPECT_EQ(boundAfter(), store.InstanceSkin(0));
     modelState.Start();
-    modelState.textures.Add("default/blank.png");
+    ASSERT_EQ(modelState.textures.Add("default/blank.png"), 0);
     EXPECT_EQ(boundAfter(), modelState.textures.Get(0));
     modelState.Clear();
 }

@@ -260,7 +260,7 @@ TEST_F(TexturesTest, IndicesAndNames) {
 TEST_F(TexturesTest, EntriesShareAPictureButNeverTheBlankOneWhichIsTriedAgain) {
     WriteFile("a.png", PngOf(Red));
     for (const char* name : {"a.png", "none.png", "a.png", "none.png"})
-        set.Add(name);
+        static_cast<void>(set.Add(name));
     const std::string line = "QEV_Textures::LoadGLTextures[ failed ] Loading none.png - could not open file\n"
                              "QEV_Textures::LoadGLTextures - loading blank texture\n";
     EXPECT_EQ(ReadLog(), line + line);
@@ -274,11 +274,11 @@ TEST_F(TexturesTest, EntriesShareAPictureButNeverTheBlankOneWhichIsTriedAgain) {
     set.Free();
     EXPECT_EQ(glIsTexture(name), GL_FALSE);
     // In a new context the old name may have gone to somebody else.
-    set.Add("a.png");
+    static_cast<void>(set.Add("a.png"));
     ReplaceContext();
     QEV_Textures others[8];
     for (QEV_Textures& other : others)
-        other.Add("a.png");
+        static_cast<void>(other.Add("a.png"));
     set.Reload();
     for (const QEV_Textures& other : others)
         EXPECT_EQ(glIsTexture(other.Get(0)), GL_TRUE);
@@ -290,7 +290,7 @@ TEST_F(TexturesTest, WithoutTheBlankPictureTheProgramEnds) {
     std::filesystem::remove("default/blank.png");
     const auto load = [this] {
         std::atexit([] { std::fputs(ReadLog().c_str(), stderr); });
-        set.Add("none.png");
+        static_cast<void>(set.Add("none.png"));
         std::_Exit(0);
     };
     EXPECT_EXIT(
