@@ -199,10 +199,14 @@ TEST_F(RoutingTest, AddingMovesAComponentAndAClearedScreenCanBeBuiltAgain) {
     EXPECT_EQ(panel.Components().Size(), 1U);
     EXPECT_EQ(window.Components().Size(), 3U) << "its two buttons and the second one";
     first.OnLostFocus = NoteLoss;
+    Place(panel, {0.2F, 0.2F, 0.6F, 0.6F});
+    Go(First);
+    EXPECT_EQ(first.state, GuiState::Hover);
     gui.SetFocus(&first);
     EXPECT_EQ(Screen(), "wp:1");
     gui.Clear();
     EXPECT_EQ(order + Screen(), "l:");
+    EXPECT_EQ(first.state, GuiState::Normal) << "no screen opens with a lit button";
     EXPECT_EQ(first.GetParent(), nullptr);
     gui.AddWindow(&window);
     window.AddComponent(&first);

@@ -130,6 +130,7 @@ TEST_F(World, SoundsAreHeardFromTheGroundUnderTheCamera) {
     world.steer = [](SteeredWorld& self) {
         WorldObject& object = globalp->objects[0];
         object.moving = false;
+        camera.rot1 = 30.0F;
         if (self.frames == 1) {
             x = object.x + 2.0F;
             y = object.y;
