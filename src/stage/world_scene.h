@@ -4,10 +4,8 @@
 
 #include "play/map_scene.h"
 #include "stage/camera_listener.h"
-#include "stage/general_window.h"
 #include "stage/map_effects.h"
-#include "stage/stage_options.h"
-#include "stage/view_window.h"
+#include "stage/stage_windows.h"
 
 class WorldScene : public MapScene {
 public:

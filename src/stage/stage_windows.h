@@ -1,6 +1,7 @@
-// The stage's window with one of every widget.
+// The stage's three windows, with which widgets, maps and effects are tried.
 #pragma once
 
+#include "gui/button.h"
 #include "gui/check_box.h"
 #include "gui/edit_box.h"
 #include "gui/label.h"
@@ -12,6 +13,7 @@
 
 #include <array>
 
+// One of every widget.
 class GeneralWindow : public GUI_Window {
 public:
     void Build();
@@ -32,4 +34,21 @@ private:
     GUI_RadioButton radioButton;
     GUI_ProgressBar progressBar;
     GUI_Memo memo;
+};
+
+// The ways out: pause, the program's end, and the game.
+class StageOptions : public GUI_Window {
+public:
+    void Build();
+
+private:
+    GUI_Button pause;
+    GUI_Button quit;
+    GUI_Button editor;
+};
+
+// The map from above.
+class ViewWindow : public GUI_Window {
+public:
+    void Build();
 };

@@ -1,6 +1,12 @@
-#include "stage/general_window.h"
+#include "stage/stage_windows.h"
 
 #include "gui/manager.h"
+#include "gui/window_parts.h"
+#include "play/map_layers.h"
+#include "scene/game_mode.h"
+#include "world/camera.h"
+
+#include <GL/gl.h>
 
 #include <cstdio>
 
@@ -38,4 +44,32 @@ void GeneralWindow::OnScroll(GUI_ScrollBar* bar) {
     std::snprintf(general.labelText.data(), general.labelText.size(), "pos=%d",
                   static_cast<int>(bar->position));
     general.label.caption = general.labelText.data();
+}
+
+void StageOptions::Build() {
+    caption = "Options:";
+    Place(0.3F, 0.1F);
+    height = 0.3F;
+    SetUp(pause, "Pause--------", 0.0F, 0.0F, [](GUI_Element*) { Main::Pause(); });
+    SetUp(quit, "Quit", 0.0F, 0.06F, [](GUI_Element*) { Main::Quit(); });
+    SetUp(editor, "Particle Editor", 0.0F, 0.12F, [](GUI_Element*) { Main::GoPuzzle(); });
+    pause.width = editor.width = 0.25F;
+    gui.AddWindow(this);
+    AddComponents(pause, quit, editor);
+}
+
+void ViewWindow::Build() {
+    caption = "In eyes:";
+    Place(0.6F, 0.0F);
+    // Turned as the camera is.
+    OnDraw3D = [](GUI_Window*) {
+        glRotatef(-60.0F, 1.0F, 0.0F, 0.0F);
+        glRotatef(camera.rot1, 0.0F, 0.0F, 1.0F);
+        glTranslatef(camera.x, camera.y, -2.0F);
+        DrawGround();
+        DrawObjects();
+        DrawParticles();
+    };
+    gui.AddWindow(this);
+    SetSize(0.4F, 0.4F);
 }
