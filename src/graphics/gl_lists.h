@@ -3,21 +3,12 @@
 #pragma once
 
 #include "graphics/video.h"
+#include "platform/not_copied.h"
 
 #include <GL/gl.h>
 
-#include <utility>
-
-class GlLists {
+class GlLists : NotCopied {
 public:
-    constexpr GlLists() = default;
-    GlLists(GlLists&& other) noexcept { *this = std::move(other); }
-    GlLists& operator=(GlLists&& other) noexcept {
-        std::swap(base, other.base);
-        std::swap(count, other.count);
-        std::swap(generation, other.generation);
-        return *this;
-    }
     ~GlLists() { Free(); }
 
     // Reserves `wanted` consecutive empty lists in place of those before; none without a GL context.

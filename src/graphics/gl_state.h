@@ -17,35 +17,25 @@ public:
     ~Blend() { glDisable(GL_BLEND); }
 };
 
-// A capability that is on for as long as the object lives and off afterwards; `wanted` false leaves it alone.
-class With : NotCopied {
+// A capability that is switched for as long as the object lives and back afterwards; `wanted` false leaves it
+// alone.
+template<bool On> class Switched : NotCopied {
 public:
-    explicit With(GLenum switchedOn, bool isWanted = true) : capability(switchedOn), wanted(isWanted) {
-        if (wanted) glEnable(capability);
+    explicit Switched(GLenum switched, bool isWanted = true) : capability(switched), wanted(isWanted) {
+        Set(On);
     }
-    ~With() {
-        if (wanted) glDisable(capability);
-    }
+    ~Switched() { Set(!On); }
 
 private:
+    void Set(bool on) const {
+        if (wanted) (on ? glEnable : glDisable)(capability);
+    }
+
     GLenum capability;
     bool wanted;
 };
-
-// The same the other way round: off for as long as the object lives, on afterwards.
-class Without : NotCopied {
-public:
-    explicit Without(GLenum switchedOff, bool isWanted = true) : capability(switchedOff), wanted(isWanted) {
-        if (wanted) glDisable(capability);
-    }
-    ~Without() {
-        if (wanted) glEnable(capability);
-    }
-
-private:
-    GLenum capability;
-    bool wanted;
-};
+using With = Switched<true>;     // on, and off afterwards
+using Without = Switched<false>; // off, and on afterwards
 
 // Two opposite corners, on the screen or in a picture.
 struct QuadCorners {

@@ -97,7 +97,9 @@ bool KsmModel::Load(const char* path, float newScale) {
 bool KsmModel::LoadBlank(const char* path, float newScale) {
     if (LoadFile(path, newScale)) return true;
     LogWrite("QEV_MD2loader::AddKsm::Start[ FATAL ERROR! ]\n");
-    *this = {};
+    name.clear();
+    triangles = 0;
+    list.Free();
     return false;
 }
 

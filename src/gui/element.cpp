@@ -93,19 +93,10 @@ bool GUI_Element::KeepsKey(const SDL_keysym& key) const {
     const bool down = key.sym == SDLK_UP || key.sym == SDLK_DOWN;
     const bool typed =
         TextEntry::Character(key) != '\0' || key.sym == SDLK_BACKSPACE || key.sym == SDLK_RETURN;
-    switch (keys) {
-    case GuiKeys::None:
-        return false;
-    case GuiKeys::Line:
-        return typed;
-    case GuiKeys::Lines:
-        return typed || across || down;
-    case GuiKeys::Across:
-        return across;
-    case GuiKeys::Down:
-        return down;
-    }
-    return false;
+    const bool takesText = keys == GuiKeys::Line || keys == GuiKeys::Lines;
+    const bool takesAcross = keys == GuiKeys::Across || keys == GuiKeys::Lines;
+    const bool takesDown = keys == GuiKeys::Down || keys == GuiKeys::Lines;
+    return (takesText && typed) || (takesAcross && across) || (takesDown && down);
 }
 
 bool GUI_Element::IsShown() const {

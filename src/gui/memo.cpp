@@ -19,10 +19,6 @@ constexpr double LinesInHeight = 40.0;
 constexpr float LineStep = 0.03F;
 constexpr float CursorStep = 0.0155F; // a little more than a character, so that it stands behind the last one
 
-GUI_Memo& MemoOf(GUI_Element* area) {
-    return *static_cast<GUI_MemoArea*>(area)->memo;
-}
-
 } // namespace
 
 void GUI_Memo::AddParts(GUI_Component& whole, GUI_ComponentList& list, GUI_Element* parent) {
@@ -95,19 +91,20 @@ void GUI_Memo::ScrollChanged(GUI_ScrollBar* bar) {
     if (gui.Focused() == bar || gui.Focused() == &memo.area) gui.SetFocus(&memo.area);
 }
 
-void GUI_Memo::AreaKeyDown(GUI_Element* element, SDL_keysym key) {
-    GUI_Memo& memo = MemoOf(element);
-    memo.entry.Press(key);
-    memo.Apply(key);
+void GUI_MemoArea::KeyDown(SDL_keysym key) {
+    GUI_Component::KeyDown(key);
+    memo->entry.Press(key);
+    memo->Apply(key);
 }
 
-void GUI_Memo::AreaKeyUp(GUI_Element* element, SDL_keysym /*key*/) {
-    MemoOf(element).entry.Release();
+void GUI_MemoArea::KeyUp(SDL_keysym key) {
+    GUI_Component::KeyUp(key);
+    memo->entry.Release();
 }
 
-// The held key's release goes to what has the focus then.
-void GUI_Memo::AreaLostFocus(GUI_Element* element) {
-    MemoOf(element).entry.Release();
+void GUI_MemoArea::LostFocus() {
+    GUI_Component::LostFocus();
+    memo->entry.Release();
 }
 
 void GUI_Memo::Apply(const SDL_keysym& key) {
@@ -186,8 +183,9 @@ void GUI_Memo::ShowCursor() {
     }
 }
 
-void GUI_Memo::AreaMouseDown(GUI_Element* element, float x, float y) {
-    MemoOf(element).PlaceCursor(x, y);
+void GUI_MemoArea::MouseDown(float x, float y) {
+    GUI_Component::MouseDown(x, y);
+    memo->PlaceCursor(x, y);
 }
 
 void GUI_Memo::PlaceCursor(float x, float y) {
@@ -206,8 +204,8 @@ void GUI_Memo::PlaceCursor(float x, float y) {
         LastPlace(start));
 }
 
-void GUI_Memo::AreaDraw(GUI_Component* component) {
-    MemoOf(component).DrawArea();
+void GUI_MemoArea::Draw() {
+    if (visible) memo->DrawArea();
 }
 
 void GUI_Memo::DrawArea() {

@@ -11,9 +11,15 @@ class GUI_Memo;
 
 class GUI_MemoArea : public GUI_Component {
 public:
-    constexpr explicit GUI_MemoArea(GUI_Memo* owner)
-        : GUI_Component(GuiKind::Component, 2, ""),
-          memo(owner) {}
+    constexpr explicit GUI_MemoArea(GUI_Memo* owner) : GUI_Component(GuiKind::Component, 2, ""), memo(owner) {
+        keys = GuiKeys::Lines;
+    }
+
+    void MouseDown(float x, float y) override;
+    void KeyDown(SDL_keysym key) override;
+    void KeyUp(SDL_keysym key) override;
+    void LostFocus() override; // with it goes the key that is held
+    void Draw() override;
 
     GUI_Memo* const memo;
 };
@@ -34,12 +40,6 @@ public:
         scroll.position = 2;
         scroll.lastPosition = 2;
         scroll.OnChange = ScrollChanged;
-        area.OnMouseDown = AreaMouseDown;
-        area.OnKeyDown = AreaKeyDown;
-        area.OnKeyUp = AreaKeyUp;
-        area.OnLostFocus = AreaLostFocus;
-        area.OnDraw = AreaDraw;
-        area.keys = GuiKeys::Lines;
     }
 
     void Draw() override; // OnDraw only
@@ -59,11 +59,7 @@ public:
 private:
     static void AddParts(GUI_Component& whole, GUI_ComponentList& list, GUI_Element* parent);
     static void ScrollChanged(GUI_ScrollBar* bar);
-    static void AreaMouseDown(GUI_Element* element, float x, float y);
-    static void AreaKeyDown(GUI_Element* element, SDL_keysym key);
-    static void AreaKeyUp(GUI_Element* element, SDL_keysym key);
-    static void AreaLostFocus(GUI_Element* element);
-    static void AreaDraw(GUI_Component* component);
+    friend class GUI_MemoArea;
 
     void Apply(const SDL_keysym& key);
     void Insert(char character);
