@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 using platform::BeginsWith;
 using platform::ByteCursor;
@@ -28,19 +29,11 @@ bool NextIs(ByteCursor& cursor, std::string_view name) {
 }
 
 std::string EncodingName(unsigned code) {
-    struct Encoding {
-        unsigned code;
-        const char* name;
-    };
-    constexpr std::array<Encoding, 7> Encodings = {{{2, "MS ADPCM"},
-                                                    {3, "floating point"},
-                                                    {6, "A-law"},
-                                                    {7, "mu-law"},
-                                                    {0x11, "IMA ADPCM"},
-                                                    {0x31, "GSM"},
-                                                    {0x55, "MPEG"}}};
-    for (const Encoding& encoding : Encodings)
-        if (encoding.code == code) return encoding.name;
+    constexpr std::pair<unsigned, const char*> Encodings[] = {
+        {2, "MS ADPCM"},     {3, "floating point"}, {6, "A-law"},  {7, "mu-law"},
+        {0x11, "IMA ADPCM"}, {0x31, "GSM"},         {0x55, "MPEG"}};
+    for (const auto& [known, name] : Encodings)
+        if (known == code) return name;
     return "encoding " + std::to_string(code);
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 constinit Controllers controllers;
 
@@ -96,13 +97,10 @@ void Controllers::MoveAxis(const SDL_JoyAxisEvent& event) {
 void Controllers::MoveHat(const SDL_JoyHatEvent& event) {
     if (event.which >= MaxDevices || event.hat >= MaxHats) return;
     std::uint8_t& held = devices[event.which].hats[event.hat];
-    struct Direction {
-        int bit;
-        int code;
-    };
+    constexpr std::pair<int, int> Directions[] = {
+        {SDL_HAT_LEFT, Left}, {SDL_HAT_RIGHT, Right}, {SDL_HAT_UP, Up}, {SDL_HAT_DOWN, Down}};
     for (const bool taking : {false, true})
-        for (const auto& [bit, code] :
-             {Direction{SDL_HAT_LEFT, Left}, {SDL_HAT_RIGHT, Right}, {SDL_HAT_UP, Up}, {SDL_HAT_DOWN, Down}})
+        for (const auto& [bit, code] : Directions)
             if (((event.value & bit) != 0) == taking) Hold(code, (held & bit) != 0, taking);
     held = event.value;
 }

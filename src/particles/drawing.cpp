@@ -4,6 +4,7 @@
 #include "graphics/gl_state.h"
 #include "world/camera.h"
 
+#include <array>
 #include <cmath>
 
 namespace {
@@ -80,7 +81,7 @@ template<class Draw> void DrawRun(const QEV_PTEmittor& emitter, const ParticleSl
 }
 
 // Style 1: sprites that face the viewer and turn.
-void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+void DrawSprites(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     float m[16];
     glPushMatrix();
@@ -100,7 +101,7 @@ void DrawSprites(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
 }
 
 // Style 2: rays from the emitter to each particle.
-void DrawRays(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+void DrawRays(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 source = Drawn(instance.position);
     const Vec3 eye = Eye();
@@ -112,7 +113,7 @@ void DrawRays(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
 }
 
 // Style 3: streaks along the last move.
-void DrawStreaks(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+void DrawStreaks(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 eye = Eye();
     DrawRun(emitter, slots, [&](std::size_t i) {
@@ -129,7 +130,7 @@ void DrawStreaks(const QEV_PTEmittor& emitter, const EmitterInstance& instance) 
 }
 
 // Style 4: a band between the two of each pair of slots.
-void DrawPairs(const QEV_PTEmittor& emitter, const EmitterInstance& instance) {
+void DrawPairs(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     const ParticleSlots& slots = instance.particles;
     const Vec3 eye = Eye();
     glBegin(static_cast<GLenum>(emitter.shape));
@@ -198,30 +199,15 @@ void DrawRibbon(const QEV_PTEmittor& emitter, EmitterInstance& instance) {
     });
 }
 
+constexpr std::array Styles = {DrawSprites, DrawRays, DrawStreaks, DrawPairs, DrawRibbon};
+
 } // namespace
 
 void DrawParticles(EmitterInstance& instance) {
     const QEV_PTEmittor& emitter = *instance.emitter;
+    const auto style = static_cast<std::size_t>(emitter.form) - 1;
     // A primitive that OpenGL does not know would leave the vertices outside of any.
-    if (emitter.form == 0 || emitter.shape < 0 || emitter.shape > LastPrimitive) return;
+    if (style >= Styles.size() || emitter.shape < 0 || emitter.shape > LastPrimitive) return;
     const Blend blend(static_cast<GLenum>(emitter.sfactor), static_cast<GLenum>(emitter.dfactor));
-    switch (emitter.form) {
-    case 1:
-        DrawSprites(emitter, instance);
-        break;
-    case 2:
-        DrawRays(emitter, instance);
-        break;
-    case 3:
-        DrawStreaks(emitter, instance);
-        break;
-    case 4:
-        DrawPairs(emitter, instance);
-        break;
-    case 5:
-        DrawRibbon(emitter, instance);
-        break;
-    default:
-        break;
-    }
+    Styles[style](emitter, instance);
 }

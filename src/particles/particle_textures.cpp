@@ -50,22 +50,11 @@ void LoadPicture(TextureEntry& entry) {
 } // namespace
 
 std::span<const TextureCell> CellsOfSheet(int framenum) {
-    switch (framenum) {
-    case 2:
-        return Sheet2;
-    case 4:
-        return Sheet4;
-    case 6:
-        return Sheet6;
-    case 9:
-        return Sheet9;
-    case 12:
-        return Sheet12;
-    case 16:
-        return Sheet16;
-    default:
-        return Sheet1;
-    }
+    static constexpr std::span<const TextureCell> Sheets[] = {Sheet2, Sheet4,  Sheet6,
+                                                              Sheet9, Sheet12, Sheet16};
+    for (const std::span<const TextureCell> sheet : Sheets)
+        if (static_cast<int>(sheet.size()) == framenum) return sheet;
+    return Sheet1;
 }
 
 RecordTable<TextureRecord> TextureRecord::Table() {

@@ -18,8 +18,7 @@ constexpr std::size_t MaxModelPath = 255;
 constexpr std::size_t MaxEntityPath = 79;
 
 // Reads the entity file into a record with a new world object; false, and nothing added, without its block.
-bool ReadEntityFile(const char* path, Entity& entity) {
-    ConfigFile file(path);
+bool ReadEntityFile(ConfigFile& file, Entity& entity) {
     if (!INI_FindBlock("entity", &file)) {
         LogWrite("mainScene::LoadMap::entityes->Load->NewEntity()->Load() - Block not found\n");
         return false;
@@ -29,7 +28,7 @@ bool ReadEntityFile(const char* path, Entity& entity) {
     entity.walkSound = audio.Sample_Add(record.walk.c_str());
     const std::uint32_t index = globalp->AddObject();
     entity.object = static_cast<std::uint8_t>(index);
-    entity.path = path;
+    entity.path = file.Name();
     // Without a model, not even the blank one, it gets an instance that draws nothing.
     QEV_MD2loader& models = objects->models;
     WorldObject& object = globalp->objects[index];
@@ -87,14 +86,15 @@ bool Entityes::Load(ConfigFile* mapFile) {
 }
 
 Entity* Entityes::NewEntity(const char* path) {
-    if (!ConfigFile(path).IsOpen()) {
+    ConfigFile file(path);
+    if (!file.IsOpen()) {
         LogWrite("mainScene::LoadMap::entityes->Load->NewEntity(%s) - Couldn't open file\n", path);
         return nullptr;
     }
     // A record's object index has eight bits, the last of which ends a sector's list.
     if (!globalp || !objects || globalp->objects.size() >= SectorListEnd) return nullptr;
     Entity entity;
-    if (!ReadEntityFile(path, entity)) return nullptr;
+    if (!ReadEntityFile(file, entity)) return nullptr;
     entities.push_back(std::move(entity));
     return &entities.back();
 }

@@ -130,21 +130,13 @@ void RestTogether(WorldObject& object, WorldObject& other, bool blockedX, bool b
 void ResolveContact(WorldObject& object, WorldObject& other, bool blockedX, bool blockedY) {
     if (object.status > StatusStopper) return;
     object.impulse = {object.impulse.x / 2.0F, object.impulse.y / 2.0F};
-    switch (object.status) {
-    case StatusPusher:
+    if (object.status == StatusPusher)
         PushOther(object, other, PushPerSpeed * object.velocity.x, PushPerSpeed * object.velocity.y, blockedX,
                   blockedY);
-        break;
-    case StatusBouncer:
+    if (object.status == StatusBouncer || object.status == StatusStopper)
         PushBySpeedDifference(object, other, blockedX, blockedY);
-        break;
-    case StatusStopper:
-        PushBySpeedDifference(object, other, blockedX, blockedY);
-        if (other.status == StatusStopper) RestTogether(object, other, blockedX, blockedY);
-        break;
-    default:
-        break;
-    }
+    if (object.status == StatusStopper && other.status == StatusStopper)
+        RestTogether(object, other, blockedX, blockedY);
 }
 
 void ResolveContacts(Globalp& world, std::uint32_t layer) {
