@@ -80,6 +80,9 @@ TEST_F(NavigationTest, TabGoesRoundInReadingOrderAndArrowsToTheNearestInTheirDir
     EXPECT_EQ(gui.Focused(), &buttons[0]);
     // From a mouse on a button's rim it goes on from that button.
     Move(0.1F + PlainSkin::LeftX + 0.02F + 0.005F, 0.1F + PlainSkin::LeftY + 0.02F + 0.005F);
+    Press();
+    EXPECT_EQ(Walk("T"), "A") << "a drag goes on";
+    Release();
     EXPECT_EQ(Walk("T"), "B");
     // A close button that does something comes first; what a window covers or disables is passed over.
     window.closeButton.caption = "X";
@@ -93,7 +96,7 @@ TEST_F(NavigationTest, TabGoesRoundInReadingOrderAndArrowsToTheNearestInTheirDir
     EXPECT_EQ(Walk("TTT"), "XAB");
     window.SetDisabled();
     EXPECT_EQ(Walk("T"), "B") << "the pointer stays";
-    EXPECT_EQ(clicked, "BA");
+    EXPECT_EQ(clicked, "BAA");
 }
 
 TEST_F(NavigationTest, AnEditBoxKeepsWhatItTypesAndABarItsArrows) {

@@ -95,6 +95,7 @@ TEST_F(RoutingTest, AClickIsAPressAndAReleaseOnTheSameElement) {
     EXPECT_EQ(Screen(), "w:");
     Release();
     EXPECT_EQ(order, "Pln");
+    EXPECT_EQ(Clicked(First), "1") << "what is released over a window is none of the scene's";
 }
 
 TEST_F(RoutingTest, AWindowIsDraggedBeyondTheScreenAndResizedWithinTheSkinsLimits) {
@@ -141,10 +142,10 @@ TEST_F(RoutingTest, DisabledAndHiddenElementsAreNotHitAndWhatIsUnclippedLiesAbov
     EXPECT_EQ(first.state, GuiState::Disabled);
     window.SetDisabled();
     first.state = GuiState::Normal;
-    PressAt(First);
+    gui.OnReleaseOutside = [] { order += '!'; };
+    EXPECT_EQ(Clicked(First), "") << "nor does the scene hear of it";
     EXPECT_EQ(gui.Hovered(), nullptr);
     EXPECT_EQ(Screen(), "w:");
-    Release();
     window.state = GuiState::Normal;
     second.visible = true;
     window.ClearComponents();

@@ -9,28 +9,10 @@
 #include <cstring>
 #include <numbers>
 
-void UseDiskDriver() {
-    setenv("SDL_AUDIODRIVER", "disk", 1);
-    setenv("SDL_DISKAUDIOFILE", (std::filesystem::current_path() / "heard.raw").c_str(), 1);
-    setenv("SDL_DISKAUDIODELAY", "2", 1);
-}
-
 void WriteDiskConfiguration(const std::string& more) {
     WriteFile("config.cfg",
               "<audio>\naudio_rate = 22050\naudio_format = 32784\naudio_channels = 2\naudio_buffers = 512\n" +
                   more + "</audio>\n");
-}
-
-std::vector<std::int16_t> CloseDiskDriver() {
-    // Every opening counts.
-    int opened = Mix_QuerySpec(nullptr, nullptr, nullptr);
-    while (opened-- > 0)
-        Mix_CloseAudio();
-    SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    const std::string bytes = ReadFile("heard.raw");
-    std::vector<std::int16_t> samples(bytes.size() / sizeof(std::int16_t));
-    if (!samples.empty()) std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(std::int16_t));
-    return samples;
 }
 
 bool WaitUntil(const std::function<bool()>& condition) {
@@ -50,7 +32,9 @@ bool WaitUntilSilent() {
 }
 
 SoundTest::SoundTest() {
-    UseDiskDriver();
+    setenv("SDL_AUDIODRIVER", "disk", 1);
+    setenv("SDL_DISKAUDIOFILE", (folder.Path() / "heard.raw").c_str(), 1);
+    setenv("SDL_DISKAUDIODELAY", "2", 1);
 }
 
 SoundTest::~SoundTest() {
@@ -65,7 +49,15 @@ void SoundTest::Open(const std::string& more) {
 
 std::vector<std::int16_t> SoundTest::Close() {
     sound.Destroy();
-    return CloseDiskDriver();
+    // Every opening counts.
+    int opened = Mix_QuerySpec(nullptr, nullptr, nullptr);
+    while (opened-- > 0)
+        Mix_CloseAudio();
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    const std::string bytes = ReadFile("heard.raw");
+    std::vector<std::int16_t> samples(bytes.size() / sizeof(std::int16_t));
+    if (!samples.empty()) std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(std::int16_t));
+    return samples;
 }
 
 double SoundTest::LevelOf(AudioSample* sample) {

@@ -11,20 +11,15 @@
 #include <string>
 #include <vector>
 
-// Has SDL open the disk driver next, at some ten times the speed of what is heard; it writes into the working
-// directory.
-void UseDiskDriver();
 // Writes config.cfg with an "audio" block for 22050 Hz, signed 16 bit, stereo; `more` adds keys.
 void WriteDiskConfiguration(const std::string& more = "sound_volume = 128\nmusic_volume = 128\n");
-// Closes the mixer and returns what was written, left and right in turn.
-std::vector<std::int16_t> CloseDiskDriver();
 
 // Waits until the condition holds; false after ten seconds.
 bool WaitUntil(const std::function<bool()>& condition);
 // Until the mixer plays nothing more and what it played has been written.
 bool WaitUntilSilent();
 
-// A test with a sound object of its own on the disk driver.
+// A test with a sound object of its own on the disk driver, at some ten times the speed of what is heard.
 class SoundTest : public testing::Test {
 protected:
     static constexpr int Rate = 22050;
@@ -34,7 +29,7 @@ protected:
 
     // With WriteDiskConfiguration.
     void Open(const std::string& more = "sound_volume = 128\nmusic_volume = 128\n");
-    // With CloseDiskDriver.
+    // Closes the mixer; what was written, left and right in turn.
     std::vector<std::int16_t> Close();
     // Plays the sample to its end and closes: the level on the left.
     double LevelOf(AudioSample* sample);
