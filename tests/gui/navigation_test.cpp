@@ -151,7 +151,9 @@ TEST_F(NavigationTest, ListsOpenAndTheirRowsAreChosenAndTabsTurnPages) {
     EXPECT_EQ(clicked, "012");
     EXPECT_EQ(Walk("T"), "p");
     EXPECT_FALSE(list.IsOpen());
-    EXPECT_EQ(Walk("RET"), "ssB") << "the shown page's";
+    EXPECT_EQ(Walk("t"), "l");
+    EXPECT_LT(gui.cursor.y, 0.25F) << "its head: a closed list has no rows";
+    EXPECT_EQ(Walk("TTTTRET"), "lllpssB") << "the shown page's";
     EXPECT_EQ(control.ActivePage(), &pages[1]);
 }
 
@@ -163,11 +165,16 @@ TEST_F(NavigationTest, AScenesOwnPlacesStandInTheSameOrder) {
     EXPECT_EQ(Walk("TE"), "..");
     EXPECT_FLOAT_EQ(gui.cursor.y, 0.05F);
     EXPECT_EQ(clicked, "!") << "as a click there";
-    EXPECT_EQ(Walk("t"), ".");
+    EXPECT_EQ(Walk("TTTT"), "ABC.") << "what a window covers is passed over";
     EXPECT_FLOAT_EQ(gui.cursor.y, 0.95F);
     EXPECT_EQ(Walk("U"), "C");
     gui.Clear();
     EXPECT_EQ(gui.OnStops, nullptr) << "a new screen has none";
+    // The nearest as it is seen: a step across counts by a third more.
+    gui.OnStops = [](std::vector<GuiPoint>& places) { places = {{0.53F, 0.3F}, {0.5F, 0.37F}}; };
+    Move(0.5F, 0.2F);
+    Walk("D");
+    EXPECT_FLOAT_EQ(gui.cursor.y, 0.37F);
 }
 
 TEST_F(NavigationTest, AControllerMovesAndClicks) {
