@@ -42,7 +42,7 @@ void MenuScene::OnCloseRequest() {
 void MenuScene::Update() {
     frameClock.Update();
     fade.Update(frameClock.frameDelta);
-    if (blockMenu.GetState() != BlockMenu::Phase::Hovered) UpdateParticles();
+    if (blockMenu.GetState() != BlockMenu::Phase::Hovered) UpdateEffects();
     UpdateCredits();
     blockMenu.Update(frameClock.frameDelta);
 }
@@ -61,7 +61,7 @@ void MenuScene::UpdateCredits() {
 void MenuScene::Draw() {
     blockMenu.Pick(gui.cursor.x, gui.cursor.y);
     camera.Apply();
-    DrawParticles();
+    DrawEffects();
     blockMenu.Draw();
     credits.Draw();
 }

@@ -21,8 +21,9 @@ public:
     // Takes all out; their parent becomes none.
     void Clear();
     void SetParent(GUI_Element* parent);
-    // The component under the point of those that stand in `container`: an unrolled list before all, else the
-    // first that is hit, unless it and a later one are both clipped, which lies above it then.
+    // The component of `container` under the point, null when there is none. An unrolled list goes before all
+    // others. Of several that are hit the first counts, but a clipped one gives way to a clipped one behind
+    // it, which lies above it.
     GUI_Component* Hit(const GUI_Element& container, float x, float y) const;
     // The unrolled item list under the point, on an open page too; null when there is none.
     GUI_Component* HitUnrolled(const GUI_Element& container, float x, float y) const;

@@ -34,7 +34,7 @@ void AnimateObjects(std::uint32_t milliseconds) {
         AnimateLayer(layer, milliseconds);
 }
 
-void UpdateParticles() {
+void UpdateEffects() {
     if (pengine) pengine->Update();
 }
 
@@ -48,7 +48,7 @@ void DrawObjects() {
         objects->DrawLayer(*globalp, layer);
 }
 
-void DrawParticles() {
+void DrawEffects() {
     for (std::uint32_t layer = 0; pengine && layer < Layers; ++layer)
         pengine->Draw(layer);
 }

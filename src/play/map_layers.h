@@ -12,12 +12,12 @@ const WorldObject* ObjectOf(int index);
 // Advance by that many milliseconds; the particles by the frame clock.
 void MoveObjects(std::uint32_t milliseconds);
 void AnimateObjects(std::uint32_t milliseconds);
-void UpdateParticles();
+void UpdateEffects();
 
 // Draw in the current view.
 void DrawGround();
 void DrawObjects();
-void DrawParticles();
+void DrawEffects();
 
 // Loads models and pictures again, after a mode change.
 void ReloadMap();

@@ -68,7 +68,7 @@ void ViewWindow::Build() {
         glTranslatef(camera.x, camera.y, -2.0F);
         DrawGround();
         DrawObjects();
-        DrawParticles();
+        DrawEffects();
     };
     gui.AddWindow(this);
     SetSize(0.4F, 0.4F);

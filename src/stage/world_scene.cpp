@@ -74,7 +74,7 @@ void WorldScene::Update() {
     Timed(Profiler::UpdateEntityes, [=] { AnimateObjects(delta); });
     Timed(Profiler::UpdateParticles, [=, this] {
         effects.Update(delta);
-        UpdateParticles();
+        UpdateEffects();
     });
     const WorldObject* followed = ObjectOf(camera.objectId);
     listener.Update(followed);
@@ -87,7 +87,7 @@ void WorldScene::Draw() {
     camera.Apply();
     Timed(Profiler::DrawMap, DrawGround);
     Timed(Profiler::DrawEntityes, DrawObjects);
-    Timed(Profiler::DrawParticles, DrawParticles);
+    Timed(Profiler::DrawParticles, DrawEffects);
     StatsOverlay();
 }
 

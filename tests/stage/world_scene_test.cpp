@@ -117,7 +117,7 @@ TEST_F(World, ParticlesOfEveryLayerAreDrawnInEachOfThem) {
         camera.Apply();
         const std::size_t once = Record([] { pengine->Draw(0); }).size();
         EXPECT_GT(once, 0U);
-        EXPECT_EQ(VerticesOf(DrawParticles), 3 * once);
+        EXPECT_EQ(VerticesOf(DrawEffects), 3 * once);
         Main::Quit();
     };
     world.GameStart(0, 0);
