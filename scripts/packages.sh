@@ -2,9 +2,10 @@
 
 packages_build="g++ cmake ninja-build pkg-config libsdl1.2-dev libsdl-mixer1.2-dev libdevil-dev zlib1g-dev libglu1-mesa-dev libgl1-mesa-dev"
 packages_display="libgl1-mesa-dri xvfb xdotool imagemagick"
-packages_test="libgtest-dev python3-minimal libpython3-stdlib openbox ccache"
+packages_test="libgtest-dev python3-minimal libpython3-stdlib openbox"
 packages_check="git clang clang-format clang-tidy flake8 libbenchmark-dev libinih-dev libsimpleini-dev"
 packages_package="dpkg-dev file gzip lintian desktop-file-utils appstream"
+packages_try="debootstrap xvfb xdotool binutils"
 packages_bench="libbenchmark-dev libinih-dev libsimpleini-dev"
 packages_fuzz="clang libclang-rt-dev"
 

@@ -413,7 +413,7 @@ def send_close(display_name, window):
 
 
 def sanitizer_library(program):
-    linked = subprocess.run(["ldd", str(program)], stdout=subprocess.PIPE, check=False).stdout.decode()
+    linked = subprocess.run(["ldd", str(program)], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False).stdout.decode()
     return re.findall(r"=> (\S*lib[at]san\S*)", linked)
 
 
