@@ -7,6 +7,7 @@
 #include <GL/gl.h>
 #include <SDL.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <regex>
@@ -91,22 +92,26 @@ TEST_F(VideoTest, AModeChangeSetsSizeViewportAndProjectionAnew) {
 // Each loads the video object in a process of its own, which prints its log as its last act.
 TEST(VideoDeathTest, WithoutADeviceOpenGlOrTheModeTheProgramEnds) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    for (const auto& [driver, width, log] :
-         {std::tuple{"nosuchdriver", "",
-                     "Config not found loading default\n.*FAILED. Video initialization: .+"},
+    struct Case {
+        const char* driver;
+        const char* width;
+        const char* log;
+    };
+    for (const Case& c :
+         {Case{"nosuchdriver", "", "Config not found loading default\n.*FAILED. Video initialization: .+"},
           {"dummy", "640", "mode: 640x480x0 f=0 \n.*FAILED. OpenGL initialisation: .+"},
           {"x11", "-640", "mode: -640x480x0 f=0 \n.*FAILED. OpenGL initialisation: .+"}}) {
         const auto load = [&] {
             static TemporaryFolder folder;
             std::atexit([] { std::fputs(ReadLog().c_str(), stderr); });
-            setenv("SDL_VIDEODRIVER", driver, 1);
-            if (*width)
+            setenv("SDL_VIDEODRIVER", c.driver, 1);
+            if (*c.width)
                 WriteFile("config.cfg",
-                          std::string("<video>\nheight = 480\nwidth = ") + width + "\n</video>\n");
+                          std::string("<video>\nheight = 480\nwidth = ") + c.width + "\n</video>\n");
             video.Load("config.cfg");
         };
         EXPECT_EXIT(load(), testing::ExitedWithCode(1),
-                    std::string(log) + "\nQEV_Video::SetGLMode.. - \tExit\n");
+                    std::string(c.log) + "\nQEV_Video::SetGLMode.. - \tExit\n");
     }
 }
 
