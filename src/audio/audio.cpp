@@ -108,13 +108,13 @@ void QEV_Audio::Start() {
     music.Disable();
 }
 
-void QEV_Audio::WriteParameters(const char* path, INI_Writer* underWay) {
+void QEV_Audio::WriteParameters(const char* path, INI_Writer* writer) {
     INI_Writer own;
-    INI_Writer& writer = underWay ? *underWay : own;
+    INI_Writer& save = writer ? *writer : own;
     if (!enabled) return;
-    writer.RewriteBlock(path, BlockName);
+    save.RewriteBlock(path, BlockName);
     music_volume = music.GetVolume();
-    WriteRecord(Table(), *this, writer, &unread);
+    WriteRecord(Table(), *this, save, &unread);
 }
 
 void QEV_Audio::Destroy() {

@@ -211,9 +211,9 @@ void QEV_Video::ApplyProjection() const {
     glMatrixMode(GL_MODELVIEW);
 }
 
-void QEV_Video::Save(const char* path, INI_Writer* underWay) const {
+void QEV_Video::Save(const char* path, INI_Writer* writer) const {
     INI_Writer own;
-    INI_Writer& writer = underWay ? *underWay : own;
-    writer.RewriteBlock(path, "video");
-    WriteRecord(Table(), *this, writer, &unread);
+    INI_Writer& save = writer ? *writer : own;
+    save.RewriteBlock(path, "video");
+    WriteRecord(Table(), *this, save, &unread);
 }

@@ -41,12 +41,12 @@ void Kolvex::Load(const char* path) {
     highScores.Read(&file);
 }
 
-void Kolvex::Save(const char* path, INI_Writer* underWay) const {
+void Kolvex::Save(const char* path, INI_Writer* writer) const {
     INI_Writer own;
-    INI_Writer& writer = underWay ? *underWay : own;
-    writer.RewriteBlock(path, BlockName);
-    WriteRecord(Table(), *this, writer, &unread);
-    highScores.Write(writer);
+    INI_Writer& save = writer ? *writer : own;
+    save.RewriteBlock(path, BlockName);
+    WriteRecord(Table(), *this, save, &unread);
+    highScores.Write(save);
 }
 
 void Kolvex::Start() {
