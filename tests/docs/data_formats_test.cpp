@@ -155,7 +155,7 @@ TEST_F(DataFormats, Models) {
     ExpectNoComplaint();
 }
 
-// Whatever lies in data/ is taken by the loader of its kind.
+// Whatever lies in data/ is taken by the loader of its kind; creatures and effects come with the maps.
 TEST_F(DataFormats, TheGamesOwnDataLoadWithoutAComplaint) {
     const std::filesystem::path data = QUARVELLO_SOURCE_DIR "/data";
     const std::string settings = data / "config.cfg";
@@ -168,8 +168,6 @@ TEST_F(DataFormats, TheGamesOwnDataLoadWithoutAComplaint) {
     QEV_Gui shown;
     shown.Start("gui/ravix.cfg");
     QEV_MD2loader models;
-    std::string creatures;
-    int count = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(data)) {
         const std::string path = entry.path().lexically_relative(data), kind = entry.path().extension();
         bool loaded = true;
@@ -180,16 +178,8 @@ TEST_F(DataFormats, TheGamesOwnDataLoadWithoutAComplaint) {
         if (kind == ".wav") loaded = audio.Sample_Add(path.c_str())->chunk != nullptr;
         if (kind == ".ogg") loaded = audio.music.Load(path.c_str());
         EXPECT_TRUE(loaded) << path;
-        if (!path.starts_with("entities/")) continue;
-        creatures += "entity = \"" + path + "\"\n<custom>\n</custom>\n";
-        ++count;
     }
-    WriteFile(
-        "maps/creatures.txt",
-        "<map>\nBackground = \"maps/reason.background.txt\"\nObjects = \"maps/reason.objects.txt\"\nMusic = "
-        "\"music/KolvexIntro.ogg\"\nParticles = \"particles/reason.txt\"\n</map>\n<entityes>\nnumber = " +
-            std::to_string(count) + "\n" + creatures + "</entityes>\n<camera>\n</camera>\n");
-    for (const char* map : {"maps/creatures.txt", "maps/reason.txt", "maps/firstmap.txt"})
+    for (const char* map : {"maps/reason.txt", "maps/firstmap.txt"})
         EXPECT_TRUE(scene.LoadMap(map));
     ExpectNoComplaint("out of sector"); // of which the empty ground has none
     scene.StopMap();
