@@ -17,7 +17,7 @@ ASPECTS = {"4:3": 4 / 3, "16:9": 16 / 9, "21:9": 21 / 9}
 # From the first second's mean L* up; and its bright places, which the torches light.
 LEAST_MEAN, LEAST_BRIGHT = 17, 35
 # Of the keys; the light comes near the gate, and leaves them in half shade, for moments only.
-LEAST_CONTRAST, LEAST_FOR_MOMENTS = 4.5, 2.8
+LEAST_CONTRAST, LEAST_FOR_MOMENTS = 4.5, 3.8
 
 
 def cameras():
@@ -53,10 +53,9 @@ def deepest(points):
 def holes(triangles, height=240):
     """For each aspect how many pixels, of all pictures together, show nothing at all. A narrow picture is the middle of a wide
     one."""
-    points, plain = triangles[..., :3], np.full((1, 1, 3), 255.0)
     width, result = round(height * max(ASPECTS.values())), dict.fromkeys(ASPECTS, 0)
     for camera in cameras():
-        _, covered = preview.draw([(points, triangles[..., 3:], light.factors(points, None), plain)], camera, width, height)
+        covered = preview.covered(triangles[..., :3], camera, width, height)
         for name, aspect in ASPECTS.items():
             side = (width - round(height * aspect)) // 2
             result[name] += int((~covered[:, side:width - side]).sum())

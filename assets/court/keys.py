@@ -20,8 +20,8 @@ DENSITY = 32
 SIZE = (round(WIDTH * DENSITY), round(LENGTH * DENSITY))
 
 PLATE, PLATE_LOW = rgb("#142062"), rgb("#080E34")
-# Ivory as bright as the pieces would outshine them.
-CAP_FACE, CAP_EDGE, INK, WORD = rgb("#DCCFA6"), rgb("#86714A"), rgb("#0C0820"), rgb("#FCF0C4")
+# Bright enough to be read when the light stands near the gate and leaves the slope in half shade.
+CAP_FACE, CAP_EDGE, INK, WORD = rgb("#ECE0B8"), rgb("#86714A"), rgb("#060410"), rgb("#FFF8DC")
 CAP, CAP_TOP, GAP, BASELINE, LETTER = 1.0, .13, .14, 1.82, .44
 MARGIN = .25
 # What a group does, its width, and its caps: (width, quarter turns of the arrow clockwise from right, or letters).
