@@ -5,6 +5,8 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
+
 namespace {
 
 class SkinTest : public GuiTest, protected PlainSkin {
