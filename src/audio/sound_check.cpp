@@ -9,6 +9,7 @@
 #include <array>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 using platform::BeginsWith;
 using platform::ByteCursor;
@@ -111,10 +112,11 @@ bool ChecksumHolds(std::span<const std::byte> page) {
     return cursor.U32() == sum;
 }
 
-// Where the last whole page ends of those that follow each other from the start of an Ogg file.
+// Where the last whole page ends of those that follow each other from the start of an Ogg file. Checksums
+// take the time, so they are looked at from the end on.
 std::size_t EndOfPages(std::span<const std::byte> file) {
     constexpr std::size_t HeaderSize = 27;
-    std::size_t end = 0;
+    std::vector<std::span<const std::byte>> pages;
     ByteCursor cursor(file);
     while (cursor.Left() > 0) {
         const std::size_t start = cursor.Position();
@@ -125,9 +127,10 @@ std::size_t EndOfPages(std::span<const std::byte> file) {
             length += std::to_integer<std::uint64_t>(part);
         cursor.Take(length);
         if (cursor.Failed()) break;
-        if (ChecksumHolds(file.subspan(start, cursor.Position() - start))) end = cursor.Position();
+        pages.push_back(file.subspan(start, cursor.Position() - start));
     }
-    return end;
+    const auto last = std::find_if(pages.rbegin(), pages.rend(), ChecksumHolds);
+    return last == pages.rend() ? 0 : static_cast<std::size_t>(last->data() - file.data()) + last->size();
 }
 
 // The library looks for the last page from the end of the file on, in a time that grows with the square of
