@@ -6,6 +6,7 @@
 #include "graphics/plain_png.h"
 #include "platform/contained_run.h"
 #include "platform/file_bytes.h"
+#include "platform/file_stream.h"
 #include "platform/not_copied.h"
 
 #include <chrono>
@@ -178,7 +179,9 @@ ILenum DecodePng(std::span<const std::byte> file, Picture& picture) {
     if (plain.empty()) return IL_LIB_PNG_ERROR;
     DrainErrors();
     auto image = std::make_shared<const LibraryImage>();
-    const bool loaded = ilLoadL(IL_PNG, plain.data(), static_cast<ILuint>(plain.size())) == IL_TRUE;
+    // What the library reads from memory by itself it copies byte by byte.
+    const platform::FileStream stream = platform::OpenBytes(plain);
+    const bool loaded = stream && ilLoadF(IL_PNG, stream.get()) == IL_TRUE;
     return Finish(loaded, std::move(image), picture);
 }
 
