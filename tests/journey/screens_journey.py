@@ -1,4 +1,4 @@
-"""What other machines show: wide and narrow screens and the whole of one, a window manager that hides the window."""
+"""What other machines show: 60 Hz, wide and narrow screens and the whole of one, a window manager that hides the window."""
 import os
 import pathlib
 import subprocess
@@ -25,6 +25,23 @@ class Screens(Journey):
         self.display = Display((width, height))
         self.addCleanup(self.display.close)
         return self.start(config=lambda text: set_key(set_key(small(text), "width", width), "height", height))
+
+    def test_60_hz_glow_and_50_do_not(self):
+        game = self.start()
+        game.to_menu()
+        game.await_locked()
+        game.move(0.5, 0.97)
+        game.step(200, 30)  # the logos fade in
+
+        def brightness(rate, seconds):
+            game.step(1000 / rate, int(rate * seconds))
+            return sum(game.look().means([(0, 0, 1, 0.8)])[0])
+        full = brightness(60, 4.2)  # twenty steps of 200 ms
+        fallen = brightness(50, 1.6)
+        again = brightness(59.94, 1.8)
+        print(f"60 Hz {full:.1f}, then 50 Hz {fallen:.1f}, then 59.94 Hz {again:.1f}")
+        self.assertLess(fallen, full * 0.85)
+        self.assertGreater(again, full - (full - fallen) / 4)
 
     def test_wide(self):
         self.visit(1366, 768)
