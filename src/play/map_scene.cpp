@@ -41,30 +41,38 @@ bool MapScene::LoadMapFile(const char* path, StepHook tell) {
     const auto nextStep = [&] {
         if (tell) tell(*name++);
     };
-    const auto failed = [&](const char* why) {
-        LogWrite("mainScene::LoadMap(%s) - %s\n", path, why);
-        return false;
-    };
     nextStep();
     LogWrite("mainScene::LoadMap(%s)\n", path);
     ConfigFile file(path);
-    if (!file.IsOpen()) return failed("Can't load file");
+    if (!file.IsOpen()) {
+        LogWrite("mainScene::LoadMap(%s) - Can't load file\n", path);
+        return false;
+    }
     mapName = std::string(std::string_view(path).substr(0, MaxMapPath));
     nextStep();
     StopMap();
     StartMap();
     const MapContainers map = CreateContainers();
     nextStep();
-    if (!INI_FindBlock("map", &file)) return failed("Map block not found");
+    if (!INI_FindBlock("map", &file)) {
+        LogWrite("mainScene::LoadMap(%s) - Map block not found\n", path);
+        return false;
+    }
     MapRecord record;
     ReadRecord(MapRecord::Table(), record, &file);
     nextStep();
-    if (!map.ground.Load(record.background.c_str())) return failed("Backmap loading failed");
+    if (!map.ground.Load(record.background.c_str())) {
+        LogWrite("mainScene::LoadMap(%s) - Backmap loading failed\n", path);
+        return false;
+    }
     nextStep();
     LogWrite("mainScene::LoadMap(%s)::Globalp->start\n", path);
     map.world.start(map.ground.sectors);
     nextStep();
-    if (!map.models.Load(record.objects.c_str())) return failed("Objects loading failed");
+    if (!map.models.Load(record.objects.c_str())) {
+        LogWrite("mainScene::LoadMap(%s) - Objects loading failed\n", path);
+        return false;
+    }
     nextStep();
     // A map that names no track loads none, which the music takes for a success.
     if (!audio.music.Load(record.music.c_str()) || !audio.music.IsLoaded())
@@ -74,7 +82,10 @@ bool MapScene::LoadMapFile(const char* path, StepHook tell) {
         LogWrite("mainScene::LoadMap(%s) - [NOTICE] - no particles\n", path);
     nextStep();
     map.entities.Clear();
-    if (!INI_FindBlock("entityes", &file)) return failed("Entityes block not found");
+    if (!INI_FindBlock("entityes", &file)) {
+        LogWrite("mainScene::LoadMap(%s) - Entityes block not found\n", path);
+        return false;
+    }
     map.entities.Load(&file);
     INI_SkipBlock("entityes", &file);
     nextStep();
