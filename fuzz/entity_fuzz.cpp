@@ -17,14 +17,15 @@
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     EnterOwnFolder();
+    globalp = std::make_unique<Globalp>();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::ofstream("entity.txt", std::ios::binary)
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    globalp = std::make_unique<Globalp>();
-    globalp->start(std::vector<BackgroundSector>(1));
+    static const std::vector<BackgroundSector> ground(1);
+    globalp->start(ground);
     objects = std::make_unique<Objects>();
     entityes = std::make_unique<Entityes>();
     ConfigFile map =
@@ -44,6 +45,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!globalp->objects.empty()) std::abort();
     entityes.reset();
     objects.reset();
-    globalp.reset();
     return 0;
 }

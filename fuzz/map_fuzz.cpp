@@ -31,13 +31,14 @@ void EnterFolder() {
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     EnterFolder();
+    globalp = std::make_unique<Globalp>();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     ConfigFile map = ConfigFile::FromMemory({reinterpret_cast<const char*>(data), size});
-    globalp = std::make_unique<Globalp>();
-    globalp->start(std::vector<BackgroundSector>(2));
+    static const std::vector<BackgroundSector> ground(2);
+    globalp->start(ground);
     objects = std::make_unique<Objects>();
     entityes = std::make_unique<Entityes>();
     if (INI_FindBlock("map", &map)) {
@@ -57,6 +58,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!globalp->objects.empty() || !globalp->ObjectsOf(0).empty()) std::abort();
     entityes.reset();
     objects.reset();
-    globalp.reset();
     return 0;
 }

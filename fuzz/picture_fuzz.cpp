@@ -1,15 +1,17 @@
-// Any bytes as a picture file. A PNG's checksums are set right first, so that the search gets behind the
-// check and to the image library; everything else goes the way of the game, into a contained run.
+// Any bytes as a picture file. A PNG is also tried with its checksums set right, so that the search gets
+// behind the check; of everything else what the program itself looks at, and every sixty-fourth goes the way
+// of the game, into a contained run.
+#include "graphics/misread_pictures.h"
 #include "graphics/picture.h"
-#include "graphics/plain_png.h"
+#include "graphics/png_reader.h"
 #include "own_folder.h"
 
 #include <IL/il.h>
 
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
+#include <span>
 #include <string>
 
 namespace {
@@ -46,11 +48,33 @@ void SetChecksums(std::string& file) {
     }
 }
 
-void CheckResult(ILenum error, const Picture& picture) {
+void CheckResult(bool loaded, const Picture& picture) {
     const std::size_t size = static_cast<std::size_t>(picture.width) *
                              static_cast<std::size_t>(picture.height) *
                              static_cast<std::size_t>(picture.bytesPerPixel);
-    if (picture.pixels.size() != size || (error == IL_NO_ERROR) == picture.pixels.empty()) std::abort();
+    if (picture.pixels.size() != size || loaded == picture.pixels.empty()) std::abort();
+}
+
+std::span<const std::byte> BytesOf(const std::string& file) {
+    return std::as_bytes(std::span(file));
+}
+
+void CheckPng(const std::string& file) {
+    Picture picture;
+    const bool loaded = DecodePng(BytesOf(file), picture);
+    CheckResult(loaded, picture);
+}
+
+void CheckOther(const std::string& file) {
+    ILenum type = IL_TYPE_UNKNOWN;
+    static_cast<void>(OlderBitmap(BytesOf(file), type));
+    static_cast<void>(IsMisread(BytesOf(file), {}));
+    static unsigned count = 0;
+    if (++count % 64 != 1) return;
+    std::ofstream("picture", std::ios::binary) << file;
+    Picture picture;
+    const bool loaded = LoadPicture(IL_TYPE_UNKNOWN, "picture", picture) == IL_NO_ERROR;
+    CheckResult(loaded, picture);
 }
 
 } // namespace
@@ -63,16 +87,12 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string file(reinterpret_cast<const char*>(data), size);
-    const bool png = HasPngSignature(std::as_bytes(std::span(file)));
-    Picture picture;
-    CheckResult(png ? DecodePng(std::as_bytes(std::span(file)), picture) : IL_INVALID_VALUE, picture);
-    if (png) {
+    if (HasPngSignature(BytesOf(file))) {
+        CheckPng(file);
         SetChecksums(file);
-        picture = {};
-        CheckResult(DecodePng(std::as_bytes(std::span(file)), picture), picture);
-        return 0;
+        CheckPng(file);
+    } else {
+        CheckOther(file);
     }
-    std::ofstream("picture", std::ios::binary) << file;
-    CheckResult(LoadPicture(IL_TYPE_UNKNOWN, "picture", picture), picture);
     return 0;
 }

@@ -1,6 +1,6 @@
 # Sourced by play, test and the other scripts: installs Debian packages that are missing, and nothing when all are there.
 
-packages_build="g++ cmake ninja-build pkg-config libsdl1.2-dev libsdl-mixer1.2-dev libdevil-dev zlib1g-dev libglu1-mesa-dev libgl1-mesa-dev"
+packages_build="g++ cmake ninja-build pkg-config libsdl1.2-dev libsdl-mixer1.2-dev libdevil-dev libpng-dev libglu1-mesa-dev libgl1-mesa-dev"
 packages_display="libgl1-mesa-dri xvfb xdotool imagemagick"
 packages_test="libgtest-dev python3-minimal libpython3-stdlib openbox"
 packages_check="git clang clang-format clang-tidy flake8 libbenchmark-dev libinih-dev libsimpleini-dev"

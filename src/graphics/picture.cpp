@@ -1,12 +1,11 @@
-// PNG is decoded here, from the plain file; all other kinds in a copy of the program, which hands back a
-// report with the pixels behind it.
+// PNG is decoded in the program itself; all other kinds by the image library in a copy of the program, which
+// hands back a report with the pixels behind it.
 #include "graphics/picture.h"
 
 #include "graphics/misread_pictures.h"
-#include "graphics/plain_png.h"
+#include "graphics/png_reader.h"
 #include "platform/contained_run.h"
 #include "platform/file_bytes.h"
-#include "platform/file_stream.h"
 #include "platform/not_copied.h"
 
 #include <chrono>
@@ -102,8 +101,8 @@ bool ConvertToBytes() {
     return plain || ilConvertImage(HasAlpha() ? IL_RGBA : IL_RGB, IL_UNSIGNED_BYTE) == IL_TRUE;
 }
 
-// Describes the bound image, which holds the pixels.
-ILenum TakeImage(std::shared_ptr<const LibraryImage> image, Picture& picture) {
+// Describes the bound image, which goes on holding the pixels.
+ILenum TakeImage(Picture& picture) {
     Picture taken;
     taken.width = ilGetInteger(IL_IMAGE_WIDTH);
     taken.height = ilGetInteger(IL_IMAGE_HEIGHT);
@@ -120,29 +119,24 @@ ILenum TakeImage(std::shared_ptr<const LibraryImage> image, Picture& picture) {
     if (!data || size == 0 || static_cast<std::size_t>(ilGetInteger(IL_IMAGE_SIZE_OF_DATA)) < size)
         return IL_ILLEGAL_FILE_VALUE;
     taken.pixels = {reinterpret_cast<const std::byte*>(data), size};
-    taken.storage = std::move(image);
     picture = std::move(taken);
     return IL_NO_ERROR;
-}
-
-// A load counts as failed when the library reports an error, even beside a picture.
-ILenum Finish(bool loaded, std::shared_ptr<const LibraryImage> image, Picture& picture) {
-    const ILenum error = DrainErrors();
-    if (error != IL_NO_ERROR) return error;
-    return loaded ? TakeImage(std::move(image), picture) : static_cast<ILenum>(IL_UNKNOWN_ERROR);
 }
 
 // Runs in the contained process.
 void DecodeFile(const void* argument, std::vector<std::byte>& result) {
     const Request& request = *static_cast<const Request*>(argument);
     DrainErrors();
-    auto image = std::make_shared<const LibraryImage>();
+    const LibraryImage image;
     Picture picture;
     ILenum type = request.type;
     const std::vector<std::byte> older = OlderBitmap(request.file, type);
     const ILboolean loaded = older.empty() ? ilLoad(type, request.path)
                                            : ilLoadL(type, older.data(), static_cast<ILuint>(older.size()));
-    ILenum error = Finish(loaded == IL_TRUE, std::move(image), picture);
+    // A load counts as failed when the library reports an error, even beside a picture.
+    ILenum error = DrainErrors();
+    if (error == IL_NO_ERROR)
+        error = loaded == IL_TRUE ? TakeImage(picture) : static_cast<ILenum>(IL_UNKNOWN_ERROR);
     if (error == IL_NO_ERROR && IsMisread(request.file, picture)) {
         error = IL_FORMAT_NOT_SUPPORTED;
         picture = {};
@@ -174,21 +168,11 @@ ILenum TakeResult(std::vector<std::byte> bytes, Picture& picture) {
 
 } // namespace
 
-ILenum DecodePng(std::span<const std::byte> file, Picture& picture) {
-    const std::vector<std::byte> plain = PlainPng(file);
-    if (plain.empty()) return IL_LIB_PNG_ERROR;
-    DrainErrors();
-    auto image = std::make_shared<const LibraryImage>();
-    // What the library reads from memory by itself it copies byte by byte.
-    const platform::FileStream stream = platform::OpenBytes(plain);
-    const bool loaded = stream && ilLoadF(IL_PNG, stream.get()) == IL_TRUE;
-    return Finish(loaded, std::move(image), picture);
-}
-
 ILenum LoadPicture(ILenum type, const char* path, Picture& picture) {
     const platform::FileBytes file(path);
     if (!file.IsOpen()) return IL_COULD_NOT_OPEN_FILE;
-    if (HasPngSignature(file.Bytes())) return DecodePng(file.Bytes(), picture);
+    if (HasPngSignature(file.Bytes()))
+        return DecodePng(file.Bytes(), picture) ? IL_NO_ERROR : IL_LIB_PNG_ERROR;
     constexpr std::size_t MaxResult = sizeof(Report) + static_cast<std::size_t>(Picture::MaxPixels) * 4;
     const Request request{type, path, file.Bytes()};
     auto result = platform::RunContained(DecodeFile, &request, MaxResult, Patience);

@@ -1,5 +1,5 @@
 // Reads picture files into memory, so that no file, whatever bytes it holds, can crash or hang the program.
-// Rests on the image library, the plain PNG and the platform's contained runs.
+// Rests on the image library, the PNG reader and the platform's contained runs.
 #pragma once
 
 #include <GL/gl.h>
@@ -24,10 +24,7 @@ struct Picture {
 };
 
 // Loads the picture at `path`; IL_NO_ERROR, or the image library's error code, picture unchanged. A PNG (by
-// its first bytes) is checked whole and then decoded here; everything else is decoded as `type` says
+// its first bytes) is decoded in the program; everything else is decoded as `type` says
 // (IL_TYPE_UNKNOWN: by the file's ending, then its content) in a contained run that a crash or an endless
 // loop cannot leave. The image library must have been started.
 [[nodiscard]] ILenum LoadPicture(ILenum type, const char* path, Picture& picture);
-
-// Decodes the picture in the bytes of a PNG file, and nothing else in them; results as above.
-[[nodiscard]] ILenum DecodePng(std::span<const std::byte> file, Picture& picture);

@@ -4,10 +4,8 @@
 
 #include "platform/data_folders.h"
 
-#include <cstddef>
 #include <cstdio>
 #include <memory>
-#include <span>
 
 namespace platform {
 
@@ -22,18 +20,6 @@ using FileStream = std::unique_ptr<std::FILE, CloseStream>;
     if (!path) return nullptr;
     if (mode[0] == 'r') return FileStream(std::fopen(DataPath(path).c_str(), mode));
     return FileStream(HasPlaceToWrite() ? std::fopen(path, mode) : nullptr);
-}
-
-// A stream that reads bytes which outlive it; empty when there are none or no room.
-[[nodiscard]] inline FileStream OpenBytes(std::span<const std::byte> bytes) {
-#ifdef _WIN32
-    FileStream stream(std::tmpfile());
-    if (!stream || std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size()) return nullptr;
-    std::rewind(stream.get());
-    return stream;
-#else
-    return FileStream(fmemopen(const_cast<std::byte*>(bytes.data()), bytes.size(), "rb"));
-#endif
 }
 
 } // namespace platform
