@@ -167,8 +167,7 @@ TEST_F(GeometryTest, HooksDrawInTheClientAreaUnderTheWidgets) {
         EXPECT_EQ(viewport, c.room);
         glGetIntegerv(GL_VIEWPORT, viewport.data());
         EXPECT_EQ(viewport, (Viewport{0, 0, Width, Height}));
-        EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
-        EXPECT_FALSE(glIsEnabled(GL_SCISSOR_TEST));
+        EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST) && !glIsEnabled(GL_SCISSOR_TEST));
         EXPECT_NEAR(Find(Flat).left, c.left, 1);
         EXPECT_NEAR(Find(Flat).right, c.right, 1);
         EXPECT_TRUE(IsSeen(PlainSkin::Colour(3, GuiState::Normal)));
