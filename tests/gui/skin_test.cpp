@@ -63,27 +63,21 @@ TEST_F(SkinTest, WhatASkinLacksIsLoggedAndKeepsItsDefault) {
     EXPECT_FLOAT_EQ(styles.closeButton->width, 0.0F);
     const GuiRect rect = {0, 0, 1, 1};
     EXPECT_FALSE(styles.boxes[0].Contains(rect, 0.5F, 0.5F)) << "its first corner lies below the second";
-    EXPECT_TRUE(styles.boxes[1].Contains(rect, 0.0F, 0.0F));
-    EXPECT_FALSE(styles.boxes[1].Contains(rect, 1.0F, 0.5F));
+    EXPECT_TRUE(styles.boxes[1].Contains(rect, 0.0F, 0.0F) && !styles.boxes[1].Contains(rect, 1.0F, 0.5F));
 }
 
 TEST_F(SkinTest, StylesChainTheirModesAndMissingBlocksAreReplaced) {
-    const std::string one = Rectangle(0, "r = 1\na = 1\n");
-    const std::string two = Rectangle(1, "g = 1\na = 1\n");
+    const std::string shot = Rectangle(0, "r = 1\na = 1\n");
     EXPECT_EQ(
-        Read(Style("textx = 0.5\n" + Mode("normal", one) + Mode("Hover", one) + Mode("normal", two + one)) +
-             Style(Mode("clicked", one))),
-        2 + 3 + 3)
-        << "three states of each: Hover is not hover, but one was recognised before";
-    ASSERT_EQ(styles.Count(), 3);
-    EXPECT_FLOAT_EQ(styles.Get(1).textx, 0.5F);
-    EXPECT_FLOAT_EQ(styles.Get(1).texta, 0.0F) << "missing keys read as 0";
+        Read(Style(Mode("normal", shot) + Mode("Hover", shot) + Mode("normal", Rectangle(1, "") + shot)) +
+             Style(Mode("Hover", ""))),
+        2 + 3 + 1 + 4)
+        << "missing states, and one that is not recognised";
     const Shot& normal = styles.Get(1).shots[0];
     ASSERT_EQ(normal.size(), 3U);
     EXPECT_EQ(normal[1].mode, 1);
     EXPECT_EQ(normal[2].polys.at(0).verts.size(), 4U);
     EXPECT_EQ(styles.Get(2).shots[3].size(), 2U);
-    EXPECT_EQ(Read(Style(Mode("Hover", one))), 2 + 1 + 4);
     const std::string holes =
         "<new shot>\nmode = 0\npolynum = 4\n<polylist>\n<poly>\nvnum = 3\n<vertlist>\n" +
         PlainSkin::Vertex(2, 0.5F, 0.5F) +
@@ -93,10 +87,8 @@ TEST_F(SkinTest, StylesChainTheirModesAndMissingBlocksAreReplaced) {
         << "states, vertices, a list of them, polygons, a list of those";
     const std::vector<ShotPoly>& polys = styles.Get(1).shots[0].at(0).polys;
     ASSERT_EQ(polys.size(), 4U);
-    EXPECT_TRUE(polys[3].verts.empty());
     const std::vector<ShotVertex>& verts = polys[0].verts;
     ASSERT_EQ(verts.size(), 3U);
-    EXPECT_EQ(verts[0].fixed, 2);
     EXPECT_FLOAT_EQ(verts[0].r, 0.0F) << "a vertex that is there lacks its colour";
     EXPECT_FLOAT_EQ(verts[2].r + verts[2].a, 2.0F);
 }
@@ -157,7 +149,6 @@ TEST_F(SkinTest, TheFocusFrameLiesRoundTheFocusedElementWithinItsWindow) {
         button.left = left;
         gui.SetFocus(nullptr);
         Draw();
-        EXPECT_FALSE(IsSeen(frame));
         const Box unframed = Find(Colour(3, GuiState::Normal));
         gui.SetFocus(&button);
         Draw();
