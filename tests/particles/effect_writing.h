@@ -30,18 +30,14 @@ inline std::string EmitterText(const std::string& keys = "", const std::string& 
     return text + "</TEmittor>\n";
 }
 
-inline std::string EffectText(const std::vector<std::string>& emitters) {
-    std::string text = "<TEmittors>\n";
-    for (const std::string& emitter : emitters)
-        text += "<TEmittor>\nemittor = \"" + emitter + "\"\n</TEmittor>\n";
-    return text + "</TEmittors>\n";
-}
-
-inline std::string ListText(const std::vector<std::string>& effects) {
-    std::string text = "<Particles>\n";
-    for (const std::string& effect : effects)
-        text += "<TEffect>\nname = \"" + effect + "\"\n</TEffect>\n";
-    return text + "</Particles>\n";
+// An effect (blocks "TEmittor" with "emittor") or a list of effects ("TEffect" with "name").
+inline std::string ListText(const std::string& block, const std::string& key,
+                            const std::vector<std::string>& names) {
+    const std::string all = block == "TEffect" ? "Particles" : "TEmittors";
+    std::string text = "<" + all + ">\n";
+    for (const std::string& name : names)
+        text += "<" + block + ">\n" + key + " = \"" + name + "\"\n</" + block + ">\n";
+    return text + "</" + all + ">\n";
 }
 
 // Has the engine load one effect of emitters with these texts.
@@ -51,8 +47,8 @@ inline void LoadEffect(QEV_PEngine& engine, const std::vector<std::string>& emit
         names.push_back("emitter" + std::to_string(names.size()) + ".txt");
         WriteFile(names.back(), text);
     }
-    WriteFile("effect.txt", EffectText(names));
-    WriteFile("list.txt", ListText({"effect.txt"}));
+    WriteFile("effect.txt", ListText("TEmittor", "emittor", names));
+    WriteFile("list.txt", ListText("TEffect", "name", {"effect.txt"}));
     engine.Release();
     EXPECT_TRUE(engine.Load("list.txt"));
 }
