@@ -77,31 +77,12 @@ TEST_F(Wells, OnlyTheValueOneFillsACell) {
     }
 }
 
-TEST_F(Wells, ALandingLeavesTypeAngleAndTiles) {
-    well.RotatePressed();
-    EXPECT_EQ(Drop(), "tl");
-    for (int block = 0; block < 4; block++) {
-        const BoardCell& cell = well.board.At(6 - block, 0);
-        EXPECT_TRUE(cell.type == Piece::Bar && cell.angle == 90 && cell.tile == 12 - 4 * block);
-    }
-    EXPECT_EQ(well.GetPiece().angle, 0);
-    Deal(Piece::Square); // which does not turn, and tells it all the same
+TEST_F(Wells, ATurnIsToldAlsoOfTheSquareWhichDoesNotTurn) {
+    Deal(Piece::Square);
     well.RotatePressed();
     EXPECT_EQ(Drop(), "tl");
     EXPECT_EQ(well.board.At(4, 0).angle, 0);
     EXPECT_EQ(well.board.At(5, 1).tile, 5);
-}
-
-TEST_F(Wells, AMoveIsToldAlsoWhenAWallRefusesIt) {
-    for (int i = 0; i < 12; i++) {
-        well.LeftPressed();
-        well.Step(1);
-        well.Step(199);
-    }
-    EXPECT_EQ(well.told, std::string(12, 'm')) << "at once, and then not before 200 ms have passed";
-    EXPECT_EQ(well.GetPiece().pivotX, 0.0F);
-    well.SoftDropPressed();
-    EXPECT_EQ(well.told.size(), 13U);
 }
 
 TEST_F(Wells, RowsSeparatedByAPartialRowMoveDownWhole) {
