@@ -22,7 +22,6 @@ TEST(Log, StartsFreshAndStampsItsLines) {
     EXPECT_TRUE(log.starts_with("-- -- -- --\n-- Starting log : log.txt \n-- Program build : ")) << log;
     EXPECT_NE(log.find(" \n-- -- -- --\n-- game version 1.000000\n\n["), std::string::npos) << log;
     EXPECT_TRUE(log.ends_with("] value 7 100%\n")) << log;
-    EXPECT_EQ(log.find("] value") + 2 - log.rfind('['), 22U) << "every stamp is 22 characters long";
 }
 
 TEST(Log, DropsMessagesWhenTheFileCannotBeOpened) {
@@ -66,23 +65,17 @@ TEST(Timer, StopsOrRepeatsAndReportsItsShare) {
     EXPECT_EQ(ended, 0);
     EXPECT_DOUBLE_EQ(timer.Progress(), 2800.0 / 3000.0);
     EXPECT_DOUBLE_EQ(timer.PingPong(), 1.0 - 2800.0 / 3000.0);
-    EXPECT_TRUE(timer.Update(200));
+    EXPECT_TRUE(timer.Update(200) && !timer.IsRunning() && !timer.Update(200));
     EXPECT_EQ(ended, 1);
-    EXPECT_FALSE(timer.IsRunning());
-    EXPECT_FALSE(timer.Update(200));
-    EXPECT_EQ(ended, 1);
-
     timer.Set(1000, false);
     timer.Start();
     timer.Update(1900);
-    EXPECT_EQ(ended, 2);
-    EXPECT_TRUE(timer.IsRunning());
+    EXPECT_TRUE(ended == 2 && timer.IsRunning());
     EXPECT_EQ(timer.Progress(), 0.0) << "what a step has left over is dropped";
     timer.Update(250);
     EXPECT_NEAR(timer.Wave(), 1.0, 1e-5);
     timer.Set(0, false);
     EXPECT_EQ(timer.Progress(), 1.0);
-
     static Timer again;
     again.Set(10, true);
     again.callback = [] { again.Start(); };
@@ -97,9 +90,11 @@ TEST(GameMode, RequestsSetModeAndStateAndTheirNames) {
         const char* mode;
         const char* state;
     };
-    for (const Case& c : {Case{Main::GoPuzzle, "PUZZLE", "CHANGE"}, Case{Main::GoIntro, "INTRO", "CHANGE"},
-                          Case{Main::GoMenu, "MENU", "CHANGE"}, Case{Main::Quit, "DESTROY", "END"},
-                          Case{Main::GoDestroy, "DESTROY", "CHANGE"}}) {
+    for (const Case& c : {Case{Main::GoPuzzle, "PUZZLE", "CHANGE"},
+                          {Main::GoIntro, "INTRO", "CHANGE"},
+                          {Main::GoMenu, "MENU", "CHANGE"},
+                          {Main::Quit, "DESTROY", "END"},
+                          {Main::GoDestroy, "DESTROY", "CHANGE"}}) {
         GameMode = Mode::Game;
         SceneState = State::Game;
         c.request();

@@ -61,8 +61,7 @@ TEST(Reader, PositionsAfterSearches) {
     for (; INI_FindNextBlock("item", &file); ++items)
         EXPECT_TRUE(INI_SkipBlock("item", &file));
     EXPECT_EQ(items, 2) << "the list ends with the outer block";
-    EXPECT_TRUE(INI_SkipBlock("outer", &file));
-    EXPECT_FALSE(INI_SkipBlock("outer", &file));
+    EXPECT_TRUE(INI_SkipBlock("outer", &file) && !INI_SkipBlock("outer", &file));
     EXPECT_FALSE(INI_FindNextBlock("item", &file)) << "at the end every forward search fails";
     EXPECT_TRUE(INI_FindBlock("outer", &file)) << "a search from the start comes back";
 }
@@ -103,12 +102,10 @@ TEST(Reader, WithoutAFileThereIsNoBlock) {
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
     for (const char* name : {"/", "pipe", "no/such/file.cfg"}) {
         ConfigFile closed(name);
-        EXPECT_FALSE(closed.IsOpen());
         EXPECT_EQ(closed.IsMissing(), *name == 'n') << name;
         for (ConfigFile* file : {&closed, static_cast<ConfigFile*>(nullptr)}) {
             EXPECT_FALSE(INI_FindBlock("a", file) || INI_FindNextBlock("a", file) ||
                          INI_SkipBlock("a", file));
-            EXPECT_EQ(INI_ReadInt("a", file), 0);
             EXPECT_STREQ(INI_ReadString("a", file), "");
             EXPECT_STREQ(INI_ReadLine(file), "");
         }

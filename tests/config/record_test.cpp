@@ -40,23 +40,18 @@ TEST(Record, ReadsEachKindOnceAndNamesWhatItCannotUse) {
     EXPECT_TRUE(lamp.watts == -3 && lamp.place == 2 && lamp.lit && lamp.dim == 0.5F && lamp.name == "abcde" &&
                 lamp.glow == 3.0F);
     EXPECT_EQ(ReadLog(), "");
-    struct Case {
-        const char* line;
-        const char* warning;
-    };
-    for (const Case& c : {
-             Case{"wats = 4", "<lamp> has no key of the name wats"},
-             Case{"watts\t4", "watts cannot be read: a tab stands behind it, where a blank or = must"},
-             Case{"watts=", "watts cannot be read: it has no value"},
-             Case{"watts = none", "watts cannot be read: it has no number"},
-             Case{"name = Ana", "name cannot be read: its text is not in double quotes"},
-             Case{"dim = 0,5", "dim is cut off at its comma: decimal numbers use a point"},
-         }) {
+    for (const auto& [line, warning] :
+         {std::pair{"wats = 4", "<lamp> has no key of the name wats"},
+          {"watts\t4", "watts cannot be read: a tab stands behind it, where a blank or = must"},
+          {"watts=", "watts cannot be read: it has no value"},
+          {"watts = none", "watts cannot be read: it has no number"},
+          {"name = Ana", "name cannot be read: its text is not in double quotes"},
+          {"dim = 0,5", "dim is cut off at its comma: decimal numbers use a point"}}) {
         std::remove("log.txt");
-        const Lamp left = Read("lit = 1\n\n" + std::string(c.line));
+        const Lamp left = Read("lit = 1\n\n" + std::string(line));
         EXPECT_TRUE(left.watts == 0 && left.place == 0 && left.lit && left.dim == 0 && left.name.empty() &&
                     left.glow == 9.0F);
-        EXPECT_EQ(ReadLog(), "ReadRecord [WARNING] - lamp.cfg:4: " + std::string(c.warning) + "\n");
+        EXPECT_EQ(ReadLog(), "ReadRecord [WARNING] - lamp.cfg:4: " + std::string(warning) + "\n");
     }
     std::string nonsense;
     for (int line = 0; line < 500; ++line)
@@ -77,19 +72,16 @@ TEST(Record, ASaveLeavesLinesAloneThatCouldNotBeRead) {
     lamp.watts = 60; // what the program takes in its place
     SettleUnread(LampTable, lamp, unread);
     lamp.dim = 0.25F; // what the player sets
-    const auto save = [&] {
-        INI_Writer writer;
-        writer.WriteExistantFile("config.cfg", "lamp");
-        WriteRecord(LampTable, lamp, writer, &unread);
-    };
-    save();
-    const std::string saved = "<lamp>\n\tWatts\t40\n  place = 7\n  lit = 0\n  dim = 0.250000\n  name = Ana\n"
-                              "  glow = 9.000000\n</lamp>\n";
-    EXPECT_EQ(ReadFile("config.cfg"), saved);
-    EXPECT_EQ(ReadFile("config.cfg.bak"), old) << "a line was replaced";
-    save();
-    EXPECT_EQ(ReadFile("config.cfg"), saved);
-    EXPECT_EQ(ReadFile("config.cfg.bak"), old) << "nothing was lost, so the copy stays";
+    for (int saves = 0; saves < 2; ++saves) {
+        {
+            INI_Writer writer;
+            writer.WriteExistantFile("config.cfg", "lamp");
+            WriteRecord(LampTable, lamp, writer, &unread);
+        }
+        EXPECT_EQ(ReadFile("config.cfg"), "<lamp>\n\tWatts\t40\n  place = 7\n  lit = 0\n  dim = 0.250000\n"
+                                          "  name = Ana\n  glow = 9.000000\n</lamp>\n");
+        EXPECT_EQ(ReadFile("config.cfg.bak"), old) << "a line was replaced at first, and nothing lost since";
+    }
 }
 
 } // namespace

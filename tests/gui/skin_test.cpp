@@ -53,20 +53,6 @@ TEST_F(SkinTest, WhatASkinLacksIsLoggedAndKeepsItsDefault) {
     EXPECT_EQ(Read("<general>\nwin_min_width = 0.3\n</general>\n"), 4) << "nor a border or the two buttons";
     EXPECT_EQ(styles.boxes.size(), 1U);
     EXPECT_FLOAT_EQ(styles.win_min_width, 0.3F);
-    EXPECT_EQ(Read("<general>\n<border>\nbox_num = 2\n<box>\npos1x = 0.1\npos2x = 0.2\npos2y = 0.05\n"
-                   "fixed1 = 3\nfixed2 = 2\n</box>\n</border>\n<close button>\nstid = 7\n"
-                   "</close button>\n</general>\n"),
-              3)
-        << "nor a second box";
-    ASSERT_EQ(styles.boxes.size(), 2U);
-    EXPECT_EQ(styles.closeButton->stid, 7);
-    EXPECT_FLOAT_EQ(styles.closeButton->width, 0.0F);
-    const GuiRect rect = {0, 0, 1, 1};
-    EXPECT_FALSE(styles.boxes[0].Contains(rect, 0.5F, 0.5F)) << "its first corner lies below the second";
-    EXPECT_TRUE(styles.boxes[1].Contains(rect, 0.0F, 0.0F) && !styles.boxes[1].Contains(rect, 1.0F, 0.5F));
-}
-
-TEST_F(SkinTest, StylesChainTheirModesAndMissingBlocksAreReplaced) {
     const std::string shot = Rectangle(0, "r = 1\na = 1\n");
     EXPECT_EQ(
         Read(Style(Mode("normal", shot) + Mode("Hover", shot) + Mode("normal", Rectangle(1, "") + shot)) +
@@ -74,9 +60,8 @@ TEST_F(SkinTest, StylesChainTheirModesAndMissingBlocksAreReplaced) {
         2 + 3 + 1 + 4)
         << "missing states, and one that is not recognised";
     const Shot& normal = styles.Get(1).shots[0];
-    ASSERT_EQ(normal.size(), 3U);
+    ASSERT_EQ(normal.size(), 3U) << "modes chain";
     EXPECT_EQ(normal[1].mode, 1);
-    EXPECT_EQ(normal[2].polys.at(0).verts.size(), 4U);
     EXPECT_EQ(styles.Get(2).shots[3].size(), 2U);
     const std::string holes =
         "<new shot>\nmode = 0\npolynum = 4\n<polylist>\n<poly>\nvnum = 3\n<vertlist>\n" +
@@ -86,11 +71,9 @@ TEST_F(SkinTest, StylesChainTheirModesAndMissingBlocksAreReplaced) {
     EXPECT_EQ(Read(Style(Mode("normal", holes))), 2 + 3 + 2 + 1 + 2 + 1)
         << "states, vertices, a list of them, polygons, a list of those";
     const std::vector<ShotPoly>& polys = styles.Get(1).shots[0].at(0).polys;
-    ASSERT_EQ(polys.size(), 4U);
-    const std::vector<ShotVertex>& verts = polys[0].verts;
-    ASSERT_EQ(verts.size(), 3U);
-    EXPECT_FLOAT_EQ(verts[0].r, 0.0F) << "a vertex that is there lacks its colour";
-    EXPECT_FLOAT_EQ(verts[2].r + verts[2].a, 2.0F);
+    ASSERT_TRUE(polys.size() == 4 && polys[0].verts.size() == 3);
+    EXPECT_FLOAT_EQ(polys[0].verts[0].r, 0.0F) << "a vertex that is there lacks its colour";
+    EXPECT_FLOAT_EQ(polys[0].verts[2].r, 1.0F);
 }
 
 TEST_F(SkinTest, CountsAreBoundByWhatTheGuiCanHold) {

@@ -56,7 +56,7 @@ protected:
 
 TEST_F(EventPump, DispatchesKeysAndButtonsInOrderAndCallsItsHooks) {
     PushKey(SDL_KEYDOWN, SDLK_a);
-    PushKey(SDL_KEYDOWN, SDLK_b); // not bound
+    Tap(SDLK_b); // not bound
     Tap(SDLK_LEFT);
     PushKey(SDL_KEYUP, SDLK_a);
     TapButton(SDL_BUTTON_LEFT);
@@ -66,10 +66,9 @@ TEST_F(EventPump, DispatchesKeysAndButtonsInOrderAndCallsItsHooks) {
     input.onRelease = Note<'U'>;
     input.onQuit = Note<'Q'>;
     Tap(SDLK_a);
-    PushKey(SDL_KEYUP, SDLK_b);
     TapButton(SDL_BUTTON_LEFT);
     PushEvent(SDL_QUIT);
-    EXPECT_EQ(Happens(), "aUAUbUBQ");
+    EXPECT_EQ(Happens(), "aUAbUBQ");
     // A new scene starts without hooks and bindings.
     input.Start();
     Tap(SDLK_a);
@@ -117,7 +116,6 @@ TEST_F(EventPump, AControllersSticksHatsAndButtonsAreKeys) {
 
 TEST_F(EventPump, AControllerThatVanishesIsLoggedAndLetsGo) {
     controllers.Start();
-    EXPECT_EQ(CountInLog("Controllers::Start() - "), 1);
     controllers.Watch(1);
     PushAxis(0, 0, 32767);
     PushHat(SDL_HAT_LEFT);

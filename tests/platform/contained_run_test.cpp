@@ -30,8 +30,8 @@ TEST(ContainedRun, HandsBackWhatTheWorkProduced) {
 
 TEST(ContainedRun, WorksBelowAParentThatIgnoresTheEndOfItsChildren) {
     std::signal(SIGCHLD, SIG_IGN);
-    const auto work = [](const void*, Bytes& result) { result.resize(3); };
-    EXPECT_EQ(RunContained(work, nullptr, Room, Ample), Bytes(3));
+    EXPECT_EQ(RunContained([](const void*, Bytes& result) { result.resize(3); }, nullptr, Room, Ample),
+              Bytes(3));
 }
 
 TEST(ContainedRun, ACrashTooMuchAndNoEndGiveNothing) {
