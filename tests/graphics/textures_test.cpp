@@ -2,6 +2,7 @@
 // becomes of files that are missing, broken or bent on keeping the program busy.
 #include "graphics/textures.h"
 
+#include "graphics/gl_state.h"
 #include "graphics/misread_pictures.h"
 #include "graphics/picture.h"
 #include "graphics/png_reader.h"
@@ -45,7 +46,8 @@ protected:
     // Colours of the drawn picture's quarters: upper left, upper right, lower left, lower right.
     static Colours Shown(unsigned texture) {
         BeginFlat();
-        DrawTexture(texture, 100, 100, 64, 64);
+        glBindTexture(GL_TEXTURE_2D, texture);
+        DrawQuad({100, 100, 164, 164});
         return {PixelAt(116, 148), PixelAt(148, 148), PixelAt(116, 116), PixelAt(148, 116)};
     }
     static Colours All(Rgba colour) { return Colours(4, colour); }
@@ -80,15 +82,16 @@ std::string NewerBmp(std::string bmp, std::uint8_t size) {
 }
 
 TEST_F(TexturesTest, TheTopRowIsAtTheTopWhateverTheKindOfFile) {
-    const std::string bmp = MakeBmp(16, 16, Quarters);
     EXPECT_EQ(ShownOf("a.png", MakePng(16, 16, Quarters)), right);
-    for (const auto& [name, content] : {std::pair{"old.bmp", bmp},
+    ASSERT_TRUE(SaveAgain("old.bmp", IL_RGB) && SaveAgain("opaque.tif", IL_RGBA) &&
+                SaveAgain("a.jpg", IL_RGB));
+    const std::string bmp = ReadFile("old.bmp");
+    for (const auto& [name, content] : {std::pair{"same.bmp", bmp},
                                         {"v4.bmp", NewerBmp(bmp, 108)},
                                         {"v5.bmp", NewerBmp(bmp, 124)},
                                         {"up.tga", MakeTga(16, 16, false, Quarters)},
                                         {"down.tga", MakeTga(16, 16, true, Quarters)}})
         EXPECT_EQ(ShownOf(name, content), right) << name;
-    ASSERT_TRUE(SaveAgain("opaque.tif", IL_RGBA) && SaveAgain("a.jpg", IL_RGB));
     EXPECT_EQ(ShownOf("opaque.tif"), right);
     const Colours shown = ShownOf("a.jpg");
     EXPECT_TRUE(shown[0].red > 200 && shown[0].blue < 60 && shown[2].blue > 200);
@@ -179,6 +182,8 @@ TEST_F(TexturesTest, SizesBecomePowersOfTwoFilteredLinearlyAndRepeated) {
 
 TEST_F(TexturesTest, BrokenPicturesAreBlank) {
     const std::string good = PngOf(Red), header = PngHeader(4, 4, 8, 2);
+    WriteFile("a.png", good);
+    ASSERT_TRUE(SaveAgain("cut.bmp", IL_RGB));
     const std::pair<const char*, std::string> broken[] = {
         {"empty.png", ""},
         {"signature.png", good.substr(0, 8)},
@@ -190,7 +195,7 @@ TEST_F(TexturesTest, BrokenPicturesAreBlank) {
         {"junkdata.png", PngFile(header + PngChunk("IDAT", "these bytes unpack to nothing"))},
         {"shortdata.png", PngOf(header, std::string(51, '\0'))},
         {"head.tga", std::string(18, '\2')},
-        {"cut.bmp", MakeBmp(16, 16, Quarters).substr(0, 40)},
+        {"cut.bmp", ReadFile("cut.bmp").substr(0, 40)},
         {"head.jpg", "\xFF\xD8\xFF\xE0 and no more"},
         {"noending", "neither a name nor bytes that tell"}};
     int failures = 0;

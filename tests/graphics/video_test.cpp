@@ -17,7 +17,10 @@ namespace {
 class VideoTest : public GlTest {};
 
 TEST_F(VideoTest, LogsTheStartAndNumbersTheExtensions) {
-    const std::string log = StartLog();
+    QEV_Video started;
+    WriteFile("config.cfg", "<video>\nwidth = 640\nheight = 480\nbpp = 32\n</video>\n");
+    started.Load("config.cfg");
+    const std::string log = ReadLog();
     EXPECT_NE(log.find("mode: 640x480x32 f=0 \nQEV_Video::SetGLMode() - \t[OK]"), log.npos) << log;
     EXPECT_NE(log.find(std::string("Renderer - ") + DriverText(GL_RENDERER) + "\n"), log.npos);
     const std::string extensions = DriverText(GL_EXTENSIONS);

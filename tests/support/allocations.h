@@ -4,8 +4,5 @@
 
 // Calls of operator new since the program's start.
 long Allocations();
-// Of these, the ones that the program's own code made on this thread, without those of the libraries that it
-// uses.
-long OwnAllocations();
 // Bytes that have not been given back yet, as the heap rounds them.
 long BytesHeld();

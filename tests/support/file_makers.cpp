@@ -10,16 +10,6 @@ void AppendBig(std::string& bytes, std::uint32_t value) {
         bytes += static_cast<char>(value >> shift & 0xFFU);
 }
 
-// Rows of 24 bits a pixel, blue first; widths are multiples of four, so that no row is filled up.
-void AppendRows(std::string& bytes, int width, int height, bool topFirst, const Painter& colour) {
-    for (int row = 0; row < height; ++row)
-        for (int x = 0; x < width; ++x) {
-            const Rgba c = colour(x, topFirst ? row : height - 1 - row);
-            for (const std::uint8_t channel : {c.blue, c.green, c.red})
-                AppendValue(bytes, channel);
-        }
-}
-
 } // namespace
 
 std::string PngChunk(std::string_view type, std::string_view data) {
@@ -60,9 +50,8 @@ std::string MakePng(int width, int height, const Painter& colour) {
     std::string raw;
     for (int y = 0; y < height; ++y) {
         raw += '\0';
-        for (int x = 0; x < width; ++x) {
+        for (int x = 0; x < width; ++x)
             AppendValue(raw, colour(x, y));
-        }
     }
     return PngFile(PngHeader(static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), 8, 6) +
                    PngChunk("IDAT", StoredZlib(raw)));
@@ -72,19 +61,12 @@ std::string MakeTga(int width, int height, bool topFirst, const Painter& colour)
     std::string file("\0\0\2\0\0\0\0\0\0\0\0\0", 12);
     for (const int number : {width, height, topFirst ? 0x2018 : 0x18})
         AppendValue(file, static_cast<std::uint16_t>(number));
-    AppendRows(file, width, height, topFirst, colour);
-    return file;
-}
-
-std::string MakeBmp(int width, int height, const Painter& colour) {
-    constexpr int HeadSize = 54;
-    constexpr int OnePlaneOf24Bits = 24 << 16 | 1;
-    const int size = width * height * 3;
-    std::string file = "BM";
-    for (const int number :
-         {HeadSize + size, 0, HeadSize, 40, width, height, OnePlaneOf24Bits, 0, size, 0, 0, 0, 0})
-        AppendValue(file, number);
-    AppendRows(file, width, height, false, colour);
+    for (int row = 0; row < height; ++row)
+        for (int x = 0; x < width; ++x) {
+            const Rgba c = colour(x, topFirst ? row : height - 1 - row);
+            for (const std::uint8_t channel : {c.blue, c.green, c.red})
+                AppendValue(file, channel);
+        }
     return file;
 }
 

@@ -41,8 +41,6 @@ std::string MakePng(int width, int height, const Painter& colour);
 
 // 24-bit TGA, uncompressed; the rows from the bottom or, with the descriptor's bit set, from the top.
 std::string MakeTga(int width, int height, bool topFirst, const Painter& colour);
-// 24-bit BMP, the bottom row first; the width is a multiple of four.
-std::string MakeBmp(int width, int height, const Painter& colour);
 
 // Corners of KSM triangles: x, y, z, u, v.
 using KsmCorner = std::array<float, 5>;

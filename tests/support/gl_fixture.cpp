@@ -10,12 +10,6 @@
 #include <cstdlib>
 #include <numeric>
 
-namespace {
-
-std::string startLog;
-
-} // namespace
-
 Rgba GlTest::CellColour(int cell) {
     return {static_cast<std::uint8_t>(cell % 16 * 16), static_cast<std::uint8_t>(cell / 16 * 16), 200, 255};
 }
@@ -26,6 +20,8 @@ GlTest::GlTest(Screen screen) {
     WriteFile("default/blank.md2", Md2Maker::Triangle(1).Bytes());
     WriteFile("font/basic4.png",
               MakePng(256, 256, [](int x, int y) { return CellColour(y / 16 * 16 + x / 16); }));
+    ilInit();
+    iluInit();
     if (screen == Screen::Window)
         OpenWindow();
     else
@@ -65,9 +61,6 @@ void GlTest::OpenWindow() {
         std::atexit(SDL_Quit);
         WriteFile("config.cfg", "<video>\nwidth = 640\nheight = 480\nbpp = 32\nlighting = 1\n</video>\n");
         video.Load("config.cfg");
-        startLog = ReadLog();
-        ilInit();
-        iluInit();
     }
     // Other windows may share the display.
     SDL_WM_GrabInput(SDL_GRAB_OFF);
@@ -81,12 +74,6 @@ void GlTest::OpenQueue() {
     setenv("SDL_VIDEODRIVER", "dummy", 1);
     SDL_InitSubSystem(SDL_INIT_VIDEO);
     unsetenv("SDL_VIDEODRIVER");
-    ilInit();
-    iluInit();
-}
-
-const std::string& GlTest::StartLog() {
-    return startLog;
 }
 
 void GlTest::ReplaceContext() {
@@ -104,16 +91,6 @@ void GlTest::BeginFlat() {
     glOrtho(0, video.Width(), 0, video.Height(), -1000, 1000);
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
-}
-
-void GlTest::DrawTexture(unsigned texture, int x, int y, int width, int height) {
-    glBindTexture(GL_TEXTURE_2D, texture);
-    glBegin(GL_QUADS);
-    for (const auto& [u, v] : {std::pair(0, 0), {1, 0}, {1, 1}, {0, 1}}) {
-        glTexCoord2i(u, v);
-        glVertex2i(x + u * width, y + v * height);
-    }
-    glEnd();
 }
 
 Rgba GlTest::PixelAt(int x, int y) {

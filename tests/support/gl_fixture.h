@@ -51,16 +51,13 @@ protected:
     // Opens the window if there is none, and takes it back to its size and its initial state.
     static void OpenWindow();
     static void OpenQueue();
-    // What the first opening of the window wrote to the log, without time stamps.
-    static const std::string& StartLog();
 
     // Closes the window and opens a new one in a new context, as some systems do at every mode change.
     static void ReplaceContext();
 
     // Clears the picture and sets a flat projection in which a unit is a pixel, y up from the lower left.
     static void BeginFlat();
-    // Draws the texture over the rectangle, v = 1 at its upper edge.
-    static void DrawTexture(unsigned texture, int x, int y, int width, int height);
+
     // Number of times that `part` stands in the log.
     static int CountInLog(const std::string& part);
 

@@ -192,13 +192,10 @@ void GuiTest::DrawFor(int milliseconds, int frame) {
 std::vector<Rgba> GuiTest::ReadScreen() {
     const auto width = static_cast<std::size_t>(video.Width());
     const auto height = static_cast<std::size_t>(video.Height());
-    std::vector<Rgba> upsideDown(width * height);
-    glReadPixels(0, 0, video.Width(), video.Height(), GL_RGBA, GL_UNSIGNED_BYTE, upsideDown.data());
-    std::vector<Rgba> screen;
-    screen.reserve(upsideDown.size());
-    for (std::size_t row = height; row-- > 0;)
-        screen.insert(screen.end(), upsideDown.begin() + static_cast<std::ptrdiff_t>(row * width),
-                      upsideDown.begin() + static_cast<std::ptrdiff_t>((row + 1) * width));
+    std::vector<Rgba> screen(width * height);
+    glReadPixels(0, 0, video.Width(), video.Height(), GL_RGBA, GL_UNSIGNED_BYTE, screen.data());
+    for (std::size_t top = 0, bottom = height - 1; top < bottom; ++top, --bottom)
+        std::swap_ranges(&screen[top * width], &screen[top * width] + width, &screen[bottom * width]);
     return screen;
 }
 
@@ -207,8 +204,9 @@ GuiTest::Box GuiTest::Find(Rgba colour) {
     const std::vector<Rgba> screen = ReadScreen();
     const int width = video.Width();
     for (int i = 0; i < static_cast<int>(screen.size()); ++i) {
-        const Rgba pixel = screen[static_cast<std::size_t>(i)];
-        if (pixel.red != colour.red || pixel.green != colour.green || pixel.blue != colour.blue) continue;
+        Rgba pixel = screen[static_cast<std::size_t>(i)];
+        pixel.alpha = colour.alpha;
+        if (pixel != colour) continue;
         box.left = std::min(box.left, i % width);
         box.right = std::max(box.right, i % width + 1);
         box.top = std::min(box.top, i / width);
