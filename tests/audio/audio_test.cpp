@@ -108,7 +108,6 @@ TEST_F(AudioStart, WithoutADeviceSoundIsOffAndEverythingDoesNothing) {
 }
 
 TEST_F(AudioStart, SameNameGivesTheSameHandleUntilItIsRemoved) {
-    WriteSquareWave("a.wav", 0.1, 1000);
     Open();
     AudioSample* a = sound.Sample_Add("a.wav");
     AudioSample* b = sound.Sample_Add("b.wav");

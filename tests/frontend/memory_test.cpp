@@ -11,6 +11,9 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <filesystem>
 #include <iterator>
 #include <numeric>
 
@@ -27,20 +30,15 @@ protected:
         video.SetMode(160, 120, false); // fast to draw
     }
 
-    struct Held {
-        int textures = 0, lists = 0;
-        std::size_t samples = 0, threads = 0;
-        friend bool operator==(const Held&, const Held&) = default;
-    };
-    static Held HeldNow() {
-        Held held;
+    // Numbers of textures, lists, samples and threads.
+    static std::array<std::ptrdiff_t, 4> HeldNow() {
+        std::array<std::ptrdiff_t, 4> held{};
         for (GLuint name = 1; name < 20000; ++name) {
-            held.textures += glIsTexture(name);
-            held.lists += glIsList(name);
+            held[0] += glIsTexture(name);
+            held[1] += glIsList(name);
         }
-        held.samples = audio.SampleCount();
-        for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task"))
-            held.threads += thread.exists();
+        held[2] = static_cast<std::ptrdiff_t>(audio.SampleCount());
+        held[3] = std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
         return held;
     }
 
@@ -49,7 +47,7 @@ protected:
     // Visits a scene again and again, which `leave` ends; bytes of the heap that most visits leave behind.
     template<class Scene> static long Growth(Mode mode, void (*leave)(Scene& scene)) {
         std::array<long, 5> heap{};
-        std::array<Held, 5> held;
+        std::array<std::array<std::ptrdiff_t, 4>, 5> held{};
         Scene scene;
         scene.steer = leave;
         for (std::size_t visit = 0; visit < heap.size(); ++visit) {
@@ -61,8 +59,7 @@ protected:
             heap[visit] = static_cast<long>(now.uordblks + now.hblkhd);
             held[visit] = HeldNow();
         }
-        EXPECT_EQ(std::ranges::count(held, held.front()), std::ssize(held))
-            << "textures, lists, samples, threads";
+        EXPECT_EQ(std::ranges::count(held, held.front()), 5) << testing::PrintToString(held);
         std::adjacent_difference(heap.begin(), heap.end(), heap.begin());
         std::sort(heap.end() - 3, heap.end()); // the driver's caches settle before
         return heap[heap.size() - 2];

@@ -108,10 +108,7 @@ class Hands(Journey):
     def course(self, hands, enter_name):
         self.begin(hands)
         game = self.game
-        game.await_log("mainScene::ExecConfig(config.cfg)")
-        game.await_true(lambda: "Game mode Change - [MENU]" in game.log(), "the menu",
-                        act=lambda: self.hands.press(self.hands.start), pause=0.3)
-        game.await_log("mainScene::camera.Load()")
+        game.to_menu(lambda: self.hands.press(self.hands.start))
         game.await_locked()
         self.change_an_option()
         self.play()

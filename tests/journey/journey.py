@@ -295,10 +295,10 @@ class Game:
 
     # Roads that many journeys take
 
-    def to_menu(self):
-        """Past the intro by a key, until the boxes have locked (the pointer is set free and the picture holds still)."""
+    def to_menu(self, press=None):
+        """Past the intro by a key, until the menu is loaded."""
         self.await_log("mainScene::ExecConfig(config.cfg)")
-        self.await_true(lambda: "Game mode Change - [MENU]" in self.log(), "the menu", act=lambda: self.key("Return"), pause=0.3)
+        self.await_true(lambda: "Game mode Change - [MENU]" in self.log(), "the menu", press or (lambda: self.key("Return")), 0.3)
         self.await_log("mainScene::camera.Load()")
 
     def await_locked(self):
@@ -349,8 +349,7 @@ class Game:
         self.move(*places.DROP_DOWN)
         self.await_text(*places.LAST_ROW)  # the list unrolls under the pointer
         self.await_text(*places.SURE, act=lambda: self.click(*places.ROWS[row]))
-        left = "State mode Change - [END]" if row == "Quit" else "State mode Change - [CHANGE]"
-        self.await_another(left, lambda: self.click(*places.LEAVE_OK))
+        self.await_another(f"State mode Change - [{'END' if row == 'Quit' else 'CHANGE'}]", lambda: self.click(*places.LEAVE_OK))
 
     def await_setting(self, key, value):
         config = self.folder / "config.cfg"

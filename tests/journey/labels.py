@@ -54,18 +54,14 @@ def hovered_label(picture, x, y):
     top = int(picture.height * y) - (CELL + 1) * scale
     rows = [picture.row(row, 1)[::scale] if 0 <= row < picture.height else b""
             for row in range(top, top + (CELL + 2) * scale, scale)]
-    best, found = 0.6, None
-    for name in NAMES:
+
+    def likeness(name):
         width = BOX_ADVANCE * len(name) - 4
         wanted = b"".join(bytes(row[:width]) for row in expected(name))
-        for dy in range(3):
-            for dx in (-1, 0, 1):
-                seen = b"".join(row[left + dx:left + dx + width] for row in rows[dy:dy + CELL])
-                if len(seen) == len(wanted):
-                    score = correlation(seen, wanted)
-                    if score > best:
-                        best, found = score, name
-    return found
+        shown = (b"".join(row[left + dx:left + dx + width] for row in rows[dy:dy + CELL]) for dy in range(3) for dx in (-1, 0, 1))
+        return max(correlation(seen, wanted) if len(seen) == len(wanted) else 0 for seen in shown)
+    best = max(NAMES, key=likeness)
+    return best if likeness(best) > 0.6 else None
 
 
 def sees(picture, text, x, y, across=24, along=12):
