@@ -114,7 +114,10 @@ TEST_F(NavigationTest, AnEditBoxKeepsWhatItTypesAndABarItsArrows) {
     Move(0.99F, 0.99F);
     for (const SDLKey key : {SDLK_a, SDLK_BACKSPACE, SDLK_b, SDLK_RETURN})
         Type(key);
-    EXPECT_EQ(gui.Focused(), &box) << "a name that is being typed is not lost to Return";
+    for (const bool down : {true, false})
+        PushJoyButton(0, down);
+    gui.ProcessEvents(1);
+    EXPECT_EQ(gui.Focused(), &box) << "a name that is being typed is not lost to Return or a button";
     EXPECT_STREQ(box.Text(), "b");
     gui.SetFocus(nullptr);
     Move(0.2F, 0.2F);
@@ -170,7 +173,8 @@ TEST_F(NavigationTest, AControllerMovesAndClicks) {
     for (const int value : {20000, 30000, 0}) // right, held, let go
         PushAxis(0, 0, value);
     for (const Uint8 button : {0, 7})
-        PushJoyButton(button, true);
+        for (const bool down : {true, false})
+            PushJoyButton(button, down);
     gui.ProcessEvents(1);
     EXPECT_EQ(clicked, "B<") << "any other button goes back";
 }

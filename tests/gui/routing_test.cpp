@@ -263,6 +263,11 @@ TEST_F(RoutingTest, EnteringAndClickingAreHeardOnceEachUnlessSilentHiddenOrDisab
     }
     PressAt(First);
     EXPECT_EQ(heard(Free), "h") << "released beside it";
+    GUI_PageControl control;
+    GUI_Page page;
+    control.AddPage(&page);
+    page.Click();
+    EXPECT_EQ(heard(Outside), "c") << "a tab's click";
     audio.Destroy();
 }
 
