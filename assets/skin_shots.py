@@ -151,12 +151,31 @@ def caption_bar(light):
     return shots
 
 
-def button(fill_top, fill_bottom, edge, lit, shaded, stone=1.0, glow=None):
+def dusk(inset, alpha):
+    """The right half of a component sinks into shade. Captions begin at the left of their button, as far from its edge as the
+    longest ends from the other; light from the left lets the short ones stand where the eye looks for them."""
+    i, clear, dark = inset, tone("#0A0604", 0), tone("#0A0604", alpha)
+    return (FILLED, [Vertex(TM, 0, i, clear), Vertex(TR, -i, i, dark), Vertex(BR, -i, -i, dark), Vertex(BM, 0, -i, clear)])
+
+
+def corners(length, width, colour):
+    """Angles in the four corners of a component."""
+    shots = []
+    for anchor, sx, sy in ((TL, 1, 1), (TR, -1, 1), (BR, -1, -1), (BL, 1, -1)):
+        for across, down in ((length, width), (width, length)):
+            shots.append((FILLED, [Vertex(anchor, sx * x, sy * y, colour)
+                                   for x, y in ((0, 0), (across, 0), (across, down), (0, down))]))
+    return shots
+
+
+def button(fill_top, fill_bottom, edge, lit, shaded, stone=1.0, glow=None, shade=0.0):
     """A stone key: a gold edge round a texture, a translucent fill that gives the state its colour, and a bevel. Edges are
     nested rectangles, not lines, so that they grow with the screen."""
     shots = [rectangle(0, tone(INK)), rectangle(1, edge),
              textured(2, "stone", (stone, stone, 0.98 * stone, 1), (0.76 * stone, 0.74 * stone, 0.72 * stone, 1)),
              rectangle(2, fill_top, fill_bottom)]
+    if shade:
+        shots.append(dusk(2, shade))
     shots += bevel(2, 2, lit, lit, shaded, shaded)
     if glow:
         shots += bevel(-1, 1, glow, glow, glow, glow)
@@ -164,13 +183,16 @@ def button(fill_top, fill_bottom, edge, lit, shaded, stone=1.0, glow=None):
 
 
 # Buttons and tabs are brown stone with light captions: the letters' soft dark outline would clog ink on light stone.
+SHADE = 0.5
 BUTTON = {
-    "normal": button(tone("#3A2616", 0.30), tone("#1E120A", 0.42), tone(GOLD), tone("#FFE9B8", 0.50), tone("#1A0E06", 0.70), 0.56),
+    "normal": button(tone("#3A2616", 0.30), tone("#1E120A", 0.42), tone(GOLD), tone("#FFE9B8", 0.50), tone("#1A0E06", 0.70), 0.56,
+                     shade=SHADE),
     "hover": button(tone("#986A1E", 0.44), tone("#46290C", 0.48), tone(GOLD_LIGHT), tone("#FFF3D0", 0.85), tone("#2A1808", 0.7),
-                    0.50, tone("#F8E2A0", 0.8)),
-    "clicked": button(tone("#2A1A0E", 0.50), tone("#6A4A1C", 0.40), tone(GOLD), tone("#140A04", 0.8), tone("#F0CE80", 0.55), 0.52),
+                    0.50, tone("#F8E2A0", 0.8), SHADE),
+    "clicked": button(tone("#2A1A0E", 0.50), tone("#6A4A1C", 0.40), tone(GOLD), tone("#140A04", 0.8), tone("#F0CE80", 0.55),
+                      0.52, shade=SHADE),
     "disabled": button(tone("#6A6258", 0.50), tone("#4A443E", 0.55), tone("#8A7A58"), tone("#C8BCA0", 0.25), tone("#1A140E", 0.4),
-                       0.55),
+                       0.55, shade=SHADE),
 }
 TAB = {
     "normal": button(tone("#2E1E12", 0.45), tone("#1A100A", 0.55), tone("#B88A30"), tone("#FFE9B8", 0.30), tone("#120A04", 0.6), 0.50),
@@ -234,12 +256,12 @@ CAPTION = rgb("#FFF2D2")
 STYLES = [
     Style("1: plain component, label, memo", (0, 0), (0, 0), (0, 0.021), IVORY, NOTHING),
     Style("2: edit box, panel, scroll bar, frame of the progress bar", (0, 0), (0, 0), (0.010, 0.024), rgb("#F6E7B8"), INSET),
-    Style("3: button, thumb, fill of the progress bar", (0, 0), (0, 0), (0.012, 0.022), CAPTION, BUTTON),
+    Style("3: button, thumb, fill of the progress bar", (0, 0), (0, 0), (0.021, 0.022), CAPTION, BUTTON),
     Style("4: arrow up", (0, 0), (0, 0), (0, 0), INK, arrow_key(0)),
     Style("5: arrow down", (0, 0), (0, 0), (0, 0), INK, arrow_key(2)),
     Style("6: arrow left", (0, 0), (0, 0), (0, 0), INK, arrow_key(1)),
     Style("7: arrow right", (0, 0), (0, 0), (0, 0), INK, arrow_key(3)),
-    Style("8: window", (0.022, 0.085), (0.02, 0.02), (0.01, 0.02), IVORY,
+    Style("8: window", (0.020, 0.085), (0.0115, 0.02), (0.01, 0.02), IVORY,
           {"normal": window_body(1.0, 1.0), "hover": window_body(1.06, 1.0), "clicked": window_body(1.15, 1.0),
            "disabled": window_body(0.72, 0.80)}),
     Style("9: caption bar", (0, 0), (0.045, 0), (0.02, 0.0305), GOLDEN_TEXT,
@@ -256,6 +278,6 @@ STYLES = [
           whole("grip", normal=(0.8, 0.8, 0.8, 1), hover=WHITE, clicked=(1, 0.8, 0.5, 1))),
 ]
 
-# The focus frame round the component that receives the keys: one faint line, since at the start of each game it stands round a
-# panel that waits for nothing; an edit box shows its cursor besides.
-FOCUS = [outline(0, tone("#7FE0D8", 0.42))]
+# What marks the component that receives the keys: angles in its corners. At the start of each game they stand round a panel that
+# waits for nothing, and pass there for a part of its ornaments; an edit box shows its cursor besides.
+FOCUS = corners(7, 1.5, tone("#7FE0D8"))

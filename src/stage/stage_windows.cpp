@@ -53,7 +53,8 @@ void StageOptions::Build() {
     SetUp(pause, "Pause--------", 0.0F, 0.0F, [](GUI_Element*) { Main::Pause(); });
     SetUp(quit, "Quit", 0.0F, 0.06F, [](GUI_Element*) { Main::Quit(); });
     SetUp(editor, "Particle Editor", 0.0F, 0.12F, [](GUI_Element*) { Main::GoPuzzle(); });
-    pause.width = editor.width = 0.25F;
+    pause.width = 0.25F;
+    editor.width = 0.268F; // its caption, with as much room at both ends
     gui.AddWindow(this);
     AddComponents(pause, quit, editor);
 }
