@@ -19,9 +19,9 @@ WIDTH, LENGTH = RIGHT - LEFT, math.dist(TOP, FOOT)
 DENSITY = 32
 SIZE = (round(WIDTH * DENSITY), round(LENGTH * DENSITY))
 
-PLATE, PLATE_LOW = rgb("#142062"), rgb("#080E34")
-# Bright enough to be read when the light stands near the gate and leaves the slope in half shade.
-CAP_FACE, CAP_EDGE, INK, WORD = rgb("#ECE0B8"), rgb("#86714A"), rgb("#060410"), rgb("#FFF8DC")
+# As far apart as it takes to be read when the light stands near the gate and leaves the slope in half shade.
+PLATE, PLATE_LOW = rgb("#101A54"), rgb("#03061C")
+CAP_FACE, CAP_EDGE, INK, WORD = rgb("#FFF2D0"), rgb("#86714A"), rgb("#000000"), rgb("#FFFFF6")
 CAP, CAP_TOP, GAP, BASELINE, LETTER = 1.0, .13, .14, 1.82, .44
 MARGIN = .25
 # What a group does, its width, and its caps: (width, quarter turns of the arrow clockwise from right, or letters).
@@ -118,7 +118,7 @@ def picture():
     for x, width, sign in caps:
         cap(c, x, width)
         if isinstance(sign, int):
-            arrow(c, x + width / 2, middle, .86, sign)
+            arrow(c, x + width / 2, middle, .94, sign)
         else:
             height = .60 if len(sign) == 1 else .46
             word(c, sign, x + width / 2, middle + height / 2, height, INK)
