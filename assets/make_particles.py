@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 """textures/particles/*.png: the pictures that particle effects are drawn with.
 
-All are white or nearly white with their shape in alpha, so that the colours of an emitter's key frames decide; only the
-flame, the dusk and the gold of a cleared row (particles/row.py) have colours of their own.
-Cells of a sheet are numbered row by row from v = 0, which is why the files are stored
-upside down; so is the streak, whose head is at v = 0. Two texels along every edge of a cell stay clear, because
+All are white or nearly white with their shape in alpha, so that the colours of an emitter's key frames decide; the
+torchlight, which multiplies, has its shape in its brightness; only the flame, the dusk and the gold of a cleared row
+(particles/row.py) have colours of their own. Cells of a sheet are numbered row by row from v = 0, which is why the files
+are stored upside down; so is the streak, whose head is at v = 0. Two texels along every edge of a cell stay clear, because
 filtering would draw the neighbour's.
 """
 import math
@@ -48,6 +48,15 @@ def glow(size=64):
     r = np.hypot(x, y)
     alpha = np.exp(-(r / 0.42) ** 2) - math.exp(-(0.95 / 0.42) ** 2)
     return white(np.clip(alpha, 0, 1) * edge(x, y))
+
+
+def torchlight(size=64):
+    """What a torch lends to the stone about it: bright around, black at the rim, since it is drawn by multiplying; less in the
+    middle, where the stone is bright enough and would turn from gold to lemon."""
+    x, y = grid(size)
+    square = x ** 2 + y ** 2
+    light = np.clip(1 - square / 0.9, 0, 1) ** 1.5 * (1 - 0.8 * np.exp(-square / 0.04)) * edge(x, y)
+    return np.repeat(light[..., None], 3, -1)
 
 
 def mote(size=16):
@@ -182,6 +191,7 @@ def main():
 
     noise = paint.noise(128, 7, ((5, 1.0), (10, 0.8), (20, 0.5), (40, 0.25)))
     save("glow", glow())
+    paint.save(paint.to_image(torchlight()), data, FOLDER + "torchlight.png", flipped=True)
     save("mote", mote())
     save("streak", streak())
     save("ring", ring())

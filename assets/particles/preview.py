@@ -257,8 +257,9 @@ def draw(frame, instance, camera):
         alpha = texels[..., 3:] * np.clip(instance.look[i, 3], 0, 1) * inside[..., None]
         colour = texels[..., :3] * np.clip(instance.look[i, :3], 0, 1)
         part = frame[low[1]:high[1], low[0]:high[0]]
-        # The factors that the effects use: light added, covering by opacity, and covering whatever it shows.
-        source = alpha if e.sfactor == 770 else inside[..., None]
+        # The factors that the effects use: light added, light that brightens what it falls on, covering by opacity, and
+        # covering whatever it shows.
+        source = alpha if e.sfactor == 770 else part * inside[..., None] if e.sfactor == 774 else inside[..., None]
         kept = {0: 1 - inside[..., None], 1: 1, 771: 1 - alpha}[e.dfactor]
         part[...] = part * kept + colour * source
 
