@@ -85,7 +85,7 @@ TEST_F(Engine, ReadsKeysAndMissingOnesAsZero) {
 TEST_F(Engine, LogsWhatIsMissing) {
     const std::string texture = "<TEmittor>\n<texture>\nfilename = \"gone.png\"\n</texture>\n";
     const std::pair<std::string, std::string> emitters[] = {
-        {"", "QEV_PEngine::Load(emitter0.txt) - [ERROR] TEmittor block not found\n"},
+        {"", "QEV_PEngine::Load(0.txt) - [ERROR] TEmittor block not found\n"},
         {"<TEmittor>\n<Frames>\n</Frames>\nlife = 9\n</TEmittor>\n",
          "AniTextures::AddTexture() - [ERROR] Texture block not found\n"},
         {texture + "life = 9\n</TEmittor>\n",
@@ -99,34 +99,32 @@ TEST_F(Engine, LogsWhatIsMissing) {
         {"<TEmittor>\n ; a note\n\nlife = 7\n<texture>\n</texture>\n<Frames>\n</Frames>\n",
          "8.txt:4: in front of the frames, not read: life = 7\n"},
     };
-    std::vector<std::string> texts;
-    for (const auto& emitter : emitters)
-        texts.push_back(emitter.first);
-    LoadEffect(engine, texts);
-    for (const auto& emitter : emitters)
-        EXPECT_EQ(CountInLog(emitter.second), 1) << emitter.second;
+    std::vector<std::string> names;
+    for (const auto& [text, line] : emitters) {
+        names.push_back(std::to_string(names.size()) + ".txt");
+        WriteFile(names.back(), text);
+    }
+    names.push_back("gone.txt");
+    WriteFile("effect.txt", ListText("TEmittor", "emittor", names));
+    WriteFile("list.txt", ListText("TEffect", "name", {"effect.txt", "0.txt"}));
+    ASSERT_TRUE(engine.Load("list.txt"));
+    for (const auto& [text, line] : emitters)
+        EXPECT_EQ(CountInLog(line), 1) << line;
     const auto& loaded = engine.Effect(0).emitters;
-    EXPECT_EQ(loaded[1]->texture, nullptr);
     EXPECT_EQ(loaded[1]->life + loaded[2]->life, 18) << "what is there is read";
     EXPECT_EQ(loaded[3]->particleNum, 0);
     EXPECT_NE(loaded[2]->texture->texture.Name(), 0U);
     const EffectInstance* started = Start();
     engine.Update();
     EXPECT_EQ(started->emitters[1]->elapsed, 0U) << "without a texture it is never updated";
-
-    WriteFile("effect.txt", ListText("TEmittor", "emittor", {"gone.txt"}));
-    WriteFile("list.txt", ListText("TEffect", "name", {"emitter0.txt", "effect.txt"}));
-    engine.Release();
-    EXPECT_FALSE(engine.Load("gone.txt"));
-    EXPECT_FALSE(engine.Load("emitter0.txt"));
-    ASSERT_TRUE(engine.Load("list.txt"));
     EXPECT_EQ(Start(2), nullptr);
-    for (const char* line :
-         {"QEV_PEngine::Load(gone.txt) - [ERROR] Couldn't open main file - gone.txt \n",
-          "QEV_PEngine::Load(emitter0.txt) - [ERROR] Particles block not found - emitter0.txt\n",
-          "QEV_PEngine::Load(emitter0.txt) - [ERROR] Emittor block not found\n",
-          "QEV_PEngine::Load(gone.txt) - [ERROR] Couldn't open main file\n",
-          "QEV_PEngine::ActiveEffect(2) - [WARNING] - Particle effect not found !\n"})
+    EXPECT_FALSE(engine.Load("gone.txt"));
+    EXPECT_FALSE(engine.Load("0.txt"));
+    for (const char* line : {"QEV_PEngine::Load(gone.txt) - [ERROR] Couldn't open main file - gone.txt \n",
+                             "QEV_PEngine::Load(0.txt) - [ERROR] Particles block not found - 0.txt\n",
+                             "QEV_PEngine::Load(0.txt) - [ERROR] Emittor block not found\n",
+                             "QEV_PEngine::Load(gone.txt) - [ERROR] Couldn't open main file\n",
+                             "QEV_PEngine::ActiveEffect(2) - [WARNING] - Particle effect not found !\n"})
         EXPECT_EQ(CountInLog(line), 1) << line;
 }
 

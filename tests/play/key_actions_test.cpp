@@ -1,15 +1,13 @@
-// What bound keys do to the rules and the modes, and how a scene reads its bindings.
-#include "input/input.h"
+// What bound keys do to the rules and the modes.
 #include "play/key_actions.h"
 #include "play/kolvex.h"
 #include "scene/game_mode.h"
-#include "support/bare_scene.h"
-#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <string>
+#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -41,23 +39,6 @@ TEST(KeyActions, ReachTheRulesAndTheModes) {
     ActionOf("+moveforward")();
     kolvex.Update();
     EXPECT_EQ(kolvex.GetPiece().angle, 90);
-}
-
-TEST(KeyActions, SceneReadsItsConfiguration) {
-    const TemporaryFolder folder;
-    BareScene scene;
-    input.Start();
-    scene.ExecConfig("none.cfg");
-    const std::string longName(90, 'n');
-    WriteFile(longName, "<input>\nbind a +pause\n</input>\n");
-    scene.ExecConfig(longName.c_str());
-    EXPECT_EQ(scene.ConfigName(), longName.substr(0, 79));
-    ASSERT_NE(input.Find('a'), nullptr);
-    input.Destroy();
-    EXPECT_TRUE(input.IsEmpty());
-    EXPECT_EQ(ReadLog(), "mainScene::input.Start()\nmainScene::ExecConfig(none.cfg)\n"
-                         "mainScene::ExecConfig(none.cfg) - Can't load file\nmainScene::ExecConfig(" +
-                             longName + ")\nmainScene::input.Destroy()\n");
 }
 
 } // namespace

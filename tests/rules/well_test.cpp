@@ -116,11 +116,6 @@ TEST_F(Wells, LandingAboveTheBoardEndsTheGameAndStillClearsRows) {
     well.board.At(4, 18).occupied = 1; // what it lands on
     EXPECT_EQ(Drop(), "o19c");
     EXPECT_EQ(well.GetScore(), 80);
-    well.RotatePressed();
-    Deal(Piece::L);
-    well.Step(1);
-    well.Step(1);
-    EXPECT_EQ(well.GetPiece().angle, 90) << "a turn outlives a new game: one press, one turn";
 }
 
 // Whole games with random keys and frame times.
@@ -143,7 +138,6 @@ public:
     }
 
     std::uint32_t word = 2166136261U; // for all that was seen
-    int landings = 0, highest = 0;
 
 private:
     // Up to ten rows without their block in the middle, where pieces are dealt, some with another hole; half
@@ -176,8 +170,6 @@ private:
         for (const char letter : well.told)
             See(letter);
         if (well.told.find_first_of("lo") == std::string::npos) return false;
-        landings++;
-        highest = std::max(highest, well.GetLevel());
         for (int row = 0; row < Board::Rows; row++) {
             for (int column = 0; column < Board::Columns; column++) {
                 const BoardCell& cell = well.board.At(column, row);
@@ -199,8 +191,6 @@ TEST(WellReplay, RandomGamesGoOnAsTheyAlwaysDid) {
     RandomGames games;
     for (unsigned seed = 1; seed <= 60; seed++)
         games.Play(seed, seed <= 4 ? 400 : 0);
-    EXPECT_EQ(games.landings, 2561);
-    EXPECT_EQ(games.highest, 11);
     EXPECT_EQ(games.word, 702633287U);
 }
 

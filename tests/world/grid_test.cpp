@@ -16,6 +16,14 @@ using Indices = std::vector<std::uint8_t>;
 
 class Grid : public testing::Test {
 protected:
+    // A world of two sectors, its objects at x = 0, 1, 2 ... all in the first.
+    void Fill(std::uint32_t count) {
+        world->start(std::vector<BackgroundSector>(2));
+        for (std::uint32_t i = 0; i < count; ++i) {
+            world->objects[world->AddObject()].x = static_cast<float>(i);
+            world->MoveToSector(i, 0);
+        }
+    }
     Indices ListOf(std::uint32_t sector) const {
         const auto list = world->ObjectsOf(sector);
         return {list.begin(), list.end()};
@@ -58,11 +66,7 @@ TEST_F(Grid, StartTakesTheGroundOver) {
 }
 
 TEST_F(Grid, MovingAndRemovingKeepTheListsWhole) {
-    world->start(std::vector<BackgroundSector>(2));
-    for (std::uint32_t i = 0; i < 5; ++i) {
-        world->objects[world->AddObject()].x = static_cast<float>(i);
-        world->MoveToSector(i, 0);
-    }
+    Fill(5);
     world->MoveToSector(0, 1);
     EXPECT_EQ(ListOf(0), (Indices{4, 1, 2, 3})) << "the last fills the gap";
     EXPECT_EQ(ListOf(1), (Indices{0}));
@@ -77,6 +81,12 @@ TEST_F(Grid, MovingAndRemovingKeepTheListsWhole) {
     EXPECT_EQ(ListOf(0), (Indices{3, 1, 2})) << "and those behind the removed one are renumbered";
     EXPECT_EQ(ListOf(1), (Indices{0}));
     EXPECT_EQ(world->objects.at(2).x, 3.0F);
+}
+
+TEST_F(Grid, AListHolds255ObjectsAndTheEndMark) {
+    Fill(300);
+    EXPECT_EQ(ListOf(0).size(), 255U);
+    EXPECT_EQ(world->sectorLists[0].back(), SectorListEnd);
 }
 
 } // namespace
