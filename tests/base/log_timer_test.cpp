@@ -1,9 +1,9 @@
-// The log file, the frame clock's arithmetic, timers, the names of modes and the cursor's bits.
+// The log file, the frame clock's arithmetic, timers and the cursor's bits.
 #include "app/cursor_picture.h"
 #include "base/frame_clock.h"
 #include "base/log.h"
 #include "base/timer.h"
-#include "scene/game_mode.h"
+
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -82,27 +82,6 @@ TEST(Timer, StopsOrRepeatsAndReportsItsShare) {
     again.Start();
     again.Update(10);
     EXPECT_TRUE(again.IsRunning()) << "a run that the callback starts goes on";
-}
-
-TEST(GameMode, RequestsSetModeAndStateAndTheirNames) {
-    struct Case {
-        void (*request)();
-        const char* mode;
-        const char* state;
-    };
-    for (const Case& c : {Case{Main::GoPuzzle, "PUZZLE", "CHANGE"},
-                          {Main::GoIntro, "INTRO", "CHANGE"},
-                          {Main::GoMenu, "MENU", "CHANGE"},
-                          {Main::Quit, "DESTROY", "END"},
-                          {Main::GoDestroy, "DESTROY", "CHANGE"}}) {
-        GameMode = Mode::Game;
-        SceneState = State::Game;
-        c.request();
-        EXPECT_STREQ(Main::ModeName(), c.mode);
-        EXPECT_STREQ(Main::StateName(), c.state);
-    }
-    GameMode = static_cast<Mode>(7);
-    EXPECT_STREQ(Main::ModeName(), "UNKNOWN");
 }
 
 TEST(CursorPicture, TurnsCharactersIntoBits) {

