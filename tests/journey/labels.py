@@ -60,8 +60,8 @@ def hovered_label(picture, x, y):
         wanted = b"".join(bytes(row[:width]) for row in expected(name))
         shown = (b"".join(row[left + dx:left + dx + width] for row in rows[dy:dy + CELL]) for dy in range(3) for dx in (-1, 0, 1))
         return max(correlation(seen, wanted) if len(seen) == len(wanted) else 0 for seen in shown)
-    best = max(NAMES, key=likeness)
-    return best if likeness(best) > 0.6 else None
+    best, name = max((likeness(name), name) for name in NAMES)
+    return name if best > 0.6 else None
 
 
 def sees(picture, text, x, y, across=24, along=12):
