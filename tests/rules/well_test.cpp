@@ -116,6 +116,11 @@ TEST_F(Wells, LandingAboveTheBoardEndsTheGameAndStillClearsRows) {
     well.board.At(4, 18).occupied = 1; // what it lands on
     EXPECT_EQ(Drop(), "o19c");
     EXPECT_EQ(well.GetScore(), 80);
+    well.RotatePressed();
+    Deal(Piece::L);
+    well.Step(1);
+    well.Step(1);
+    EXPECT_EQ(well.GetPiece().angle, 90) << "a turn outlives a new game: one press, one turn";
 }
 
 // Whole games with random keys and frame times.
