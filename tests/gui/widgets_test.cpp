@@ -93,6 +93,9 @@ TEST_F(WidgetsTest, AListUnrollsOverItsWindowsEdgeAndTellsTheChosenRow) {
         Move(x, 0.5F);
         EXPECT_NE(gui.Hovered(), &list);
     }
+    list.SetItems("");
+    Click(0.15F + PlainSkin::LeftX, 0.33F + PlainSkin::LeftY);
+    EXPECT_TRUE(gui.Focused() == &list && !list.IsOpen()) << "an empty one stays closed";
 }
 
 TEST_F(WidgetsTest, ScrollBarsFollowArrowsAndThumb) {
