@@ -13,9 +13,7 @@ namespace {
 
 constexpr char BlockName[] = "audio";
 constexpr int AllChannels = -1;
-constexpr int AnyFreeChannel = -1;
 constexpr int Once = 0;
-constexpr int NoTimeLimit = -1;
 constexpr int RateForOthers = 44100; // Hz, that of our own music
 
 // Zero stands for the library's own default. It would take other numbers too: some make it wait for ever or

@@ -1,6 +1,7 @@
 // The library is given a track only after its bytes have been checked.
 #include "audio/music.h"
 
+#include "audio/sample.h"
 #include "audio/sound_check.h"
 #include "base/log.h"
 #include "platform/data_folders.h"
@@ -12,7 +13,6 @@
 namespace {
 
 constexpr int FadeOutTime = 4000; // ms
-constexpr int ForEver = -1;
 
 // Null when the file is missing or the mixer cannot take it, with the reason in the log. A track is unpacked
 // piece by piece, so its length does not matter.

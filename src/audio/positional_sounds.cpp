@@ -8,9 +8,6 @@
 
 namespace {
 
-constexpr int ForEver = -1;
-constexpr int NoTimeLimit = -1;
-constexpr int AnyFreeChannel = -1;
 constexpr int NoChannel = -1;   // for the mixer: all of them, or the sum of all
 constexpr int ExpiryTime = 500; // ms
 constexpr double DegreesPerRadian = 57.29578;

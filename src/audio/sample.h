@@ -8,6 +8,11 @@
 #include <span>
 #include <string>
 
+// As the mixer's calls take them.
+inline constexpr int AnyFreeChannel = -1;
+inline constexpr int ForEver = -1;
+inline constexpr int NoTimeLimit = -1;
+
 struct FreeChunk {
     void operator()(Mix_Chunk* chunk) const { Mix_FreeChunk(chunk); }
 };

@@ -17,7 +17,7 @@ constexpr char BlankModel[] = "default/blank.ksm";
 constexpr std::size_t HeadSize = 4;
 constexpr std::size_t FloatsInVertex = 5;
 constexpr std::size_t FloatsInTriangle = 3 * FloatsInVertex;
-constexpr std::size_t TriangleSize = FloatsInTriangle * sizeof(float);
+constexpr std::size_t MeshTriangleSize = FloatsInTriangle * sizeof(float);
 
 float LittleFloat(const std::byte* bytes) {
     return std::bit_cast<float>(platform::LittleEndian<sizeof(float)>(bytes));
@@ -36,7 +36,7 @@ bool KsmMesh::Parse(std::span<const std::byte> file, float scale) {
     ByteCursor cursor(file);
     cursor.U16();
     const std::uint16_t count = cursor.U16();
-    const auto body = cursor.Take(count * std::uint64_t{TriangleSize});
+    const auto body = cursor.Take(count * std::uint64_t{MeshTriangleSize});
     if (cursor.Failed() || count > MaxTriangles) return false;
 
     triangles = count;
@@ -76,7 +76,7 @@ bool KsmModel::LoadFile(const char* path, float newScale) {
     const platform::FileBytes file(path);
     KsmMesh mesh;
     if (!file.IsOpen() || !mesh.Parse(file.Bytes(), newScale)) return false;
-    const std::size_t needed = HeadSize + mesh.triangles * TriangleSize;
+    const std::size_t needed = HeadSize + mesh.triangles * MeshTriangleSize;
     if (file.Bytes().size() != needed)
         LogWrite("QEV_MD2loader::AddKsm::Start [WARNING] - %s is %zu bytes long, %zu for its %d triangles\n",
                  path, file.Bytes().size(), needed, static_cast<int>(mesh.triangles));

@@ -12,8 +12,6 @@ using platform::ByteCursor;
 
 namespace {
 
-constexpr char BlankModel[] = "default/blank.md2";
-
 constexpr std::uint64_t TexcoordSize = 4;
 constexpr std::uint64_t TriangleSize = 12;
 constexpr std::uint64_t FrameNameSize = 16;
@@ -139,7 +137,7 @@ bool Md2Model::Load(const char* newPath) {
     if (LoadFile(newPath)) return true;
     LogWrite("QEV_MD2loader::AddMD2::Start[ FAILED ] Loading %s - Couldn't load md2 file\n", newPath);
     LogWrite("QEV_MD2loader::AddMD2::Start - Loading blank model\n");
-    if (LoadFile(BlankModel)) return true;
+    if (LoadFile(BlankFile)) return true;
     LogWrite("QEV_MD2loader::AddMD2::Start[ FATAL ERROR! ]\n");
     return false;
 }

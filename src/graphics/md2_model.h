@@ -67,6 +67,8 @@ std::span<const Md2Anim> Md2AnimationsFor(int frameCount);
 
 class Md2Model {
 public:
+    static constexpr char BlankFile[] = "default/blank.md2"; // shown for a model that cannot be loaded
+
     // Bytes that a model's decoded positions take at most: the largest model of the published format (4096
     // triangles in 512 frames). A file that asks for more counts as damaged.
     static constexpr std::uint64_t MaxPositionBytes = 4096ULL * 3 * 3 * sizeof(float) * 512;

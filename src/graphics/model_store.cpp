@@ -3,8 +3,6 @@
 
 namespace {
 
-constexpr char BlankModel[] = "default/blank.md2";
-
 // Models and instances are counted with 16 bits, and the highest index means none.
 constexpr std::size_t MaxEntries = QEV_MD2loader::None;
 
@@ -45,7 +43,7 @@ std::uint16_t QEV_MD2loader::FindOrAddMD2(const char* path, const char* skin) {
     if (known != None) return known;
     if (!AddMD2(path, skin)) return None;
     const bool replaced = md2Models.back()->Path() != path;
-    const std::uint16_t blank = replaced ? FindMD2(BlankModel, QEV_Textures::BlankPicture) : None;
+    const std::uint16_t blank = replaced ? FindMD2(Md2Model::BlankFile, QEV_Textures::BlankPicture) : None;
     return blank != None ? blank : static_cast<std::uint16_t>(md2Models.size() - 1);
 }
 

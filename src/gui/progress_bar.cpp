@@ -8,7 +8,7 @@ namespace {
 
 constexpr char Origin[] = "QEV_Gui::GUI_CheckBox::Draw() -"; // of the line about an unknown style
 constexpr std::uint8_t FillStyle = 3;
-constexpr float Inset = 0.002F;
+constexpr float FillInset = 0.002F;
 constexpr float LessHeight = 0.0041F;
 
 } // namespace
@@ -18,7 +18,7 @@ void GUI_ProgressBar::Draw() {
     if (OnDraw) OnDraw(this);
     if (!CheckStyle(Origin)) return;
     const int range = max - min;
-    const float step = range == 0 ? 0.0F : (width - 2.0F * Inset) / static_cast<float>(range);
+    const float step = range == 0 ? 0.0F : (width - 2.0F * FillInset) / static_cast<float>(range);
     const float fill = static_cast<float>(value) * step;
     if (scissor)
         DrawInside(fill);
@@ -32,7 +32,7 @@ void GUI_ProgressBar::DrawInside(float fill) {
     const GuiRect rect = DrawnRect(skin, *this);
     skin.DrawState(stid, state, rect);
     skin.DrawState(FillStyle, GuiState::Normal,
-                   {rect.left + Inset, rect.top + Inset, fill, rect.height - LessHeight});
+                   {rect.left + FillInset, rect.top + FillInset, fill, rect.height - LessHeight});
 }
 
 void GUI_ProgressBar::DrawUnclipped(float fill) {

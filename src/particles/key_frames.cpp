@@ -8,13 +8,11 @@
 
 namespace {
 
-constexpr std::size_t BlockSize = ParticleSlots::BlockSize;
-
 // Which key frame each particle of a block has reached, and how far it is into it.
 struct FramePositions {
-    std::array<std::int32_t, BlockSize> counter; // frames entered since birth
-    std::array<std::int32_t, BlockSize> current; // index of the frame
-    std::array<float, BlockSize> blend;          // share of the next frame, 0 to 1
+    std::array<std::int32_t, ParticleSlots::BlockSize> counter; // frames entered since birth
+    std::array<std::int32_t, ParticleSlots::BlockSize> current; // index of the frame
+    std::array<float, ParticleSlots::BlockSize> blend;          // share of the next frame, 0 to 1
 };
 
 // A key frame begins when the age reaches a multiple of its duration. Division there is a product with the

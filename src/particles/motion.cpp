@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr std::size_t BlockSize = ParticleSlots::BlockSize;
-
 // A bounce with more speed than this ends the frame's motion at the floor.
 constexpr double RestingSpeed = 1e-23;
 
@@ -28,7 +26,7 @@ void Glide(float* __restrict position, float* __restrict previous, float* __rest
 }
 
 // Which slots of a block have reached the floor.
-using FloorMarks = std::array<std::uint8_t, BlockSize>;
+using FloorMarks = std::array<std::uint8_t, ParticleSlots::BlockSize>;
 
 // Goes through the frame at the floor from where it began; in double precision, so that two hundred steps
 // round no more than one does. A step that changes nothing would change nothing in all that follow.
@@ -90,7 +88,7 @@ void Fall(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, 
     float* __restrict velocity = slots.velocityZ + from;
     const float* __restrict size = slots.size + from;
     FloorMarks marks;
-    std::array<float, BlockSize> newZ;
+    std::array<float, ParticleSlots::BlockSize> newZ;
     std::uint8_t any = 0;
     for (std::size_t i = 0; i < count; ++i) {
         previous[i] = z[i];

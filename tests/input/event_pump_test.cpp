@@ -14,15 +14,15 @@ template<char Letter> void Note() {
     happened += Letter;
 }
 
-constexpr KeyFunction Functions[] = {{"+a", Note<'a'>}, {"-a", Note<'A'>}, {"+b", Note<'b'>},
-                                     {"-b", Note<'B'>}, {"+l", Note<'l'>}, {"-l", Note<'L'>},
-                                     {"+r", Note<'r'>}, {"-r", Note<'R'>}, {"+w", Note<'w'>}};
+constexpr KeyFunction Noted[] = {{"+a", Note<'a'>}, {"-a", Note<'A'>}, {"+b", Note<'b'>},
+                                 {"-b", Note<'B'>}, {"+l", Note<'l'>}, {"-l", Note<'L'>},
+                                 {"+r", Note<'r'>}, {"-r", Note<'R'>}, {"+w", Note<'w'>}};
 
 class EventPump : public GlTest {
 protected:
     EventPump() {
         input.Start();
-        input.SetFunctions(Functions);
+        input.SetFunctions(Noted);
         for (const char* line : {"bind a a", "bind LEFTARROW +l", "bind MOUSEL b", "bind MWHEELUP +w",
                                  "bind JOY_1 b", "bind JOY_LEFT l", "bind JOY_RIGHT r", "bind JOY_16 +w"})
             input.AddConfigKey(line);

@@ -13,7 +13,7 @@
 
 namespace {
 
-using Indices = std::vector<int>;
+using Listing = std::vector<int>;
 
 class Motion : public testing::Test {
 protected:
@@ -44,7 +44,7 @@ protected:
         blockedX = blockedY = false;
         return TestContacts(*world, index, 0, frameTime, blockedX, blockedY);
     }
-    Indices Listed(std::uint32_t sector) const {
+    Listing Listed(std::uint32_t sector) const {
         const auto list = world->ObjectsOf(sector);
         return {list.begin(), list.end()};
     }
@@ -196,7 +196,7 @@ TEST_F(Corridor, AnObjectPassesThroughAPortal) {
         std::uint32_t layer;
         std::uint8_t pending;
         int sector;
-        Indices first, second;                // who is listed in the two sectors
+        Listing first, second;                // who is listed in the two sectors
     } steps[] = {{-0.25F, 0, 1, 0, {0}, {0}}, // on the portal it stands in both
                  {-0.25F, 0, None, 1, {}, {0}},
                  {0.25F, 1, 0, 1, {0}, {0}},     // on its way home
@@ -227,7 +227,7 @@ TEST_F(Corridor, WhoFillsTheGapOfALeaverStillMoves) {
     Add(-20.0F, -20.0F, 0.1F);
     UpdateSector(*world, 0);
     UpdateLayer(*world, 0, 16);
-    EXPECT_EQ(Listed(0), Indices{1});
+    EXPECT_EQ(Listed(0), Listing{1});
     EXPECT_FLOAT_EQ(world->objects[1].x, -19.9F);
 }
 
@@ -239,7 +239,7 @@ TEST_F(Motion, PortalsThatLeadNowhereAreGround) {
         for (int i = 0; i < 3; ++i)
             UpdateSector(*world, 0);
         EXPECT_EQ(world->objects[0].pendingSector, WorldObject::NoPendingSector) << int{a} << ", " << int{b};
-        EXPECT_EQ(Listed(0), Indices{0});
+        EXPECT_EQ(Listed(0), Listing{0});
     }
 }
 
