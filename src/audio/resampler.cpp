@@ -14,11 +14,11 @@ constexpr int StepsPerCrossing = 512; // of the table
 // The highest tone that is kept, as a share of what the lower rate can hold; the rest is room for the slope.
 constexpr double Passed = 0.93;
 
-using Table = std::array<double, Crossings * StepsPerCrossing + 2>;
+using Kernel = std::array<double, Crossings * StepsPerCrossing + 2>;
 
 // Under a Blackman window.
-Table MakeKernel() {
-    Table kernel{};
+Kernel MakeKernel() {
+    Kernel kernel{};
     kernel[0] = 1;
     for (int i = 1; i < Crossings * StepsPerCrossing; ++i) {
         const double x = std::numbers::pi * i / StepsPerCrossing;
@@ -28,7 +28,7 @@ Table MakeKernel() {
     return kernel;
 }
 
-double At(const Table& kernel, double crossings) {
+double At(const Kernel& kernel, double crossings) {
     const double position = std::min(crossings, double{Crossings}) * StepsPerCrossing;
     const auto index = static_cast<std::size_t>(position);
     const double share = position - static_cast<double>(index);
@@ -39,7 +39,7 @@ double At(const Table& kernel, double crossings) {
 
 std::vector<std::int16_t> Resample(std::span<const std::int16_t> samples, unsigned channels,
                                    std::uint32_t from, std::uint32_t to) {
-    const Table kernel = MakeKernel();
+    const Kernel kernel = MakeKernel();
     const auto frames = static_cast<std::int64_t>(samples.size() / channels);
     const std::int64_t count = frames * to / from;
     const double density = Passed * std::min(1.0, static_cast<double>(to) / from); // crossings a frame
