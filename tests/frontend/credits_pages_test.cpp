@@ -43,17 +43,17 @@ protected:
 };
 
 CreditsPages pages;
-HighScoreTable table;
+HighScoreTable shownScores;
 
 // Two fifths of a run: everything has moved up by 300.
 TEST_F(Pages, CreditsStandGroupByGroupInTheMiddleAndEmptyScoresLeaveTheirRowsEmpty) {
     pages.Add({"TITLE", {"First Name", "Second"}});
     pages.Add({"OTHER", {"Third"}});
     EXPECT_EQ(Printed([] { pages.DrawCredits(0.4); }), (std::array<long, 4>{73, 326, 306, 90}));
-    table.Insert("Ada", 30);
-    table.Insert("", 20);
-    table.Insert("Eve", 10);
-    EXPECT_EQ(Printed([] { CreditsPages::DrawHighScores(table, 0.4); }),
+    shownScores.Insert("Ada", 30);
+    shownScores.Insert("", 20);
+    shownScores.Insert("Eve", 10);
+    EXPECT_EQ(Printed([] { CreditsPages::DrawHighScores(shownScores, 0.4); }),
               (std::array<long, 4>{41, 311, 306, 170}));
 }
 
