@@ -273,9 +273,10 @@ class Game:
 
     def step(self, milliseconds, count):
         """Shows that many pictures, each so long after the one before, and holds the last."""
-        until = self.clock.pictures() + count
-        self.clock.run(1000, milliseconds, until)
-        self.await_true(lambda: self.clock.pictures() >= until, "pictures", pause=0.005)
+        shown = self.clock.pictures()
+        self.clock.run(1000, milliseconds, shown + count)
+        for number in range(shown + 1, shown + count + 1):  # each with patience of its own
+            self.await_true(lambda: self.clock.pictures() >= number, "pictures", pause=0.005)
 
     def look(self, save_as=None):
         """A screenshot of the picture."""
