@@ -4,6 +4,7 @@
 
 #include "base/log.h"
 #include "config/record.h"
+#include "platform/platform.h"
 
 #include <GL/glu.h>
 #include <SDL.h>
@@ -117,6 +118,7 @@ void QEV_Video::SetDefaults() {
 
 // SDL's start is looked at before anything is asked of it: what follows would crash without it.
 void QEV_Video::OpenVideo() {
+    platform::NameTerminal();
     if (SDL_Init(SDL_INIT_VIDEO) < 0) {
         LogWrite("QEV_Video::SetGLMode() - \t[FAILED] Video initialization: %s\n", SDL_GetError());
         EndProgram();

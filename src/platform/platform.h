@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #ifdef _WIN32
@@ -33,6 +34,14 @@ inline int CompareNoCase(const char* a, const char* b, std::size_t count) {
     return _strnicmp(a, b, count);
 #else
     return strncasecmp(a, b, count);
+#endif
+}
+
+// Gives a program that was started without a terminal the plainest kind, without which a library that draws
+// on terminals, and that SDL tries where there is no display, ends the program by itself.
+inline void NameTerminal() {
+#ifndef _WIN32
+    setenv("TERM", "dumb", 0);
 #endif
 }
 
