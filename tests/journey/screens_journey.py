@@ -97,10 +97,14 @@ class Screens(Journey):
     def test_a_game_that_is_left_alone_pauses(self):
         config = pathlib.Path(self.display.folder) / "openbox.xml"
         config.write_text(MANAGER)
-        manager = subprocess.Popen(["openbox", "--config-file", str(config)], stderr=subprocess.DEVNULL,
-                                   env=dict(os.environ, DISPLAY=self.display.name))
+        environment = dict(os.environ, DISPLAY=self.display.name)
+        manager = subprocess.Popen(["openbox", "--config-file", str(config)], stderr=subprocess.DEVNULL, env=environment)
         self.addCleanup(manager.wait)
         self.addCleanup(manager.terminate)
+        # A window that asks to be shown while the manager begins may never be.
+        while subprocess.run(["xdotool", "get_num_desktops"], env=environment, capture_output=True, check=False).stdout != b"2\n":
+            self.assertIsNone(manager.poll(), "the window manager has ended")
+            time.sleep(0.05)
         game = self.start()
         game.to_game()
         game.pause()
