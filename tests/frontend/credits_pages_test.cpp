@@ -1,27 +1,13 @@
 // The scrolling pages of the credits view.
 #include "frontend/credits_pages.h"
 #include "graphics/font.h"
-#include "graphics/video.h"
 #include "support/gl_fixture.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <iterator>
-#include <tuple>
-#include <vector>
 
 namespace {
-
-TEST(PageLine, ScrollsUpAndIsBrightestInTheMiddle) {
-    for (const auto& [line, share, y, alpha] :
-         {std::tuple{480, 0.0, 480, 0.0}, {120, 0.0, 120, 0.707}, {540, 0.4, 240, 1.0}}) {
-        EXPECT_EQ(ScrolledLine(line, share).y, y);
-        EXPECT_NEAR(ScrolledLine(line, share).alpha, alpha, 2e-3);
-    }
-    EXPECT_LE(ScrolledLine(600, 0.0).alpha, 0.0F);
-    EXPECT_LE(ScrolledLine(400, 0.9).alpha, 0.0F) << "above the screen";
-}
 
 class Pages : public GlTest {
 protected:

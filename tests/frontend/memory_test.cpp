@@ -1,19 +1,13 @@
 // What scenes take and keep of memory: nothing for a picture at rest, and the same after every visit.
-#include "audio/audio.h"
 #include "frontend/menu_scene.h"
 #include "game/game_scene.h"
-#include "graphics/video.h"
-#include "scene/game_mode.h"
 #include "support/allocations.h"
 #include "support/scene_fixture.h"
 
-#include <GL/gl.h>
 #include <malloc.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <filesystem>
 #include <iterator>
 #include <numeric>
 
@@ -26,7 +20,7 @@ class Memory : public SceneTest {
 protected:
     void SetUp() override {
         SceneTest::SetUp();
-        SetPictureTime(200);
+        pictureTime = 200;
         video.SetMode(160, 120, false); // fast to draw
     }
 

@@ -1,17 +1,9 @@
 // The menu's windows and what its clicks and keys do; real events on a real window with the game's own skin.
-#include "audio/audio.h"
 #include "config/config_reader.h"
 #include "frontend/menu_scene.h"
-#include "graphics/video.h"
-#include "gui/manager.h"
 #include "gui/page_control.h"
 #include "gui/scroll_bars.h"
-#include "play/kolvex.h"
-#include "scene/game_mode.h"
 #include "support/scene_fixture.h"
-
-#include <GL/gl.h>
-#include <SDL.h>
 
 namespace {
 
@@ -125,15 +117,6 @@ TEST_F(Windows, QuittingAsksFirst) {
     ClickOn("Quit");
     EXPECT_EQ(GameMode, Mode::Destroy);
     EXPECT_EQ(SceneState, State::Change);
-}
-
-TEST_F(Windows, TheFirstRequestOfAFrameStands) {
-    Main::GoDestroy();
-    Choose(MenuItem::NewGame);
-    EXPECT_EQ(GameMode, Mode::Destroy);
-    SceneState = State::Game;
-    Choose(MenuItem::NewGame);
-    EXPECT_EQ(GameMode, Mode::Puzzle);
 }
 
 } // namespace

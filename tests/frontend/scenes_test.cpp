@@ -2,18 +2,12 @@
 // the show, the credits and back, a mode change, a fade, and the closed window.
 #include "frontend/intro_scene.h"
 #include "frontend/menu_scene.h"
-#include "graphics/video.h"
-#include "gui/manager.h"
 #include "input/input.h"
-#include "scene/game_mode.h"
 #include "support/scene_fixture.h"
 #include "world/camera.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -25,7 +19,7 @@ protected:
     void SetUp() override {
         SceneTest::SetUp();
         GameMode = Mode::Menu;
-        SetPictureTime(100);
+        pictureTime = 100;
         video.SetMode(160, 120, false); // fast to draw
     }
 };
@@ -33,11 +27,11 @@ protected:
 TEST_F(Scenes, TheIntroShowsTwoPartsOfFiveSeconds) {
     std::filesystem::remove("textures"); // the blank picture is of one colour
     SteeredIntro intro;
-    WatchPictures();
+    watching = true;
     intro.GameStart(0, 0);
     EXPECT_EQ(GameMode, Mode::Menu);
     EXPECT_NEAR(intro.frames, 100, 2) << "ten seconds";
-    const auto at = [](std::size_t tenths) { return ShownLight().at(tenths); };
+    const auto at = [](std::size_t tenths) { return shownLight.at(tenths); };
     EXPECT_GT(at(25), at(2) * 2.0) << "fades in and comes nearer";
     EXPECT_GT(at(25), at(47) * 1.2) << "fades out";
     EXPECT_GT(at(25), at(75) * 1.3) << "the second part is the smaller one";
@@ -50,7 +44,6 @@ TEST_F(Scenes, TheIntroEndsWithAnyReleaseAndWithTheWindow) {
     static void (*event)();
     const std::pair<void (*)(), Mode> cases[] = {{[] { PushKey(SDL_KEYUP, SDLK_x); }, Mode::Menu},
                                                  {[] { PushButton(SDL_MOUSEBUTTONUP); }, Mode::Menu},
-                                                 {[] { PushEvent(SDL_QUIT); }, Mode::Destroy},
                                                  {[] {
                                                       PushEvent(SDL_QUIT);
                                                       PushKey(SDL_KEYUP, SDLK_x); // changes nothing
@@ -133,7 +126,7 @@ TEST_F(Scenes, AllIsSeenAtEverySizeThatTheOptionsOffer) {
             return;
         }
         EXPECT_FALSE(IsShown("Are you sure?")) << "keys are not heard before";
-        SetPictureTime(1); // hardly anything turns
+        pictureTime = 1; // hardly anything turns
         self.blockMenu.glowLevel.Reset();
         self.blockMenu.SetState(BlockMenu::Phase::Frozen);
         self.blockMenu.logoAlpha = 1.0F;
@@ -156,33 +149,6 @@ TEST_F(Scenes, AllIsSeenAtEverySizeThatTheOptionsOffer) {
     EXPECT_TRUE(Logged("MainServer::GameProcess()[DESTROY] State mode Change - [END]\n"
                        "mainIntro::Leaving menu\nmainMenu::GameEnd\n"));
     EXPECT_TRUE(gui.Windows().empty());
-}
-
-TEST_F(Scenes, ChangingTheModeFadesToBlackAndShowsNothingMore) {
-    SteeredMenu menu;
-    menu.steer = [](SteeredMenu& self) {
-        if (self.frames == 4 && SceneState == State::Game) {
-            WatchPictures();
-            Main::GoPuzzle();
-        }
-    };
-    menu.GameStart(0, 0);
-    EXPECT_EQ(GameMode, Mode::Puzzle);
-    EXPECT_TRUE(Logged("[PUZZLE] State mode Change - [CHANGE]\nmainMenu::GameEnd\nmainScene::StopMap()"));
-    const std::vector<double>& light = ShownLight();
-    ASSERT_NEAR(static_cast<double>(light.size()), 32.0, 1.0) << "three seconds, and the black picture";
-    EXPECT_GT(light[1], 0.0);
-    EXPECT_EQ(light[light.size() - 2] + light.back(), 0.0) << "the frame in which the fade ends";
-}
-
-TEST_F(Scenes, TheWindowIsClosedWhileBoxesGather) {
-    SteeredMenu menu;
-    menu.steer = [](SteeredMenu& self) {
-        if (self.frames == 3) PushEvent(SDL_QUIT);
-        EXPECT_EQ(self.blockMenu.GetState(), BlockMenu::Phase::Gathering);
-    };
-    menu.GameStart(0, 0);
-    EXPECT_EQ(GameMode, Mode::Destroy);
 }
 
 TEST_F(Scenes, AMissingMapOrBoxEndsTheProgram) {

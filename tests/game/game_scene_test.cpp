@@ -2,18 +2,11 @@
 // swallows, pausing, where a row's effect stands, the ways out, and what happens when its data are missing.
 #include "base/frame_clock.h"
 #include "game/game_scene.h"
-#include "graphics/video.h"
-#include "gui/manager.h"
 #include "input/input.h"
 #include "particles/engine.h"
-#include "play/kolvex.h"
-#include "scene/game_mode.h"
 #include "support/allocations.h"
 #include "support/scene_fixture.h"
 #include "world/camera.h"
-
-#include <GL/gl.h>
-#include <SDL.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -97,7 +90,7 @@ void Game::WatchCourse(SteadyGame& game) {
         kolvex.onLineCleared(3);
         EXPECT_EQ(pengine->RunningCount(), 9U);
     } else if (frame == LeaveFrame) {
-        WatchPictures();
+        watching = true;
         input.onQuit();
         Click({0.42F, 0.59F}); // to quit
     }
@@ -110,14 +103,12 @@ TEST_F(Game, FadesInPausesAndFadesOut) {
     ExpectCamera(-52.0F, -7.0F, -110.0F);
     EXPECT_TRUE(Logged("[DESTROY] State mode Change - [END]\nmainScene::GameEnd\nmainMenu::GameEnd\n"
                        "mainScene::StopMap()"));
-    const std::vector<double>& light = ShownLight();
-    ASSERT_EQ(light.size(), static_cast<std::size_t>(FadeFrames) + 2) << "the fade, and one before and after";
-    EXPECT_GT(light[1], 0.0);
-    EXPECT_EQ(light[FadeFrames] + light.back(), 0.0) << "from the frame on in which the fade ends";
+    ASSERT_EQ(shownLight.size(), std::size_t{FadeFrames} + 2) << "the fade, and one before and after";
+    EXPECT_GT(shownLight[1], 0.0);
+    EXPECT_EQ(shownLight[FadeFrames] + shownLight.back(), 0.0) << "from the frame on in which the fade ends";
     EXPECT_TRUE(gui.Windows().empty());
 }
 
-// The light stays with the scene: nothing after its drawing is lit.
 TEST_F(Game, LightsTheCourtOnlyWhenLightingIsOn) {
     for (const bool lighting : {false, true}) {
         video.SetLighting(lighting);

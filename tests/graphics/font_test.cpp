@@ -3,8 +3,6 @@
 
 #include "support/gl_fixture.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
 #include <climits>
 #include <span>

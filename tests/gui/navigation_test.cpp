@@ -2,10 +2,7 @@
 // without a mouse.
 #include "support/controller_events.h"
 #include "support/gui_fixture.h"
-#include "support/sound_device.h"
 
-#include "graphics/middle_frame.h"
-#include "graphics/video.h"
 #include "gui/edit_box.h"
 #include "gui/hwindow.h"
 #include "gui/items.h"
@@ -24,7 +21,7 @@ void NoteCaption(GUI_Element* element) {
 
 class NavigationTest : public GuiTest {
 protected:
-    explicit NavigationTest(Screen screen = Screen::SizeOnly) : GuiTest(screen) {
+    NavigationTest() : GuiTest(Screen::SizeOnly) {
         clicked.clear();
         // The window system's own motions stay out; where its pointer stands SDL still follows.
         SDL_SetEventFilter([](const SDL_Event* event) { return event->type == SDL_MOUSEMOTION ? 0 : 1; });
@@ -154,15 +151,11 @@ TEST_F(NavigationTest, ListsOpenAndTheirRowsAreChosenAndTabsTurnPages) {
 
 TEST_F(NavigationTest, AScenesOwnPlacesStandInTheSameOrder) {
     gui.OnReleaseOutside = [] { clicked += '!'; };
-    gui.OnStops = [](std::vector<GuiPoint>& places) {
-        places = {{0.5F, 0.95F}, {0.5F, 0.05F}, {0.5F, 0.5F}}; // the last lies in the window
+    gui.OnStops = [](std::vector<GuiPoint>& places) { // the last lies in the window
+        places = {{0.5F, 0.95F}, {0.5F, 0.05F}, {0.5F, 0.5F}};
     };
-    EXPECT_EQ(Walk("TE"), "..");
-    EXPECT_FLOAT_EQ(gui.cursor.y, 0.05F);
+    EXPECT_EQ(Walk("TETTTTU"), "..ABC.C");
     EXPECT_EQ(clicked, "!") << "as a click there";
-    EXPECT_EQ(Walk("TTTT"), "ABC.") << "what a window covers is passed over";
-    EXPECT_FLOAT_EQ(gui.cursor.y, 0.95F);
-    EXPECT_EQ(Walk("U"), "C");
     gui.Clear();
     EXPECT_EQ(gui.OnStops, nullptr) << "a new screen has none";
 }
@@ -177,24 +170,6 @@ TEST_F(NavigationTest, AControllerMovesAndClicks) {
             PushJoyButton(button, down);
     gui.ProcessEvents(1);
     EXPECT_EQ(clicked, "B<") << "any other button goes back";
-}
-
-class SystemsPointerTest : public NavigationTest {
-protected:
-    SystemsPointerTest() : NavigationTest(Screen::Window) {}
-};
-
-// So that the next movement of the mouse begins where the pointer is seen.
-TEST_F(SystemsPointerTest, GoesAlongOnAWideScreen) {
-    video.SetSize(Width, Height / 2);
-    EXPECT_EQ(Walk("T"), "A");
-    const MiddleFrame frame = MiddleFrame::Of(Width, Height / 2);
-    EXPECT_TRUE(WaitUntil([&frame] {
-        int x = 0, y = 0;
-        SDL_PumpEvents();
-        SDL_GetMouseState(&x, &y);
-        return std::abs(x - frame.PixelX(gui.cursor.x)) <= 1 && std::abs(y - frame.PixelY(gui.cursor.y)) <= 1;
-    }));
 }
 
 } // namespace

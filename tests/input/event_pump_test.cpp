@@ -1,5 +1,4 @@
 // The event pump and the controllers: real SDL events pushed through SDL's queue, in a real window.
-#include "graphics/video.h"
 #include "input/controllers.h"
 #include "input/input.h"
 #include "support/controller_events.h"

@@ -11,8 +11,6 @@ import time
 import places
 from journey import BUILD, HURRY, PATIENCE, ROOT, Display, Game, Journey
 
-PAUSED = "[PUZZLE] State mode Change - [PAUSE]"
-
 
 class Ends(Journey):
     def signalled(self, game, *signals):
@@ -57,13 +55,6 @@ class Ends(Journey):
         game.process.send_signal(signal.SIGTERM)
         game.await_end()
         self.assertTrue(game.log().endswith("Normal Exit\n"))
-
-    def test_closing_is_heard_while_the_picture_fades_in(self):
-        game = self.start()
-        game.to_game()
-        game.close_window()
-        game.await_text(*places.SURE)
-        self.assertIn(PAUSED, game.state_lines()[-1])
 
     def test_a_dead_display_ends_the_program(self):
         display = Display()

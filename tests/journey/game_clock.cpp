@@ -1,9 +1,7 @@
-// Preloaded into the game, lets SDL's clock run as fast or as slowly as the journey says, also in the middle
-// of a run, and tells the journey the number of pictures shown; both share the file that GAME_CLOCK names,
-// laid out as `Page`. Where the page names a `longest` step, in ms, the clock all but stands from there to
-// the next picture: so little of true time is left that a slow machine does not see it, but what waits for
-// the clock does not wait for ever. When as many pictures have been shown as `until` says, the game is held,
-// with the last of them on the screen. 0 stands for no such limit.
+// Preloaded into the game, lets SDL's clock run as fast or as slowly as the journey says, and tells it the
+// number of pictures shown; both share the file that GAME_CLOCK names, laid out as `Page`. Behind a `longest`
+// step, in ms, the clock all but stands until the next picture, so that what waits for it does not wait for
+// ever. When `until` pictures have been shown, the game is held. 0 stands for no such limit.
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
@@ -24,16 +22,13 @@ struct Page {
 };
 
 Page& SharedPage() {
-    static Page& page = []() -> Page& {
+    static void* const memory = [] {
         const char* const path = std::getenv("GAME_CLOCK");
         const int file = path ? open(path, O_RDWR) : -1;
-        void* const memory =
-            file < 0 ? MAP_FAILED : mmap(nullptr, sizeof(Page), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
-        if (memory == MAP_FAILED) std::abort();
-        close(file);
-        return *static_cast<Page*>(memory);
+        return mmap(nullptr, sizeof(Page), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
     }();
-    return page;
+    if (memory == MAP_FAILED) std::abort();
+    return *static_cast<Page*>(memory);
 }
 
 template<class Function> Function Real(const char* name) {
@@ -55,12 +50,6 @@ double Passed(std::uint32_t elapsed) {
     return passed;
 }
 
-void Hold() {
-    const Page& page = SharedPage();
-    while (page.until != 0 && page.pictures >= page.until)
-        usleep(1000);
-}
-
 } // namespace
 
 extern "C" {
@@ -79,9 +68,11 @@ std::uint32_t SDL_GetTicks() {
 
 void SDL_GL_SwapBuffers() {
     static const auto real = Real<void (*)()>("SDL_GL_SwapBuffers");
+    Page& page = SharedPage();
     real();
-    ++SharedPage().pictures;
-    Hold();
+    ++page.pictures;
+    while (page.until != 0 && page.pictures >= page.until)
+        usleep(1000);
     sincePicture = 0.0;
 }
 

@@ -5,8 +5,8 @@ import random
 import struct
 
 import places
-from journey import HURRY, Journey, make_run_folder, small
-from labels import hovered_label
+from journey import HURRY, RESUMED, Journey, make_run_folder, small
+from labels import hovers
 
 SLOW = 0.05  # a held key moves the piece again after 200 ms of this clock
 ROW = ("1) Nefer", 0.285, 0.285)
@@ -55,7 +55,7 @@ class Hands(Journey):
         return (int(place["X"]) - left) / width, (int(place["Y"]) - top) / height
 
     def to_box(self, name):
-        self.walk(lambda: hovered_label(self.game.look(), *self.pointer()) == name, f"the box {name}")
+        self.walk(lambda: hovers(self.game.look(), name, *self.pointer()), f"the box {name}")
 
     def to_place(self, x, y):
         def arrived():
@@ -86,7 +86,7 @@ class Hands(Journey):
         game.await_log("starting debugger")
         game.await_another("[PAUSE]", lambda: hands.press(hands.pause), pause=0.3)
         game.await_text(*places.PAUSE_LINE)
-        game.await_another("[PUZZLE] State mode Change - [GAME]", lambda: hands.press(hands.pause), pause=0.3)
+        game.await_another(RESUMED, lambda: hands.press(hands.pause), pause=0.3)
         game.clock.run(SLOW)
         for column in (0, 2, 4, 6, 8):
             self.play_square(column)
@@ -123,8 +123,6 @@ class Hands(Journey):
         self.course(Keyboard, self.type_name)
         again = self.start(folder=self.game.folder, preload=["same_rand"])
         again.to_game()
-        again.pause()
-        again.resume()
         again.play_to_the_end()
         again.await_text(*ROW)
         again.click(*places.LIST_QUIT)

@@ -18,13 +18,15 @@ import time
 import unittest
 
 import places
-from labels import hovered_label, sees
+from labels import hovers, sees
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests")).resolve()
 PATIENCE = 180  # seconds until something that never comes is given up; no measure of speed
 SCREEN = (1280, 1024)
 CRAWL = 0.1
+PAUSED = "[PUZZLE] State mode Change - [PAUSE]"
+RESUMED = "[PUZZLE] State mode Change - [GAME]"
 HURRY = 8  # times as fast; a step of over 200 ms counts as 200, so that more gains little
 
 
@@ -42,8 +44,8 @@ class Picture:
         """Mean red, green and blue of a place in fractions of the picture."""
         columns = slice(int(left * self.width), int((left + width) * self.width))
         rows = range(int(top * self.height), int((top + height) * self.height))
-        parts = [[self.row(y, channel)[columns] for y in rows] for channel in range(3)]
-        return [sum(map(sum, part)) / sum(map(len, part)) for part in parts]
+        parts = [b"".join(self.row(y, channel)[columns] for y in rows) for channel in range(3)]
+        return [sum(part) / len(part) for part in parts]
 
     def row(self, y, channel):
         """One row of red (0), green (1) or blue (2)."""
@@ -95,7 +97,7 @@ class Clock:
         self.pace = (speed, 0, 0)
 
     def run(self, speed, longest=0, until=0):
-        """The other two are limits, where they are above 0: ms from one picture to the next, and pictures in all."""
+        """The others are limits, where above 0: ms from one picture to the next, and pictures in all."""
         self.pace = (speed, longest, until)
         struct.pack_into("ddI", self.memory, 0, *self.pace)
 
@@ -121,8 +123,7 @@ class Game:
     """One run of the program in a folder of its own."""
 
     def __init__(self, display, config=None, program="quarvello", folder=None, preload=(), fast=HURRY, under=(), environment=None):
-        """`preload` names libraries to load into the program; its clock runs `fast` times as fast, where
-        that library is built; `under` is a command that runs it, and `environment` is added to its own."""
+        """`preload` names libraries to load into the program; its clock runs `fast` times as fast; `under` is a command."""
         self.display = display
         self.folder = folder or make_run_folder(config)
         environment = dict(os.environ, DISPLAY=display.name, SDL_AUDIODRIVER="dummy", **(environment or {}))
@@ -323,11 +324,11 @@ class Game:
             place = next(places)
             self.move(*place)
             self.pictures()
-            if hovered_label(self.look(), *place) != name:
+            if not hovers(self.look(), name, *place):
                 return False
             with self.clock.crawling() if self.clock else contextlib.nullcontext():
                 self.pictures()
-                if hovered_label(self.look(), *place) != name:
+                if not hovers(self.look(), name, *place):
                     return False
                 act()
                 self.pictures()
@@ -340,7 +341,6 @@ class Game:
         self.new_game()
 
     def new_game(self):
-        """From the menu."""
         before = self.log().count("starting debugger")
         self.menu_item("NEW GAME")
         self.await_log("starting debugger", before + 1)
@@ -368,10 +368,9 @@ class Game:
 
     def resume(self):
         """One Escape: a second one would pause the game again."""
-        line = "[PUZZLE] State mode Change - [GAME]"
-        before = self.log().count(line)
+        before = self.log().count(RESUMED)
         self.key("Escape")
-        self.await_log(line, before + 1)
+        self.await_log(RESUMED, before + 1)
 
     def play_to_the_end(self, drop=None):
         """Drops one piece after the other until the game is over, which pauses it."""

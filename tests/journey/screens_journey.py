@@ -5,11 +5,7 @@ import subprocess
 import time
 
 import places
-from journey import HURRY, Display, Journey, set_key, small
-
-PAUSED = "[PUZZLE] State mode Change - [PAUSE]"
-RESUMED = "[PUZZLE] State mode Change - [GAME]"
-
+from journey import HURRY, PAUSED, RESUMED, Display, Journey, set_key, small
 
 # Windows without borders, whose places xdotool tells rightly.
 MANAGER = """<openbox_config xmlns="http://openbox.org/3.4/rc">
@@ -39,7 +35,6 @@ class Screens(Journey):
         full = brightness(60, 4.2)  # twenty steps of 200 ms
         fallen = brightness(50, 1.6)
         again = brightness(59.94, 1.8)
-        print(f"60 Hz {full:.1f}, then 50 Hz {fallen:.1f}, then 59.94 Hz {again:.1f}")
         self.assertLess(fallen, full * 0.85)
         self.assertGreater(again, full - (full - fallen) / 4)
 

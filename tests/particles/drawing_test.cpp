@@ -7,8 +7,6 @@
 #include "world/camera.h"
 #include "world/world_grid.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -157,11 +155,6 @@ TEST_F(Drawing, WhatHasNoWidthOrStyleIsSkipped) {
     for (const char* shape : {"-1", "10"}) // primitives that OpenGL does not have
         Draw(StartEmitter("form=1 shape=" + std::string(shape)), 0);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-}
-
-TEST(Sheets, HaveSoManyCells) {
-    for (const int number : {1, 2, 4, 6, 9, 12, 16})
-        EXPECT_EQ(CellsOfSheet(number).size(), static_cast<std::size_t>(number));
 }
 
 // Six cells in 200 ms, 33 each, and the first again at their end; in a period shorter than the number of

@@ -8,7 +8,6 @@
 
 #include <map>
 #include <sstream>
-#include <string>
 #include <vector>
 
 // The text of an emitter file: a texture, two key frames, and plain keys; `keys`, words such as "form=2",

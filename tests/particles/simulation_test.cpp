@@ -13,7 +13,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 
 namespace {
 
@@ -162,9 +161,9 @@ TEST_F(Simulation, TheFloorAnswersAsItsKeysSay) {
     }
 }
 
-// A wall over cell (4, 4), one over cells (8, 7..9), and object 0 of radius 0.3 at (-12.5, -4.5).
+// Walls over cells (4, 4), (8, 7..9) and round (29, 31), and object 0 of radius 0.3 at (-12.5, -4.5).
 TEST_F(Simulation, WhatIsMetDependsOnTheModeAndTheOwner) {
-    for (const auto& [x, y] : {std::pair{4, 4}, {8, 7}, {8, 8}, {8, 9}})
+    for (const auto& [x, y] : {std::pair{4, 4}, {8, 7}, {8, 8}, {8, 9}, {30, 30}, {29, 30}, {30, 31}})
         globalp->walls[CellIndex(x, y)] = WallByte;
     globalp->cells[CellIndex(20, 20)].sector = NoSector;
     Object(-12.5F, -4.5F, 0.3F);
@@ -177,6 +176,7 @@ TEST_F(Simulation, WhatIsMetDependsOnTheModeAndTheOwner) {
     } cases[] = {
         {"a wall", 1, -3.905F, -4.5F, -0.01F, -3.9446F, 0.004F, true},
         {"a long wall", 3, -7.905F, -8.6F, -0.01F, -7.9446F, 0.004F, true},
+        {"an inner corner's edge", 1, -29.995F, -31.0005F, -0.01F, -30.193F, -0.008F, true},
         {"no look at walls", 2, -3.905F, -4.5F, -0.01F, -4.103F, -0.008F, false},
         {"an object", 2, -12.095F, -4.4F, -0.01F, -12.1346F, 0.004F, true},
         {"beside an object", 2, -12.1F, -4.1F, -0.01F, -12.298F, -0.008F, false},

@@ -5,14 +5,9 @@
 #include "audio/audio.h"
 #include "base/frame_clock.h"
 #include "graphics/model_store.h"
-#include "graphics/video.h"
 #include "support/gl_fixture.h"
 
-#include <GL/gl.h>
-#include <SDL.h>
-
 #include <cmath>
-#include <cstdlib>
 
 namespace {
 
@@ -171,25 +166,6 @@ TEST_F(Face, ScoresAndGridComeBackAsTheyWereWritten) {
     loaded.Load("config.cfg");
     EXPECT_EQ(loaded.highScores[0].score, 3000000000U);
     EXPECT_STREQ(loaded.highScores[1].name.data(), "<score>");
-}
-
-TEST_F(Face, DefaultsStandForWhatIsMissing) {
-    const struct {
-        const char* content;
-        bool showgrid;
-        std::uint32_t score;
-    } cases[] = {{"", true, 5}, // no file
-                 {"<highscores>\n<score>\nscore = 9\n</score>\n</highscores>\n", true, 9},
-                 {"<quarvello>\n</quarvello>\n", false, 0}};
-    for (const auto& [content, showgrid, score] : cases) {
-        if (*content) WriteFile("config.cfg", content);
-        Kolvex read;
-        read.highScores.Insert("before", 5);
-        read.showgrid = !showgrid;
-        read.Load("config.cfg");
-        EXPECT_EQ(std::pair(read.showgrid, read.highScores[0].score), std::pair(showgrid, score)) << content;
-    }
-    EXPECT_EQ(CountInLog("Quarvello block not found"), 1);
 }
 
 } // namespace

@@ -4,11 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -64,26 +62,6 @@ protected:
 
     ToldWell well;
 };
-
-TEST_F(Wells, OnlyTheValueOneFillsACell) {
-    for (const int occupied : {0, 1, 2}) {
-        Board board;
-        for (int row = 0; row < Board::Rows; row++)
-            board.At(5, row).occupied = static_cast<std::uint8_t>(occupied);
-        Piece piece;
-        piece.Spawn();
-        EXPECT_TRUE(piece.MoveDown(board)) << "above the board there is nothing to stop it";
-        EXPECT_EQ(piece.MoveDown(board), occupied != 1);
-    }
-}
-
-TEST_F(Wells, ATurnIsToldAlsoOfTheSquareWhichDoesNotTurn) {
-    Deal(Piece::Square);
-    well.RotatePressed();
-    EXPECT_EQ(Drop(), "tl");
-    EXPECT_EQ(well.board.At(4, 0).angle, 0);
-    EXPECT_EQ(well.board.At(5, 1).tile, 5);
-}
 
 TEST_F(Wells, RowsSeparatedByAPartialRowMoveDownWhole) {
     for (int row = 0; row < 4; row++)

@@ -17,7 +17,6 @@ public:
         return LoadMapFile(path, [](const char* text) { steps.emplace_back(text); });
     }
     std::string MapName() const { return mapName.value_or(""); }
-    std::string ConfigName() const { return configName.value_or(""); }
 
     // What the last load has announced.
     static inline std::vector<std::string> steps;

@@ -57,19 +57,6 @@ std::string MakePng(int width, int height, const Painter& colour) {
                    PngChunk("IDAT", StoredZlib(raw)));
 }
 
-std::string MakeTga(int width, int height, bool topFirst, const Painter& colour) {
-    std::string file("\0\0\2\0\0\0\0\0\0\0\0\0", 12);
-    for (const int number : {width, height, topFirst ? 0x2018 : 0x18})
-        AppendValue(file, static_cast<std::uint16_t>(number));
-    for (int row = 0; row < height; ++row)
-        for (int x = 0; x < width; ++x) {
-            const Rgba c = colour(x, topFirst ? row : height - 1 - row);
-            for (const std::uint8_t channel : {c.blue, c.green, c.red})
-                AppendValue(file, channel);
-        }
-    return file;
-}
-
 std::string MakeKsm(const std::vector<KsmCorner>& corners) {
     std::string file;
     AppendValue(file, std::uint16_t{0});

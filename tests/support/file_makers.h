@@ -39,9 +39,6 @@ std::string PngFile(std::string_view chunks);
 // RGBA, 8 bits a channel.
 std::string MakePng(int width, int height, const Painter& colour);
 
-// 24-bit TGA, uncompressed; the rows from the bottom or, with the descriptor's bit set, from the top.
-std::string MakeTga(int width, int height, bool topFirst, const Painter& colour);
-
 // Corners of KSM triangles: x, y, z, u, v.
 using KsmCorner = std::array<float, 5>;
 // Three corners make a triangle.

@@ -1,9 +1,6 @@
 // Tests with a real window; see gl_fixture.h.
 #include "support/gl_fixture.h"
 
-#include "graphics/video.h"
-
-#include <GL/gl.h>
 #include <IL/il.h>
 #include <IL/ilu.h>
 
@@ -101,15 +98,13 @@ Rgba GlTest::PixelAt(int x, int y) {
 }
 
 double GlTest::Light() {
-    std::vector<GLubyte> values(std::size_t{3} * static_cast<std::size_t>(video.Width()) *
-                                static_cast<std::size_t>(video.Height()));
+    std::vector<GLubyte> values(static_cast<std::size_t>(3 * video.Width() * video.Height()));
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     glReadPixels(0, 0, video.Width(), video.Height(), GL_RGB, GL_UNSIGNED_BYTE, values.data());
     return std::accumulate(values.begin(), values.end(), 0.0);
 }
 
 std::vector<GlTest::Vertex> GlTest::Record(const std::function<void()>& draw) {
-    constexpr std::size_t Floats = 12; // position, colour and texture coordinate, four each
     std::vector<GLfloat> buffer(std::size_t{1} << 20U);
     glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_4D_COLOR_TEXTURE, buffer.data());
     glRenderMode(GL_FEEDBACK);
@@ -117,16 +112,14 @@ std::vector<GlTest::Vertex> GlTest::Record(const std::function<void()>& draw) {
     const GLint length = glRenderMode(GL_RENDER);
     EXPECT_GE(length, 0) << "more was drawn than there is room for";
     std::vector<Vertex> vertices;
-    for (std::size_t i = 0; static_cast<GLint>(i) < length;) {
-        const auto token = static_cast<GLint>(buffer[i++]);
-        std::size_t count = 1;
-        if (token == GL_POLYGON_TOKEN)
-            count = static_cast<std::size_t>(buffer[i++]);
-        else if (token == GL_LINE_TOKEN || token == GL_LINE_RESET_TOKEN)
-            count = 2;
-        for (std::size_t v = 0; v < count; ++v, i += Floats)
-            vertices.push_back(
-                {buffer[i], buffer[i + 1], buffer[i + 2], buffer[i + 4], buffer[i + 8], buffer[i + 9]});
+    const GLfloat* const end = buffer.data() + length;
+    for (const GLfloat* next = buffer.data(); next < end;) {
+        const auto token = static_cast<GLint>(*next++);
+        int count = token == GL_LINE_TOKEN || token == GL_LINE_RESET_TOKEN ? 2 : 1;
+        if (token == GL_POLYGON_TOKEN) count = static_cast<int>(*next++);
+        // Position, colour and texture coordinate, four each.
+        for (; count > 0; --count, next += 12)
+            vertices.push_back({next[0], next[1], next[2], next[4], next[8], next[9]});
     }
     return vertices;
 }

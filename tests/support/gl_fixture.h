@@ -2,15 +2,13 @@
 // back on.
 #pragma once
 
+#include "graphics/video.h"
 #include "support/file_makers.h"
 #include "support/temporary_folder.h"
 
+#include <GL/gl.h>
 #include <SDL.h>
 #include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-#include <vector>
 
 // The window is opened once, through the process-wide video object, and kept for all tests of the program;
 // each test gets a new folder, an empty log, and the window at 640 x 480 with initial state and a free mouse.

@@ -4,9 +4,6 @@
 #include "base/frame_clock.h"
 #include "graphics/font.h"
 #include "graphics/middle_frame.h"
-#include "graphics/video.h"
-
-#include <GL/gl.h>
 
 #include <algorithm>
 #include <cmath>
@@ -158,11 +155,6 @@ void GuiTest::Type(SDLKey key, int modifiers) {
     KeyUp(key);
 }
 
-void GuiTest::TypeTimes(int times, SDLKey key) {
-    for (int i = 0; i < times; ++i)
-        Type(key);
-}
-
 void GuiTest::TypeKeys(const std::string& keys) {
     static const std::map<char, SDLKey> Keys = {{'L', SDLK_LEFT},  {'R', SDLK_RIGHT}, {'U', SDLK_UP},
                                                 {'D', SDLK_DOWN},  {'T', SDLK_TAB},   {'t', SDLK_TAB},
@@ -213,8 +205,4 @@ GuiTest::Box GuiTest::Find(Rgba colour) {
         box.bottom = std::max(box.bottom, i / width + 1);
     }
     return box;
-}
-
-int GuiTest::CountPixels(const std::function<bool(Rgba)>& holds) {
-    return static_cast<int>(std::ranges::count_if(ReadScreen(), holds));
 }

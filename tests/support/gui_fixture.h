@@ -5,17 +5,11 @@
 #include "gui/manager.h"
 #include "support/gl_fixture.h"
 
-#include <functional>
-#include <string>
-#include <vector>
-
 // Margins of the plain skin's window styles 8 and 13, the size of its scroll buttons, and its caption
 // offsets.
 struct PlainSkin {
     static constexpr float LeftX = 0.02F;
     static constexpr float LeftY = 0.06F;
-    static constexpr float RightX = 0.03F;
-    static constexpr float RightY = 0.04F;
     static constexpr float ScrollSize = 0.04F;
     static constexpr float TextX = 0.01F;
     static constexpr float TextY = 0.02F;
@@ -54,7 +48,10 @@ protected:
     static void KeyDown(SDLKey key, int modifiers = KMOD_NONE);
     static void KeyUp(SDLKey key);
     static void Type(SDLKey key, int modifiers = KMOD_NONE);
-    static void TypeTimes(int times, SDLKey key);
+    static void TypeTimes(int times, SDLKey key) {
+        for (; times > 0; --times)
+            Type(key);
+    }
     // A letter for each key: arrows (L, R, U, D), tab forwards and backwards (T, t) and Return (E).
     static void TypeKeys(const std::string& keys);
 
@@ -76,7 +73,5 @@ protected:
     static bool IsSeen(Rgba colour) { return !Find(colour).IsEmpty(); }
     // Whether a glyph of the test's font is.
     static bool IsSeen(char glyph) { return IsSeen(CellColour(glyph - ' ')); }
-    // How often the predicate holds.
-    static int CountPixels(const std::function<bool(Rgba)>& holds);
     static std::vector<Rgba> ReadScreen(); // rows from the top
 };

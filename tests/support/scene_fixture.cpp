@@ -1,14 +1,9 @@
 // Tests of whole scenes; see scene_fixture.h.
 #include "support/scene_fixture.h"
 
-#include "audio/audio.h"
-#include "graphics/font.h"
 #include "graphics/model_state.h"
 #include "gui/geometry.h"
-#include "gui/manager.h"
 #include "gui/page_control.h"
-#include "play/kolvex.h"
-#include "scene/game_mode.h"
 
 #include <dlfcn.h>
 
@@ -17,11 +12,8 @@
 
 namespace {
 
-bool watching = false;
-std::vector<double> shownLight;
-std::uint32_t pictureTime = 0; // ms, 0 for the real time
 std::uint32_t pictureClock = 0;
-std::thread::id pictureThread;
+const std::thread::id SceneThread = std::this_thread::get_id();
 
 GUI_Element* FindIn(const GUI_ComponentList& widgets, const std::string& caption) {
     for (std::size_t i = 0; i < widgets.Size(); ++i) {
@@ -41,19 +33,19 @@ GUI_Element* FindIn(const GUI_ComponentList& widgets, const std::string& caption
 // These stand before SDL's own functions, which they call.
 extern "C" void SDL_GL_SwapBuffers() {
     static const auto swap = reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "SDL_GL_SwapBuffers"));
-    if (watching) shownLight.push_back(GlTest::Light());
+    if (SceneTest::watching) SceneTest::shownLight.push_back(GlTest::Light());
     swap();
-    pictureClock += pictureTime;
+    pictureClock += SceneTest::pictureTime;
 }
 
 extern "C" Uint32 SDL_GetTicks() {
     static const auto ticks = reinterpret_cast<Uint32 (*)()>(dlsym(RTLD_NEXT, "SDL_GetTicks"));
-    return pictureTime != 0 ? pictureClock : ticks();
+    return SceneTest::pictureTime != 0 ? pictureClock : ticks();
 }
 
 extern "C" void SDL_Delay(Uint32 milliseconds) {
     static const auto delay = reinterpret_cast<void (*)(Uint32)>(dlsym(RTLD_NEXT, "SDL_Delay"));
-    if (pictureTime != 0 && std::this_thread::get_id() == pictureThread) // not the sound's
+    if (SceneTest::pictureTime != 0 && std::this_thread::get_id() == SceneThread) // not the sound's
         pictureClock += milliseconds;
     else
         delay(milliseconds);
@@ -70,9 +62,7 @@ void SceneTest::SetUp() {
     gui.Start("gui/ravix.cfg");
     kolvex.Load("config.cfg");
     SceneState = State::Change;
-    watching = false;
     shownLight.clear();
-    pictureTime = 0;
 }
 
 void SceneTest::TearDown() {
@@ -107,17 +97,4 @@ bool SceneTest::IsShown(const std::string& windowCaption) {
 void SceneTest::CloseWindow() {
     PushEvent(SDL_QUIT);
     gui.ProcessEvents(0);
-}
-
-void SceneTest::WatchPictures() {
-    watching = true;
-}
-
-void SceneTest::SetPictureTime(std::uint32_t milliseconds) {
-    pictureTime = milliseconds;
-    pictureThread = std::this_thread::get_id();
-}
-
-const std::vector<double>& SceneTest::ShownLight() {
-    return shownLight;
 }

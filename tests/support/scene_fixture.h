@@ -2,10 +2,11 @@
 // eye on every picture that is shown.
 #pragma once
 
+#include "audio/audio.h"
+#include "graphics/font.h"
+#include "play/kolvex.h"
+#include "scene/game_mode.h"
 #include "support/gui_fixture.h"
-
-#include <string>
-#include <vector>
 
 // A scene that a test steers from inside its frames.
 template<class Scene> class Steered : public Scene {
@@ -24,11 +25,12 @@ public:
     // Puts the press of a key into SDL's queue, for the scene to find.
     static void PressKey(SDLKey key) { PushKey(SDL_KEYDOWN, key); }
 
-    // From now on every picture is read just before it is shown, which costs a frame's time.
-    static void WatchPictures();
+    // Whether every picture is read just before it is shown, which costs a frame's time; the light of each.
+    static inline bool watching = false;
+    static inline std::vector<double> shownLight;
 
-    // From now on every picture takes that long, whatever the machine's speed; 0 as long as it does.
-    static void SetPictureTime(std::uint32_t milliseconds);
+    // Every picture takes so many milliseconds, whatever the machine's speed; 0 as long as it does.
+    static inline std::uint32_t pictureTime = 0;
 
     // The widget with that caption in the windows that are shown, from the topmost; of a page only while it
     // is the active one. None: the test fails.
@@ -48,7 +50,4 @@ protected:
     static void Click(const Place& place) { GuiTest::Click(place.x, place.y); }
     // The window is to be closed; the GUI hears it.
     static void CloseWindow();
-
-    // Light of each picture shown since the watch began.
-    static const std::vector<double>& ShownLight();
 };

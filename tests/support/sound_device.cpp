@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <numbers>
 
 void WriteDiskConfiguration(const std::string& more) {

@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
 #include <vector>
 
 // Writes config.cfg with an "audio" block for 22050 Hz, signed 16 bit, stereo; `more` adds keys.

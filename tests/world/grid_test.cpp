@@ -83,10 +83,4 @@ TEST_F(Grid, MovingAndRemovingKeepTheListsWhole) {
     EXPECT_EQ(world->objects.at(2).x, 3.0F);
 }
 
-TEST_F(Grid, AListHolds255ObjectsAndTheEndMark) {
-    Fill(300);
-    EXPECT_EQ(ListOf(0).size(), 255U);
-    EXPECT_EQ(world->sectorLists[0].back(), SectorListEnd);
-}
-
 } // namespace

@@ -40,9 +40,9 @@ protected:
         world->walls[CellIndex(cellX, cellY)] = PortalByte;
         world->cells[CellIndex(cellX, cellY)] = {a, b, 0};
     }
-    Contact Test(std::uint32_t index, std::uint32_t frameTime = 16) {
+    Contact Test(std::uint32_t index) {
         blockedX = blockedY = false;
-        return TestContacts(*world, index, 0, frameTime, blockedX, blockedY);
+        return TestContacts(*world, index, 0, 16, blockedX, blockedY);
     }
     Listing Listed(std::uint32_t sector) const {
         const auto list = world->ObjectsOf(sector);
@@ -52,15 +52,6 @@ protected:
     std::unique_ptr<Globalp> world = std::make_unique<Globalp>();
     bool blockedX = false, blockedY = false;
 };
-
-TEST_F(Motion, WhatDoesNotMoveHitsNothing) {
-    world->walls[CellIndex(5, 5)] = WallByte;
-    WorldObject& object = Add(-5.5F, -5.5F);
-    object.velocity.x = 0.5F;
-    EXPECT_EQ(Test(0, 0), Contact::NotMoving) << "a frame of no length shows no motion";
-    object.impulse.x = -10;
-    EXPECT_EQ(Test(0, 10), Contact::NotMoving) << "a push of ten times the speed takes it off";
-}
 
 // Cells (5, y) for y 4..6 form a wall whose near side lies at x = -5; cell (9, 9) stands alone; the last
 // three make an inner corner. Objects of 0.2 touch within 0.4 of each other.
@@ -220,15 +211,6 @@ TEST_F(Corridor, OnAPortalObjectsOfBothSectorsAreMet) {
     UpdateLayer(*world, 0, 16);
     EXPECT_TRUE(world->blockedX[0]);
     EXPECT_TRUE(world->objects[1].pushed);
-}
-
-TEST_F(Corridor, WhoFillsTheGapOfALeaverStillMoves) {
-    Add(-3.9F, -3.5F, -0.2F);
-    Add(-20.0F, -20.0F, 0.1F);
-    UpdateSector(*world, 0);
-    UpdateLayer(*world, 0, 16);
-    EXPECT_EQ(Listed(0), Listing{1});
-    EXPECT_FLOAT_EQ(world->objects[1].x, -19.9F);
 }
 
 TEST_F(Motion, PortalsThatLeadNowhereAreGround) {
