@@ -145,8 +145,7 @@ TEST_F(Writer, EveryCallOfASaveMayFailOrBeTheLast) {
     }
 }
 
-// Another program saves a block of its own, over and over, until it is killed. The file is whole, and holds
-// what each has saved last; the other may just have saved what it had no time to tell.
+// The other saves a block of its own, over and over; it may just have saved what it had no time to tell.
 TEST_F(Writer, KillsAndAnotherProgramLoseNothing) {
     std::mt19937 random(3);
     WriteFile("config.cfg", "<ours>\n</ours>\n<other>\n</other>\n");

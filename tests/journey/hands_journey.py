@@ -6,7 +6,7 @@ import struct
 
 import places
 from journey import HURRY, RESUMED, Journey, make_run_folder, small
-from labels import hovers
+from labels import hovered_label
 
 SLOW = 0.05  # a held key moves the piece again after 200 ms of this clock
 ROW = ("1) Nefer", 0.285, 0.285)
@@ -55,7 +55,7 @@ class Hands(Journey):
         return (int(place["X"]) - left) / width, (int(place["Y"]) - top) / height
 
     def to_box(self, name):
-        self.walk(lambda: hovers(self.game.look(), name, *self.pointer()), f"the box {name}")
+        self.walk(lambda: hovered_label(self.game.look(), *self.pointer()) == name, f"the box {name}")
 
     def to_place(self, x, y):
         def arrived():

@@ -18,7 +18,7 @@ import time
 import unittest
 
 import places
-from labels import hovers, sees
+from labels import hovered_label, sees
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests")).resolve()
@@ -186,7 +186,6 @@ class Game:
         return AssertionError(f"{what}\n{error}\n{self.log()[-2000:]}")
 
     def state_lines(self):
-        """Mode and state changes, in order."""
         return [line for line in self.log().splitlines() if "Change - [" in line]
 
     def complaints(self):
@@ -280,7 +279,6 @@ class Game:
             self.await_true(lambda: self.clock.pictures() >= number, "pictures", pause=0.005)
 
     def look(self, save_as=None):
-        """A screenshot of the picture."""
         picture = self.display.look(*self.geometry())
         if save_as:
             picture.save(save_as)
@@ -324,11 +322,11 @@ class Game:
             place = next(places)
             self.move(*place)
             self.pictures()
-            if not hovers(self.look(), name, *place):
+            if hovered_label(self.look(), *place) != name:
                 return False
             with self.clock.crawling() if self.clock else contextlib.nullcontext():
                 self.pictures()
-                if not hovers(self.look(), name, *place):
+                if hovered_label(self.look(), *place) != name:
                     return False
                 act()
                 self.pictures()

@@ -63,7 +63,6 @@ class Monkey(Journey):
                 act(game, dice)
             if game.process.poll() is not None:
                 game.await_end()
-        # It ends when its window is closed until it does, through whatever fade or dialog it is in.
         if game.process.poll() is None:
             game.clock.run(HURRY)
             game.await_true(lambda: game.process.poll() is not None, "the end", act=lambda: leave(game), pause=0.5)

@@ -90,8 +90,8 @@ private:
     }
 };
 
-// All settings with frame times in turn, and bursts of none, one and two, high over the floor. The numbers
-// were taken while every particle agreed with a plain model of it in double precision.
+// All settings, frame times and bursts in turn, high over the floor. The numbers were taken while every
+// particle agreed with a plain model of it in double precision.
 TEST_F(Simulation, FreeFlightGoesOnAsItAlwaysDid) {
     constexpr std::uint32_t FrameTimes[][4] = {
         {1, 1, 1, 1}, {16, 17, 16, 17}, {200, 200, 200, 200}, {3, 41, 1, 170}};

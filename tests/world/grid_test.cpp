@@ -72,9 +72,8 @@ TEST_F(Grid, MovingAndRemovingKeepTheListsWhole) {
     EXPECT_EQ(ListOf(1), (Indices{0}));
     EXPECT_EQ(world->objects[0].sector, 1);
     // Sectors and objects that are not there change nothing.
-    world->MoveToSector(1, 2);
-    world->MoveToSector(1, -1);
-    world->MoveToSector(9, 1);
+    for (const auto& [object, sector] : {std::pair{1, 2}, {1, -1}, {9, 1}})
+        world->MoveToSector(static_cast<std::uint32_t>(object), sector);
     world->RemoveObject(17);
     EXPECT_EQ(world->objects[1].sector, 0);
     world->RemoveObject(2);

@@ -140,7 +140,7 @@ TEST_F(Motion, BlockedAxesReverseOrEndAsTheStatusSays) {
     }
 }
 
-// Object 0 moves along -x into object 1, which stands; both are alone in their layer.
+// Object 0 moves along -x into object 1, which stands.
 TEST_F(Motion, AMeetingIsAnsweredAsTheStatusSays) {
     const struct {
         const char* name;
