@@ -3,7 +3,6 @@
 
 #include "config/config_line.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -15,7 +14,7 @@ namespace {
 using namespace config;
 
 void Store(std::string_view text, std::array<char, ConfigLineLength + 1>& buffer) {
-    *std::copy(text.begin(), text.end(), buffer.begin()) = '\0';
+    buffer[text.copy(buffer.data(), ConfigLineLength)] = '\0';
 }
 
 const char* KeepLine(std::string_view line) {
