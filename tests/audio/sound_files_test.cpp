@@ -129,9 +129,9 @@ TEST_F(SoundFiles, AnyRateIsHeardAtItsPitch) {
 TEST_F(SoundFiles, LittleMayFollowTheEndOfATrack) {
     Open();
     folder.LinkData({"music"});
-    EXPECT_NE(sound.Sample_Add("music/KolvexIntro.ogg")->chunk, nullptr)
-        << "a sample may be such a file, too";
     const std::string track = ReadFile("music/Kolvex_NewAge.ogg");
+    WriteFile("sample.ogg", track.substr(0, track.rfind("OggS", track.size() / 9)));
+    EXPECT_NE(sound.Sample_Add("sample.ogg")->chunk, nullptr) << "a sample may be such a file, too";
     std::string broken = track.substr(track.rfind("OggS"));
     broken[broken.size() / 2] ^= 1;
     std::string pages;
