@@ -4,6 +4,8 @@
 #include "game/game_scene.h"
 #include "support/scene_fixture.h"
 
+#include <algorithm>
+
 namespace {
 
 class OpenGame : public GameScene {
