@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 constinit QEV_Video video;
@@ -31,6 +32,15 @@ constexpr double FarPlane = 230.0;
     std::fputs("quarvello: there is no picture, log.txt tells more\n", stderr);
     SDL_Quit();
     std::exit(1);
+}
+
+// Where there is no display, SDL 2 draws into memory, for ever and unseen, unless it is told another driver.
+bool DrawsUnseen() {
+    char driver[16] = "";
+    SDL_VideoDriverName(driver, sizeof driver);
+    if (std::getenv("SDL_VIDEODRIVER") || std::strcmp(driver, "offscreen") != 0) return false;
+    SDL_SetError("no display");
+    return true;
 }
 
 // One numbered line for each of the names, which stand behind each other with a blank after each.
@@ -119,7 +129,7 @@ void QEV_Video::SetDefaults() {
 // SDL's start is looked at before anything is asked of it: what follows would crash without it.
 void QEV_Video::OpenVideo() {
     platform::NameTerminal();
-    if (SDL_Init(SDL_INIT_VIDEO) < 0) {
+    if (SDL_Init(SDL_INIT_VIDEO) < 0 || DrawsUnseen()) {
         LogWrite("QEV_Video::SetGLMode() - \t[FAILED] Video initialization: %s\n", SDL_GetError());
         EndProgram();
     }

@@ -9,8 +9,10 @@
 #include "support/gl_fixture.h"
 
 #include <IL/il.h>
+#include <zlib.h>
 
 #include <cstdlib>
+#include <ctime>
 
 namespace {
 
@@ -216,6 +218,24 @@ TEST(PngReader, ThePictureIsTakenAndNothingElse) {
     const std::string passes = PngChunk("IHDR", PngHeader(5, 3, 2, 0).substr(8, 12) + '\1');
     EXPECT_EQ(Decoded(PngOf(passes, std::string(14, '\0'))), "");
     EXPECT_EQ(Decoded(PngOf(passes, std::string(20, '\0'))), std::string(15, '\0'));
+}
+
+// What follows the last row, and packed texts, are never unpacked: held against packing as much once.
+TEST(PngReader, ASmallFileCannotKeepItBusy) {
+    const std::clock_t start = std::clock();
+    std::string packed(1U << 20U, '\0');
+    uLongf size = packed.size();
+    const std::vector<Bytef> zeros(64U << 20U);
+    ASSERT_EQ(compress(reinterpret_cast<Bytef*>(packed.data()), &size, zeros.data(), zeros.size()), Z_OK);
+    const std::clock_t packing = std::clock() - start;
+    packed.resize(size);
+    std::string chunks = PngHeader(1, 1, 8, 2);
+    for (int i = 0; i < 100; ++i)
+        chunks += PngChunk("zTXt", std::string("k\0\0", 3) + packed);
+    const std::string file = PngFile(chunks + PngChunk("IDAT", packed));
+    const std::clock_t begin = std::clock();
+    EXPECT_EQ(Decoded(file), std::string(3, '\0'));
+    EXPECT_LT(std::clock() - begin, packing);
 }
 
 TEST_F(TexturesTest, IndicesAndNames) {
