@@ -7,6 +7,7 @@
 #include "own_folder.h"
 
 #include <IL/il.h>
+#include <zlib.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -15,17 +16,6 @@
 #include <string>
 
 namespace {
-
-std::uint32_t Crc(const std::uint8_t* bytes, std::size_t size) {
-    std::uint32_t crc = 0xFFFFFFFFU;
-    for (std::size_t i = 0; i < size; ++i) {
-        crc ^= bytes[i];
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc & 1U) != 0 ? crc >> 1U ^ 0xEDB88320U : crc >> 1U;
-        }
-    }
-    return ~crc;
-}
 
 std::uint32_t BigEndian(const std::uint8_t* bytes) {
     std::uint32_t value = 0;
@@ -40,7 +30,7 @@ void SetChecksums(std::string& file) {
     for (std::size_t at = 8; at + 12 <= file.size();) {
         const std::size_t length = BigEndian(bytes + at);
         if (length > file.size() - at - 12) return;
-        const std::uint32_t crc = Crc(bytes + at + 4, length + 4);
+        const uLong crc = crc32_z(0, bytes + at + 4, length + 4);
         for (unsigned i = 0; i < 4; ++i) {
             bytes[at + 8 + length + i] = static_cast<std::uint8_t>(crc >> (24U - 8U * i));
         }
