@@ -9,12 +9,15 @@
 #include "world/world_grid.h"
 #include "world/world_motion.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,6 +30,18 @@ void EnterFolder() {
     std::ofstream("entities/bare.txt") << "<entity>\nstatus = 2\nsize = 0.5\nspeed = 1\n</entity>\n";
 }
 
+// Each entity opens files, and a hundred show nothing that nine do not: a number keeps its first digit.
+std::string WithFewEntities(std::string map) {
+    for (std::size_t at = 0; (at = map.find("number", at)) != std::string::npos;) {
+        at = std::min(map.find_first_of("0123456789\n", at), map.size());
+        std::size_t end = at;
+        while (end < map.size() && std::isdigit(static_cast<unsigned char>(map[end])))
+            ++end;
+        if (end > at + 1) map.erase(at + 1, end - at - 1);
+    }
+    return map;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
@@ -36,7 +51,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    ConfigFile map = ConfigFile::FromMemory({reinterpret_cast<const char*>(data), size});
+    ConfigFile map = ConfigFile::FromMemory(WithFewEntities({reinterpret_cast<const char*>(data), size}));
     static const std::vector<BackgroundSector> ground(2);
     globalp->start(ground);
     objects = std::make_unique<Objects>();
