@@ -19,10 +19,6 @@ void AppendIndent(std::string& text, std::size_t depth) {
         text += Indent;
 }
 
-void AppendWithoutReturns(std::string& text, std::string_view bytes) {
-    std::copy_if(bytes.begin(), bytes.end(), std::back_inserter(text), [](char c) { return c != '\r'; });
-}
-
 // Where the old file is kept when a save cannot take over all of it.
 std::string CopyOf(const std::string& path) {
     return path + ".bak";
@@ -64,6 +60,10 @@ void INI_Writer::WriteExistantFile(const char* newPath, const char* block) {
         LogWrite(
             "INI_Writer::WriteExistantFile [ERROR] - File %s is not found for reading, creating it instead\n",
             newPath);
+    // The block is looked for in what is going to be written: a tag may be one only without its returns.
+    std::string lines(original);
+    std::erase(lines, '\r');
+    input = ConfigFile::FromMemory(lines);
     BeginBlock(block);
     if (output.Start(target)) {
         state = State::Open;
@@ -101,8 +101,7 @@ void INI_Writer::BeginBlock(const char* block) {
                  "at the end "
                  "of the file %s\n",
                  block, path.c_str());
-    text.clear();
-    AppendWithoutReturns(text, input.Content().substr(0, input.Position()));
+    text = input.Content().substr(0, input.Position());
     // The tag or the last line may end with the file.
     if (!text.empty() && text.back() != '\n') text += '\n';
     if (!blockFound) text += "\n<" + blockName + ">\n";
@@ -117,7 +116,7 @@ void INI_Writer::FinishBlock() {
         nothingLost = KeepOldFile("has no end") && nothingLost;
     else if (unreadable > linesKept)
         nothingLost = KeepOldFile("has lines that cannot be read") && nothingLost;
-    AppendWithoutReturns(text, input.Content().substr(input.Position()));
+    text += input.Content().substr(input.Position());
 }
 
 bool INI_Writer::Ready() const {
@@ -169,7 +168,7 @@ bool INI_Writer::KeepLine(const char* key) {
     const std::string_view content = input.Content();
     const std::size_t at = static_cast<std::size_t>(line.data() - content.data());
     const std::size_t begin = content.rfind('\n', at) + 1;
-    AppendWithoutReturns(text, content.substr(begin, content.find('\n', at) - begin));
+    text += content.substr(begin, content.find('\n', at) - begin);
     text += '\n';
     ++linesKept;
     return true;
