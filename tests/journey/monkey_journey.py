@@ -51,7 +51,7 @@ def leave(game):
 
 class Monkey(Journey):
     def test_it_neither_crashes_nor_sticks(self):
-        seconds, seed = [*map(int, os.environ.get("QUARVELLO_MONKEY", "120").split()), random.randrange(1 << 30)][:2]
+        seconds, seed = [*map(int, os.environ.get("QUARVELLO_MONKEY", "60").split()), random.randrange(1 << 30)][:2]
         print(f"seed {seed}", flush=True)
         dice = random.Random(seed)
         folder = None
