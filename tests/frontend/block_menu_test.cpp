@@ -68,8 +68,11 @@ TEST_F(Boxes, GatherFasterAndFasterUntilTheyLock) {
         constexpr std::pair<float, float> Places[] = {{1, 0}, {0, 0}, {0, -1}, {-1, 0}}; // a T
         for (std::size_t i = 0; i < BlockMenu::ItemCount; ++i)
             EXPECT_EQ(std::pair(menu.GetItem(i).x, menu.GetItem(i).y), Places[i]) << i;
-        EXPECT_TRUE(menu.logoFadeTimer.IsRunning());
         EXPECT_TRUE(gui.cursor.visible);
+        const float before = Stops().front().x;
+        menu.Update(1500);
+        EXPECT_FLOAT_EQ(menu.logoAlpha, 0.375F) << "the logos fade in for four seconds";
+        EXPECT_NE(Stops().front().x, before) << "and the boxes turn";
     }
 }
 

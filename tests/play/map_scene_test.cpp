@@ -82,6 +82,8 @@ TEST_F(Maps, AMissingMapKeepsTheOldOne) {
     EXPECT_TRUE(Logged("mainScene::LoadMap(none.txt) - Can't load file\n"));
     EXPECT_TRUE(entityes);
     EXPECT_EQ(scene.MapName(), "map.txt");
+    scene.ExecConfig("none.cfg");
+    EXPECT_TRUE(Logged("mainScene::ExecConfig(none.cfg) - Can't load file\n"));
 }
 
 TEST_F(Maps, WithoutWhatTheyNeedTheyFail) {

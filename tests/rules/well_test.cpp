@@ -25,80 +25,60 @@ private:
     void RowsCleared() override { told += 'c'; }
 };
 
-class Wells : public testing::Test {
-protected:
-    Wells() { Deal(Piece::Bar); }
+// Begins a new game with a piece of the type.
+void Deal(ToldWell& well, Piece::Type type) {
+    do {
+        well.NewGame();
+    } while (well.GetPiece().type != type);
+    well.told.clear();
+}
 
-    // A new game that begins with a piece of the type.
-    void Deal(Piece::Type type) {
-        do {
-            well.NewGame();
-        } while (well.GetPiece().type != type);
-        well.told.clear();
+// Drops the piece until something is told.
+void Drop(ToldWell& well) {
+    for (int i = 0; i < 30 && well.told.empty(); i++) {
+        well.DropPressed();
+        well.Step(1);
     }
+}
 
-    // Drops the falling piece until it has come to rest; what was told of it.
-    std::string Drop() {
-        well.told.clear();
-        for (int i = 0; i < 30 && well.told.find_first_of("lo") == std::string::npos; i++) {
-            well.DropPressed();
-            well.Step(1);
-        }
-        return well.told;
-    }
-
-    void FillRow(int row, int exceptColumn) {
-        for (int column = 0; column < Board::Columns; column++) {
-            if (column != exceptColumn) well.board.At(column, row) = {1, 3, 90, column};
-        }
-    }
-
-    std::string Row(int row) const {
-        std::string text;
-        for (int column = 0; column < Board::Columns; column++)
-            text += well.board.IsOccupied(column, row) ? '#' : '.';
-        return text;
-    }
-
+TEST(Wells, RowsSeparatedByAPartialRowMoveDownWhole) {
     ToldWell well;
-};
-
-TEST_F(Wells, RowsSeparatedByAPartialRowMoveDownWhole) {
-    for (int row = 0; row < 4; row++)
-        FillRow(row, 5);
-    well.board.At(0, 0).occupied = 0; // rows 0 and 2 stay partial
-    well.board.At(0, 2).occupied = 0;
+    Deal(well, Piece::Bar);
+    for (int row = 0; row < 4; row++) {
+        for (int column = row % 2 == 0 ? 1 : 0; column < Board::Columns; column++)
+            if (column != 5) well.board.At(column, row).occupied = 1; // 0 and 2 stay partial
+    }
     well.board.At(3, 4) = {1, 6, 180, 11};
     well.board.At(0, 19) = {1, 0, 0, 0};
-    EXPECT_EQ(Drop(), "l1^3^c") << "no row moves before all are told";
+    Drop(well);
+    EXPECT_EQ(well.told, "l1^3^c") << "no row moves before all are told";
     EXPECT_EQ(well.GetScore(), 200);
-    EXPECT_EQ(Row(0) + Row(1) + Row(2), ".#########.#########...#......");
-    EXPECT_EQ(Row(3) + Row(17) + Row(19), "..........#...................");
+    const auto row = [&well](int index) {
+        std::string text;
+        for (int column = 0; column < Board::Columns; column++)
+            text += well.board.IsOccupied(column, index) ? '#' : '.';
+        return text;
+    };
+    EXPECT_EQ(row(0) + row(1) + row(2), ".#########.#########...#......");
+    EXPECT_EQ(row(3) + row(17) + row(19), "..........#...................");
     const BoardCell& moved = well.board.At(3, 2);
     EXPECT_TRUE(moved.type == 6 && moved.angle == 180 && moved.tile == 11);
 }
 
-TEST_F(Wells, LandingAboveTheBoardEndsTheGameAndStillClearsRows) {
-    for (int row = 0; row < 17; row++)
-        well.board.At(5, row).occupied = 1;
-    EXPECT_EQ(Drop(), "o") << "the bar's first block is above the board and ends the landing";
-    EXPECT_TRUE(well.IsGameOver());
-    EXPECT_EQ(Row(17), "..........");
-    EXPECT_EQ(well.GetPiece().type, Piece::Bar) << "no next piece is dealt";
-    well.Step(200);
-    EXPECT_EQ(well.told, "o") << "it is over";
-    // Blocks handled before the one above the board stay, and complete their row.
-    Deal(Piece::J);
-    FillRow(19, 4);
-    well.board.At(5, 19).occupied = 0;
+TEST(Wells, TheEndClearsTheRowsThatItFillsAndATurnOutlivesIt) {
+    ToldWell well;
+    Deal(well, Piece::J);
+    for (const int column : {0, 1, 2, 3, 6, 7, 8, 9})
+        well.board.At(column, 19).occupied = 1;
     well.board.At(4, 18).occupied = 1; // what it lands on
-    EXPECT_EQ(Drop(), "o19c");
-    EXPECT_EQ(well.GetScore(), 80);
+    Drop(well);
+    well.Step(200);
+    EXPECT_EQ(well.told, "o19c");
     well.RotatePressed();
-    Deal(Piece::L);
+    Deal(well, Piece::L);
     well.Step(1);
     well.Step(1);
-    EXPECT_EQ(well.GetPiece().angle, 90) << "a turn outlives a new game: one press, one turn";
+    EXPECT_EQ(well.GetPiece().angle, 90) << "one press, one turn";
 }
 
 // Whole games with random keys and frame times.
