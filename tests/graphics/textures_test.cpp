@@ -177,7 +177,6 @@ TEST_F(TexturesTest, BrokenPicturesAreBlank) {
     ASSERT_TRUE(SaveAgain("cut.bmp", IL_RGB));
     const std::pair<const char*, std::string> broken[] = {
         {"empty.png", ""},
-        {"signature.png", good.substr(0, 8)},
         {"nopalette.png", PngOf(PngHeader(4, 4, 8, 3), std::string(20, '\0'))},
         {"huge.png", PngOf(PngHeader(0x7FFFFFFF, 0x7FFFFFFF, 8, 2), "")},
         {"large.png", PngOf(PngHeader(8192, 8192, 8, 2), "")},
@@ -185,7 +184,6 @@ TEST_F(TexturesTest, BrokenPicturesAreBlank) {
         {"shortdata.png", PngOf(header, std::string(51, '\0'))},
         {"head.tga", std::string(18, '\2')},
         {"cut.bmp", ReadFile("cut.bmp").substr(0, 40)},
-        {"head.jpg", "\xFF\xD8\xFF\xE0 and no more"},
         {"noending", "neither a name nor bytes that tell"}};
     int failures = 0;
     for (const auto& [name, content] : broken) {

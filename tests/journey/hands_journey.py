@@ -9,7 +9,6 @@ from journey import HURRY, RESUMED, Journey, make_run_folder, small
 from labels import hovered_label
 
 SLOW = 0.05  # a held key moves the piece again after 200 ms of this clock
-ROW = ("1) Nefer", 0.285, 0.285)
 
 
 class Keyboard:
@@ -124,14 +123,14 @@ class Hands(Journey):
         again = self.start(folder=self.game.folder, preload=["same_rand"])
         again.to_game()
         again.play_to_the_end()
-        again.await_text(*ROW)
+        again.await_text("1) Nefer", 0.285, 0.285)
         again.click(*places.LIST_QUIT)
         again.await_end()
         self.assertIn('name = "Nefer"', (again.folder / "config.cfg").read_text(), "a game without points leaves the table alone")
 
     def type_name(self):
         self.game.key("Num_Lock", *["BackSpace"] * 30)  # also the drops that came too late
-        self.game.type(self.hands.name)  # with a capital, whatever Num Lock says
+        self.game.xdotool("type", "--delay", "30", self.hands.name)  # with a capital, whatever Num Lock says
         self.game.key("Return")
 
     def test_by_a_controller(self):

@@ -219,9 +219,6 @@ class Game:
         self.xdotool("keyup", name)
         self.pictures()
 
-    def type(self, text):
-        self.xdotool("type", "--delay", "30", text)
-
     def window_area(self):
         """Left, top, width and height of the window in pixels of the screen."""
         if self.area:
