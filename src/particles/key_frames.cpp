@@ -4,15 +4,15 @@
 #include "particles/random_table.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
-// Which key frame each particle of a block has reached, and how far it is into it.
+// Which key frame each particle of a block has reached, and how far it is into it. Plain arrays: loops whose
+// indices the library checks are not vectorised.
 struct FramePositions {
-    std::array<std::int32_t, ParticleSlots::BlockSize> counter; // frames entered since birth
-    std::array<std::int32_t, ParticleSlots::BlockSize> current; // index of the frame
-    std::array<float, ParticleSlots::BlockSize> blend;          // share of the next frame, 0 to 1
+    std::int32_t counter[ParticleSlots::BlockSize]; // frames entered since birth
+    std::int32_t current[ParticleSlots::BlockSize]; // index of the frame
+    float blend[ParticleSlots::BlockSize];          // share of the next frame, 0 to 1
 };
 
 // A key frame begins when the age reaches a multiple of its duration. Division there is a product with the

@@ -4,7 +4,6 @@
 
 #include "particles/collision.h"
 
-#include <array>
 #include <cmath>
 
 namespace {
@@ -25,8 +24,8 @@ void Glide(float* __restrict position, float* __restrict previous, float* __rest
     }
 }
 
-// Which slots of a block have reached the floor.
-using FloorMarks = std::array<std::uint8_t, ParticleSlots::BlockSize>;
+// Which slots of a block have reached the floor; a plain array, as in FramePositions.
+using FloorMarks = std::uint8_t[ParticleSlots::BlockSize];
 
 // Goes through the frame at the floor from where it began; in double precision, so that two hundred steps
 // round no more than one does. A step that changes nothing would change nothing in all that follow.
@@ -88,7 +87,7 @@ void Fall(const QEV_PTEmittor& emitter, ParticleSlots& slots, std::size_t from, 
     float* __restrict velocity = slots.velocityZ + from;
     const float* __restrict size = slots.size + from;
     FloorMarks marks;
-    std::array<float, ParticleSlots::BlockSize> newZ;
+    float newZ[ParticleSlots::BlockSize];
     std::uint8_t any = 0;
     for (std::size_t i = 0; i < count; ++i) {
         previous[i] = z[i];
