@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -50,8 +49,12 @@ std::string Names() {
 }
 
 std::string ReadLog() {
-    static const std::regex Stamp(R"(\[\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d\] )");
-    return std::regex_replace(ReadFile("log.txt"), Stamp, "");
+    constexpr std::string_view Stamp = "[Thu Jan  1 00:00:00] ";
+    std::ifstream file("log.txt");
+    std::string log;
+    for (std::string line; std::getline(file, line); log += line + '\n')
+        if (line.starts_with('[') && line.find("] ") == Stamp.size() - 2) line.erase(0, Stamp.size());
+    return log;
 }
 
 bool Logged(std::string_view text) {
