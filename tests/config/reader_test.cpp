@@ -47,7 +47,7 @@ TEST(Reader, ReadsEveryWayToWriteAKeyLine) {
 
 TEST(Reader, PositionsAfterSearches) {
     ConfigFile file =
-        ConfigFile::FromMemory("<outer> text\n <outer>\t \nkey = 1\n<item>\nkey = 2\n</item>\n<item>\n"
+        ConfigFile::FromMemory("<outer> text\n <outer>\t \nkey = 1\n<item>\nkey = 2\n</item>\r\n<item>\r\n"
                                "</item> text\n</ITEM>\n</outer>\n<item>\n</item>\n");
     ASSERT_TRUE(INI_FindBlock("outer", &file)) << "a tag stands alone on its line";
     const std::size_t start = file.Position();
