@@ -180,11 +180,9 @@ TEST_F(DataFormats, EveryKeyThatIsReadIsOnThePage) {
     int keys = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(QUARVELLO_SOURCE_DIR "/src")) {
         const std::string code = entry.is_directory() ? "" : ReadFile(entry.path());
-        for (std::size_t at = 0; (at = code.find("{\"", at)) != code.npos;) {
-            const std::size_t begin = at + 2;
-            at = code.find('"', begin);
-            if (code.compare(at, 4, "\", &") != 0) continue;
-            const std::string key = code.substr(begin, at - begin);
+        for (std::size_t at = 0; (at = code.find("{\"", at)) != code.npos; ++at) {
+            const std::string key = code.substr(at + 2, code.find('"', at + 2) - at - 2);
+            if (code.compare(at + 2 + key.size(), 4, "\", &") != 0) continue;
             EXPECT_NE(page.find('`' + key + '`'), std::string::npos) << key;
             ++keys;
         }

@@ -23,8 +23,6 @@ from labels import hovered_label, sees
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = pathlib.Path(os.environ.get("QUARVELLO_BUILD", ROOT / "build/tests")).resolve()
 PATIENCE = 180  # seconds until something that never comes is given up; no measure of speed
-SCREEN = (1280, 1024)
-CRAWL = 0.1
 PAUSED = "[PUZZLE] State mode Change - [PAUSE]"
 RESUMED = "[PUZZLE] State mode Change - [GAME]"
 HURRY = 8  # times as fast; a step of over 200 ms counts as 200, so that more gains little
@@ -59,7 +57,7 @@ class Picture:
 class Display:
     """A virtual screen of its own, whose picture lies in a file as X's window dumps are laid out."""
 
-    def __init__(self, size=SCREEN):
+    def __init__(self, size=(1280, 1024)):
         self.folder = tempfile.mkdtemp(prefix="quarvello-display-")
         read_end, write_end = os.pipe()
         self.server = subprocess.Popen(
@@ -105,7 +103,7 @@ class Clock:
     def crawling(self):
         """Hardly anything turns or fades meanwhile. It may not stop: no picture takes less than a millisecond."""
         speed, longest, until = self.pace
-        self.run(CRAWL, longest, until)
+        self.run(0.1, longest, until)
         try:
             yield
         finally:

@@ -49,11 +49,10 @@ std::string Names() {
 }
 
 std::string ReadLog() {
-    constexpr std::string_view Stamp = "[Thu Jan  1 00:00:00] ";
     std::ifstream file("log.txt");
     std::string log;
     for (std::string line; std::getline(file, line); log += line + '\n')
-        if (line.starts_with('[') && line.find("] ") == Stamp.size() - 2) line.erase(0, Stamp.size());
+        if (line.starts_with('[') && line.find("] ") == 20) line.erase(0, 22); // "[Thu Jan  1 00:00:00] "
     return log;
 }
 
