@@ -1,5 +1,5 @@
 // Any bytes as a picture file. A PNG is also tried with its checksums set right, so that the search gets
-// behind the check; of everything else what the program itself looks at, and every sixty-fourth goes the way
+// behind the check; of everything else what the program itself looks at, and one in a thousand goes the way
 // of the game, into a contained run.
 #include "graphics/misread_pictures.h"
 #include "graphics/picture.h"
@@ -60,7 +60,7 @@ void CheckOther(const std::string& file) {
     static_cast<void>(OlderBitmap(BytesOf(file), type));
     static_cast<void>(IsMisread(BytesOf(file), {}));
     static unsigned count = 0;
-    if (++count % 64 != 1) return;
+    if (++count % 1024 != 1) return;
     std::ofstream("picture", std::ios::binary) << file;
     Picture picture;
     const bool loaded = LoadPicture(IL_TYPE_UNKNOWN, "picture", picture) == IL_NO_ERROR;
